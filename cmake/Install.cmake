@@ -1,0 +1,36 @@
+include(CMakePackageConfigHelpers)
+
+install(TARGETS ${zvutilib_libraries} EXPORT ZvUtiLibTargets
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+# All that has to be built before an installation; what else is installed is added to it.
+add_custom_target(zvutilib_installed DEPENDS ${zvutilib_libraries})
+if(MINGW)
+  # Exceptions and strings cross the border of the DLL, so it shares the compiler's runtime libraries with
+  # the host; they have to lie beside the program. Their symbols for debuggers stay here.
+  foreach(runtime libstdc++-6.dll libgcc_s_dw2-1.dll libwinpthread-1.dll)
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${runtime}
+      OUTPUT_VARIABLE runtime_file OUTPUT_STRIP_TRAILING_WHITESPACE)
+    execute_process(COMMAND ${CMAKE_STRIP} -o ${PROJECT_BINARY_DIR}/${runtime} ${runtime_file}
+      COMMAND_ERROR_IS_FATAL ANY)
+    install(PROGRAMS ${PROJECT_BINARY_DIR}/${runtime} DESTINATION ${CMAKE_INSTALL_BINDIR})
+  endforeach()
+endif()
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ZvUtiLib DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  FILES_MATCHING PATTERN "*.h")
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ZvUtiLib)
+install(EXPORT ZvUtiLibTargets NAMESPACE ZvUtiLib:: DESTINATION ${package_dir})
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/ZvUtiLibConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/ZvUtiLibConfig.cmake INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/ZvUtiLibConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/ZvUtiLibConfig.cmake ${PROJECT_BINARY_DIR}/ZvUtiLibConfigVersion.cmake
+  DESTINATION ${package_dir})
+
+# The prefix of the .pc file is found from the file's own place, so an installed tree can be moved.
+file(RELATIVE_PATH pc_prefix_from_pcdir
+  ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+configure_file(${PROJECT_SOURCE_DIR}/cmake/ZvUtiLib.pc.in ${PROJECT_BINARY_DIR}/ZvUtiLib.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/ZvUtiLib.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,42 @@
+# Packages of both systems, in build/packages, each tried out as it will be used. Sourced by run.
+
+packages=build/packages
+
+# Packs the build in $1 with each of the generators behind it.
+pack() {
+  local generator
+  for generator in "${@:2}"; do
+    cpack --config "$1/CPackConfig.cmake" -B "$packages" -G "$generator" >/dev/null
+  done
+}
+
+# The one package whose name ends in $1.
+package_of_kind() {
+  local found=("$packages"/*"$1")
+  [ -f "${found[0]}" ] && [ ${#found[@]} -eq 1 ] || fail "there should be one $1 package in $packages"
+  echo "${found[0]}"
+}
+
+package() {
+  need dpkg-dev unzip
+  need_windows_tools
+  build linux-release
+  build windows-i686
+  rm -rf "$packages"
+  say "Packing"
+  pack build/linux-release DEB TGZ
+  pack "$windows_build" ZIP
+  rm -rf "$packages/_CPack_Packages"
+  ls -l "$packages"
+
+  local unpacked=$PWD/build/unpacked
+  rm -rf "$unpacked"
+  mkdir -p "$unpacked"/{deb,tar,zip}
+  dpkg-deb -x "$(package_of_kind .deb)" "$unpacked/deb"
+  tar -xf "$(package_of_kind .tar.gz)" -C "$unpacked/tar" --strip-components=1
+  unzip -q "$(package_of_kind .zip)" -d "$unpacked/zip"
+  say "Clients of the unpacked packages"
+  tests/client/check.sh "$unpacked/deb/usr" "$PWD/build/client-deb"
+  tests/client/check.sh "$unpacked/tar" "$PWD/build/client-tar"
+  check_windows_client "$(echo "$unpacked"/zip/*)" build/client-zip
+}

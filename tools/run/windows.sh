@@ -1,0 +1,70 @@
+# The library for 32-bit Windows: built by the cross-compiler, run under Wine. Sourced by run.
+
+windows_build=build/windows-i686
+windows_toolchain=$PWD/cmake/windows-i686.cmake
+
+need_windows_tools() {
+  need_build_tools
+  need g++-mingw-w64-i686-posix
+  need_wine
+}
+
+# A fresh installation of the Windows build.
+install_windows() {
+  rm -rf "$windows_build/installed"
+  cmake --install "$windows_build" --prefix "$PWD/$windows_build/installed" >/dev/null
+}
+
+# The client of the package in PREFIX, built in BUILD and run: check_windows_client PREFIX BUILD
+check_windows_client() {
+  rm -rf "$2"
+  build_against "$1" tests/client "$2" --toolchain "$windows_toolchain"
+  cp "$1"/bin/*.dll "$2"
+  in_wine "$2" client.exe
+}
+
+check_version_record() {
+  local record
+  record=$(i686-w64-mingw32-windres -J coff -i "$windows_build/ZvUtiLib.dll")
+  while read -r line; do
+    grep -qF "$line" <<<"$record" || fail "the version record of the DLL lacks: $line"
+  done <<'TEXT'
+FILEVERSION 1, 0, 0, 1
+PRODUCTVERSION 1, 0, 0, 1
+VALUE "FileDescription", "ZvUtiLib DLL"
+VALUE "ProductName", "ZvUtiLib Dynamic Link Library"
+VALUE "InternalName", "ZvUtiLib"
+TEXT
+}
+
+# Lines about the machine that a report of the lobby host comes from.
+about_the_machine='^   (log |time now |list read, |list not to be had|([0-9A-F]{2}-){5}[0-9A-F]{2}$)'
+
+compare_lobby_reports() {
+  build_against "$PWD/build/linux-release/installed" examples/lobby build/lobby
+  build_against "$PWD/$windows_build/installed" examples/lobby build/lobby-windows --toolchain "$windows_toolchain"
+  cp "$windows_build"/installed/bin/*.dll build/lobby-windows/app
+  build/lobby/app/lobby >build/lobby-linux.txt
+  in_wine build/lobby-windows/app lobby.exe | tr -d '\r' >build/lobby-windows.txt
+  diff <(grep -vE "$about_the_machine" build/lobby-linux.txt) <(grep -vE "$about_the_machine" build/lobby-windows.txt) ||
+    fail "the lobby host reports otherwise on Windows (lines with >) than on Linux (lines with <)"
+  echo "$(wc -l <build/lobby-windows.txt) lines, the same on both systems but for those about the machine"
+}
+
+windows() {
+  need clang python3
+  need_windows_tools
+  build linux-release
+  install_release
+  build windows-i686
+  install_windows
+  say "Exported names and version record"
+  tests/exports/check.py include build/linux-release/libZvUtiLib.so "$windows_build/ZvUtiLib.dll"
+  check_version_record
+  say "A client of the installed package, under Wine"
+  check_windows_client "$PWD/$windows_build/installed" build/client-windows
+  say "Tests, under Wine"
+  in_wine "$windows_build/tests" zvutilib_tests.exe --gtest_brief=1
+  say "The lobby host, under Wine"
+  compare_lobby_reports
+}
