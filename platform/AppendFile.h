@@ -1,0 +1,28 @@
+// AppendFile: lines added to the end of a file that others may be adding to as well.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace zvuti {
+
+/// Open from its construction to its end. Each Append reaches the end of the file as one piece, so
+/// what several threads or processes append never mixes and is never lost to each other.
+class AppendFile {
+ public:
+  /// Opens `path`, which is made where it is missing; its folder is not.
+  explicit AppendFile(const char* path);
+  ~AppendFile();
+  AppendFile(const AppendFile&) = delete;
+  AppendFile& operator=(const AppendFile&) = delete;
+
+  bool IsOpen() const;
+  /// Adds text, with line ends as the system's text files have them. A failure is silent.
+  /// REQUIRES: IsOpen().
+  void Append(std::string_view text);
+
+ private:
+  std::intptr_t handle_;  // the system's number of the open file, -1 for none
+};
+
+}  // namespace zvuti

@@ -1,0 +1,206 @@
+#include "platform/CodePage936.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+
+#include "platform/CodePage936Table.h"
+
+namespace zvuti::gbk {
+namespace {
+
+constexpr char16_t kQuestion = u'?';
+constexpr char16_t kReplacement = 0xFFFD;
+
+char16_t DecodeDouble(char lead, char trail) {
+  const int row = static_cast<unsigned char>(lead) - table::kFirstLead;
+  const int column = static_cast<unsigned char>(trail) - table::kFirstTrail;
+  if (column < 0 || column >= table::kTrails) return kQuestion;
+  return table::kDouble[row * table::kTrails + column];
+}
+
+constexpr bool IsHighSurrogate(char32_t c) { return c >= 0xD800 && c < 0xDC00; }
+constexpr bool IsLowSurrogate(char32_t c) { return c >= 0xDC00 && c < 0xE000; }
+
+// Takes one code point off the front of `text`; a broken sequence takes one byte and gives U+FFFD.
+char32_t TakeUtf8(std::string_view& text) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const unsigned first = byte(0);
+  std::size_t length = 1;
+  char32_t value = first;
+  char32_t least = 0;
+  if (first >= 0xC2 && first < 0xE0) {
+    length = 2, value = first & 0x1F, least = 0x80;
+  } else if (first >= 0xE0 && first < 0xF0) {
+    length = 3, value = first & 0x0F, least = 0x800;
+  } else if (first >= 0xF0 && first < 0xF5) {
+    length = 4, value = first & 0x07, least = 0x10000;
+  } else if (first >= 0x80) {
+    value = kReplacement;
+  }
+  bool whole = length <= text.size();
+  for (std::size_t i = 1; whole && i < length; ++i) {
+    whole = (byte(i) & 0xC0) == 0x80;
+    value = value << 6 | (byte(i) & 0x3F);
+  }
+  if (!whole || value < least || value > 0x10FFFF || IsHighSurrogate(value) || IsLowSurrogate(value)) {
+    length = 1, value = kReplacement;
+  }
+  text.remove_prefix(length);
+  return value;
+}
+
+void AppendUtf8(std::string& out, char32_t c) {
+  const auto put = [&](char32_t byte) { out += static_cast<char>(byte); };
+  if (c < 0x80) {
+    put(c);
+  } else if (c < 0x800) {
+    put(0xC0 | c >> 6), put(0x80 | (c & 0x3F));
+  } else if (c < 0x10000) {
+    put(0xE0 | c >> 12), put(0x80 | (c >> 6 & 0x3F)), put(0x80 | (c & 0x3F));
+  } else {
+    put(0xF0 | c >> 18), put(0x80 | (c >> 12 & 0x3F)), put(0x80 | (c >> 6 & 0x3F)), put(0x80 | (c & 0x3F));
+  }
+}
+
+// Bytes, or UTF-16 units, below 0x80 that `text` begins with, looked at eight bytes at a time: most text
+// in files and messages is such a run, and the loops that copy one are far faster than the general ones.
+template <class Unit>
+std::size_t AsciiRun(std::basic_string_view<Unit> text) {
+  constexpr std::size_t kStep = 8 / sizeof(Unit);
+  constexpr std::uint64_t kHighBits = sizeof(Unit) == 1 ? 0x8080808080808080u : 0xFF80FF80FF80FF80u;
+  std::size_t length = 0;
+  for (std::uint64_t word; length + kStep <= text.size(); length += kStep) {
+    std::memcpy(&word, text.data() + length, sizeof word);
+    if (word & kHighBits) break;
+  }
+  while (length < text.size() && static_cast<std::make_unsigned_t<Unit>>(text[length]) < 0x80) ++length;
+  return length;
+}
+
+char Narrow(char16_t unit) { return static_cast<char>(unit); }
+
+template <char (*kFoldByte)(char)>
+void Fold(char* text, std::size_t length) {
+  const std::string_view view(text, length);
+  for (std::size_t i = 0; i < length; i += CharLength(view, i)) text[i] = kFoldByte(text[i]);
+}
+
+}  // namespace
+
+std::string_view CutWhole(std::string_view text, std::size_t limit) {
+  if (text.size() <= limit) return text;
+  std::size_t end = 0;
+  for (std::size_t step; end < text.size() && end + (step = CharLength(text, end)) <= limit;) end += step;
+  return text.substr(0, end);
+}
+
+std::size_t Find(std::string_view text, std::string_view word, std::size_t start) {
+  for (std::size_t i = start; i <= text.size() && text.size() - i >= word.size();) {
+    if (word.empty() || std::memcmp(text.data() + i, word.data(), word.size()) == 0) return i;
+    i += CharLength(text, i);
+  }
+  return std::string_view::npos;
+}
+
+void FoldToUpper(char* text, std::size_t length) { Fold<ToUpper>(text, length); }
+void FoldToLower(char* text, std::size_t length) { Fold<ToLower>(text, length); }
+
+std::u16string ToUtf16(std::string_view text) {
+  std::u16string out(text.size(), u'\0');
+  out.resize(ToUtf16(text, out.data()));
+  return out;
+}
+
+std::size_t ToUtf16(std::string_view text, char16_t* out) {
+  char16_t* end = out;
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t run = AsciiRun(text.substr(i));
+    end = std::copy_n(text.data() + i, run, end);
+    i += run;
+    for (; i < text.size() && (text[i] & 0x80) != 0; i += CharLength(text, i)) {
+      if (!IsLeadByte(text[i])) {
+        *end++ = table::kSingle[static_cast<unsigned char>(text[i])];
+      } else {
+        *end++ = CharLength(text, i) == 2 ? DecodeDouble(text[i], text[i + 1]) : kQuestion;
+      }
+    }
+  }
+  return static_cast<std::size_t>(end - out);
+}
+
+bool IsWhole(std::string_view text) {
+  for (std::size_t i = 0, length; i < text.size(); i += length) {
+    length = CharLength(text, i);
+    if (IsLeadByte(text[i]) && (length == 1 || DecodeDouble(text[i], text[i + 1]) == kQuestion)) return false;
+  }
+  return true;
+}
+
+std::string FromUtf16(std::u16string_view text) {
+  const std::size_t run = AsciiRun(text);
+  std::string out(run + (text.size() - run) * 2, '\0');
+  char* end = std::transform(text.begin(), text.begin() + run, out.data(), Narrow);
+  for (const char16_t unit : text.substr(run)) {
+    const std::uint16_t bytes = table::kPages[table::kPageOf[unit >> 8] * 256 + (unit & 0xFF)];
+    if (bytes > 0xFF) *end++ = static_cast<char>(bytes >> 8);
+    *end++ = static_cast<char>(bytes & 0xFF);
+  }
+  out.resize(static_cast<std::size_t>(end - out.data()));
+  return out;
+}
+
+std::string Utf16ToUtf8(std::u16string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t run = AsciiRun(text);
+    const std::size_t length = out.size();
+    out.resize(length + run);
+    std::transform(text.begin(), text.begin() + run, out.data() + length, Narrow);
+    text.remove_prefix(run);
+    std::size_t i = 0;
+    for (; i < text.size() && text[i] >= 0x80; ++i) {
+      char32_t c = text[i];
+      if (IsHighSurrogate(c) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
+        c = 0x10000 + ((c - 0xD800) << 10) + (text[++i] - 0xDC00u);
+      } else if (IsHighSurrogate(c) || IsLowSurrogate(c)) {
+        c = kReplacement;
+      }
+      AppendUtf8(out, c);
+    }
+    text.remove_prefix(i);
+  }
+  return out;
+}
+
+std::size_t Utf8ToUtf16(std::string_view text, char16_t* out) {
+  char16_t* end = out;
+  while (!text.empty()) {
+    const std::size_t run = AsciiRun(text);
+    end = std::copy_n(text.begin(), run, end);
+    text.remove_prefix(run);
+    while (!text.empty() && (text.front() & 0x80) != 0) {
+      const char32_t c = TakeUtf8(text);
+      if (c < 0x10000) {
+        *end++ = static_cast<char16_t>(c);
+      } else {
+        *end++ = static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10));
+        *end++ = static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF));
+      }
+    }
+  }
+  return static_cast<std::size_t>(end - out);
+}
+
+std::u16string Utf8ToUtf16(std::string_view text) {
+  std::u16string out(text.size(), u'\0');
+  out.resize(Utf8ToUtf16(text, out.data()));
+  return out;
+}
+
+std::string ToUtf8(std::string_view text) { return Utf16ToUtf8(ToUtf16(text)); }
+std::string FromUtf8(std::string_view text) { return FromUtf16(Utf8ToUtf16(text)); }
+
+}  // namespace zvuti::gbk

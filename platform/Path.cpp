@@ -1,0 +1,19 @@
+#include "platform/Path.h"
+
+#include "platform/CodePage936.h"
+
+namespace zvuti {
+
+std::string_view FolderOf(std::string_view path) {
+  std::size_t end = 0;
+  for (std::size_t i = 0, length; i < path.size(); i += length) {
+    length = gbk::CharLength(path, i);
+    const char last = path[i + length - 1];
+    // No GBK character has the trail byte 0x2F, so a slash separates behind a lead byte, too: names in
+    // another encoding bring such pairs along.
+    if (last == '/' || (last == '\\' && length == 1)) end = i + length;
+  }
+  return path.substr(0, end);
+}
+
+}  // namespace zvuti

@@ -1,0 +1,27 @@
+#include <ZvUtiLib/platform/Windows.h>
+
+#include "platform/Path.h"
+
+namespace zvuti {
+namespace {
+
+bool Exists(const char* path, bool isFolder) {
+  const DWORD attributes = GetFileAttributesA(NativePath(path).c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES &&
+         ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) == isFolder &&
+         (attributes & FILE_ATTRIBUTE_DEVICE) == 0;
+}
+
+}  // namespace
+
+// The system takes both separators, and knows where one is a trail byte.
+std::string NativePath(const char* path) { return path ? path : ""; }
+
+bool IsRegularFile(const char* path) { return Exists(path, false); }
+bool IsFolder(const char* path) { return Exists(path, true); }
+
+bool MakeFolder(const char* path) {
+  return CreateDirectoryA(NativePath(path).c_str(), nullptr) != 0 || IsFolder(path);
+}
+
+}  // namespace zvuti

@@ -1,0 +1,318 @@
+#include <ZvUtiLib/platform/XmlDom.h>
+
+#include <cstdio>
+#include <exception>
+#include <limits>
+#include <memory>
+#include <new>
+#include <string>
+#include <string_view>
+
+#include <ZvUtiLib/platform/CComPtr.h>
+
+#include "platform/CodePage936.h"
+#include "platform/OpenFile.h"
+#include "platform/com/Automation.h"
+#include "platform/com/XmlBuilder.h"
+#include "platform/com/XmlEncoding.h"
+#include "platform/com/XmlSelection.h"
+#include "platform/com/XmlTree.h"
+
+namespace zvuti::xml {
+namespace {
+
+// Counts are plain numbers: a document and its views belong to one thread at a time.
+class SharedTree final : public XmlTree {
+ public:
+  void AddRef() { ++references_; }
+  void Release() {
+    if (--references_ == 0) delete this;
+  }
+
+ private:
+  std::uint32_t references_ = 0;
+};
+
+// The counting part of an object, which is made by `new` and has one reference then.
+template <class Interface>
+class Counted : public Interface {
+ public:
+  Counted() = default;
+  Counted(const Counted&) = delete;
+  Counted& operator=(const Counted&) = delete;
+
+  std::uint32_t AddRef() final { return ++references_; }
+  std::uint32_t Release() final {
+    const std::uint32_t left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+
+ protected:
+  virtual ~Counted() = default;
+
+ private:
+  std::uint32_t references_ = 1;
+};
+
+// Stores a new object, or null where the heap refuses it.
+template <class Object, class Interface, class... Arguments>
+HRESULT Give(Interface** out, const Arguments&... arguments) {
+  *out = new (std::nothrow) Object(arguments...);
+  return *out ? S_OK : E_OUTOFMEMORY;
+}
+
+HRESULT GiveText(std::string_view utf8, BSTR* out) {
+  *out = AllocBstr(utf8);
+  return *out ? S_OK : E_OUTOFMEMORY;
+}
+
+std::u16string_view ViewOf(BSTR text) {
+  return text ? std::u16string_view(text, SysStringLen(text)) : std::u16string_view();
+}
+
+// Runs what may find the heap exhausted.
+template <class Work>
+HRESULT Guarded(Work work) noexcept {
+  try {
+    return work();
+  } catch (const std::exception&) {
+    return E_OUTOFMEMORY;
+  }
+}
+
+// A node or an attribute, made on demand; each view keeps the tree.
+class NodeView final : public Counted<IXMLDOMElement> {
+ public:
+  NodeView(const CComPtr<SharedTree>& tree, Place place) : tree_(tree), place_(place) {}
+
+  HRESULT QueryInterface(const IID& iid, void** out) override {
+    *out = nullptr;
+    const bool isElement = IsNode() && tree_->IsElement(place_.node);
+    if (!(iid == IID_IUnknown) && !(iid == IID_IXMLDOMNode) && !(iid == IID_IXMLDOMElement && isElement))
+      return E_NOINTERFACE;
+    AddRef();
+    *out = static_cast<IXMLDOMElement*>(this);
+    return S_OK;
+  }
+
+  HRESULT get_nodeName(BSTR* name) override { return GiveText(Name(), name); }
+
+  HRESULT get_text(BSTR* text) override {
+    if (!IsNode()) return GiveText(tree_->Bytes(AttributeHere().value), text);
+    const Node& node = NodeHere();
+    if (node.kind == NodeKind::kComment || node.kind == NodeKind::kInstruction) {
+      return GiveText(tree_->Bytes(node.content), text);
+    }
+    std::size_t most = 0;
+    tree_->VisitText(place_.node, [&](std::string_view piece) { most += piece.size(); });
+    if (most > std::numeric_limits<unsigned>::max()) return E_OUTOFMEMORY;
+    *text = SysAllocStringLen(nullptr, static_cast<unsigned>(most));
+    if (!*text) return E_OUTOFMEMORY;
+    std::size_t length = 0;
+    tree_->VisitText(place_.node,
+                     [&](std::string_view piece) { length += gbk::Utf8ToUtf16(piece, *text + length); });
+    ShortenBstr(*text, static_cast<unsigned>(length));
+    return S_OK;
+  }
+
+  HRESULT selectSingleNode(BSTR selection, IXMLDOMNode** node) override {
+    *node = nullptr;
+    return Guarded([&] {
+      const auto found = SelectFirst(*tree_, place_, gbk::Utf16ToUtf8(ViewOf(selection)));
+      return found ? Give<NodeView>(node, tree_, *found) : S_FALSE;
+    });
+  }
+
+  HRESULT hasChildNodes(VARIANT_BOOL* has) override {
+    *has = IsParent() && NodeHere().content.count > 0 ? VARIANT_TRUE : VARIANT_FALSE;
+    return S_OK;
+  }
+
+  HRESULT get_childNodes(IXMLDOMNodeList** list) override;
+
+  HRESULT getAttribute(BSTR name, VARIANT* value) override {
+    VariantInit(value);
+    return Guarded([&]() -> HRESULT {
+      const NameId id = tree_->names.Find(gbk::Utf16ToUtf8(ViewOf(name)));
+      const Attribute* found = id == kNoName ? nullptr : tree_->FindAttribute(place_.node, id);
+      if (!found) {
+        value->vt = VT_NULL;
+        return S_FALSE;
+      }
+      if (FAILED(GiveText(tree_->Bytes(found->value), &value->bstrVal))) return E_OUTOFMEMORY;
+      value->vt = VT_BSTR;
+      return S_OK;
+    });
+  }
+
+ private:
+  bool IsNode() const { return place_.attribute == 0; }
+  bool IsParent() const { return IsNode() && NodeHere().IsParent(); }
+  const Node& NodeHere() const { return tree_->nodes[place_.node]; }
+  const Attribute& AttributeHere() const { return tree_->attributes[place_.attribute - 1]; }
+
+  std::string_view Name() const {
+    if (!IsNode()) return tree_->names.At(AttributeHere().name);
+    switch (NodeHere().kind) {
+      case NodeKind::kDocument:
+        return "#document";
+      case NodeKind::kText:
+        return "#text";
+      case NodeKind::kCData:
+        return "#cdata-section";
+      case NodeKind::kComment:
+        return "#comment";
+      case NodeKind::kElement:
+      case NodeKind::kInstruction:
+      case NodeKind::kEntityReference:
+        break;
+    }
+    return tree_->names.At(NodeHere().name);
+  }
+
+  CComPtr<SharedTree> tree_;
+  Place place_;
+};
+
+class ListView final : public Counted<IXMLDOMNodeList> {
+ public:
+  ListView(const CComPtr<SharedTree>& tree, Span children) : tree_(tree), children_(children) {}
+
+  HRESULT QueryInterface(const IID& iid, void** out) override {
+    *out = nullptr;
+    if (!(iid == IID_IUnknown) && !(iid == IID_IXMLDOMNodeList)) return E_NOINTERFACE;
+    AddRef();
+    *out = static_cast<IXMLDOMNodeList*>(this);
+    return S_OK;
+  }
+
+  HRESULT get_item(long index, IXMLDOMNode** item) override {
+    *item = nullptr;
+    if (index < 0 || index >= static_cast<long>(children_.count)) return S_FALSE;
+    return Give<NodeView>(item, tree_,
+                          Place{tree_->children[children_.first + static_cast<std::uint32_t>(index)]});
+  }
+
+  HRESULT get_length(long* length) override {
+    *length = static_cast<long>(children_.count);
+    return S_OK;
+  }
+
+ private:
+  CComPtr<SharedTree> tree_;
+  Span children_;
+};
+
+HRESULT NodeView::get_childNodes(IXMLDOMNodeList** list) {
+  return Give<ListView>(list, tree_, IsParent() ? NodeHere().content : Span{});
+}
+
+std::string WithoutEscapes(std::string_view text) {
+  const auto digit = [](char c) {
+    const auto found = std::string_view("0123456789ABCDEFabcdef").find(c);
+    return found < 16 || found > 21 ? static_cast<int>(found) : static_cast<int>(found) - 6;
+  };
+  std::string plain;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool isEscape =
+        text[i] == '%' && i + 2 < text.size() && digit(text[i + 1]) >= 0 && digit(text[i + 2]) >= 0;
+    plain += isEscape ? static_cast<char>(digit(text[i + 1]) * 16 + digit(text[i + 2])) : text[i];
+    if (isEscape) i += 2;
+  }
+  return plain;
+}
+
+bool ReadFile(const std::string& path, std::string& bytes) {
+  if (path.find('\0') != std::string::npos) return false;
+  struct Closer {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
+  const std::unique_ptr<std::FILE, Closer> file(OpenForReading(path.c_str(), true));
+  const std::int64_t length = file ? LengthOf(file.get()) : -1;
+  if (length < 0 || length > std::numeric_limits<int>::max()) return false;
+  bytes.resize(static_cast<std::size_t>(length));
+  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+  return std::ferror(file.get()) == 0;
+}
+
+// Reads what a path or a file:// address names. An address has escapes such as %20; a path may have them.
+bool ReadSource(const std::string& source, std::string& bytes) {
+  constexpr std::string_view kScheme = "file://", kHost = "localhost";
+  std::string scheme = source.substr(0, kScheme.size());
+  gbk::FoldToLower(scheme.data(), scheme.size());
+  if (scheme != kScheme) return ReadFile(source, bytes) || ReadFile(WithoutEscapes(source), bytes);
+  std::string_view path = std::string_view(source).substr(kScheme.size());
+  if (path.substr(0, kHost.size()) == kHost && path.substr(kHost.size(), 1) == "/")
+    path.remove_prefix(kHost.size());
+  return ReadFile(WithoutEscapes(path), bytes);
+}
+
+class DocumentView final : public Counted<IXMLDOMDocument> {
+ public:
+  HRESULT QueryInterface(const IID& iid, void** out) override {
+    *out = nullptr;
+    if (!(iid == IID_IUnknown) && !(iid == IID_IXMLDOMDocument)) return E_NOINTERFACE;
+    AddRef();
+    *out = static_cast<IXMLDOMDocument*>(this);
+    return S_OK;
+  }
+
+  HRESULT put_async(VARIANT_BOOL) override { return S_OK; }
+
+  HRESULT load(VARIANT source, VARIANT_BOOL* isLoaded) override {
+    *isLoaded = VARIANT_FALSE;
+    tree_.Release();
+    if (source.vt != VT_BSTR) return E_INVALIDARG;
+    return Guarded([&] {
+      std::string bytes;
+      if (!ReadSource(gbk::FromUtf16(ViewOf(source.bstrVal)), bytes) || !ToUtf8(bytes)) return S_FALSE;
+      return Replace(bytes, isLoaded);
+    });
+  }
+
+  HRESULT loadXML(BSTR text, VARIANT_BOOL* isLoaded) override {
+    *isLoaded = VARIANT_FALSE;
+    tree_.Release();
+    return Guarded([&] {
+      std::u16string_view units = ViewOf(text);
+      units.remove_prefix(std::min(units.find_first_not_of(u" \t\r\n"), units.size()));
+      if (!IsWellFormedUtf16(units)) return S_FALSE;
+      return Replace(gbk::Utf16ToUtf8(units), isLoaded);
+    });
+  }
+
+  HRESULT get_documentElement(IXMLDOMElement** element) override {
+    *element = nullptr;
+    for (NodeId id = 1; tree_ && id < tree_->nodes.size(); ++id) {
+      if (tree_->IsElement(id)) return Give<NodeView>(element, tree_, Place{id});
+    }
+    return S_FALSE;
+  }
+
+ private:
+  HRESULT Replace(std::string_view utf8, VARIANT_BOOL* isLoaded) {
+    const CComPtr<SharedTree> tree(new SharedTree);
+    if (!Build(utf8, *tree)) return S_FALSE;
+    tree_ = tree;
+    *isLoaded = VARIANT_TRUE;
+    return S_OK;
+  }
+
+  CComPtr<SharedTree> tree_;
+};
+
+}  // namespace
+}  // namespace zvuti::xml
+
+HRESULT CoCreateInstance(const CLSID& classId, IUnknown* outer, unsigned context, const IID& interfaceId,
+                         void** out) {
+  *out = nullptr;
+  if (!(classId == CLSID_DOMDocument) || context == 0) return REGDB_E_CLASSNOTREG;
+  if (outer) return E_INVALIDARG;
+  auto* const document = new (std::nothrow) zvuti::xml::DocumentView;
+  if (!document) return E_OUTOFMEMORY;
+  const HRESULT result = document->QueryInterface(interfaceId, out);
+  document->Release();
+  return result;
+}

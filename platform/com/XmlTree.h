@@ -1,0 +1,118 @@
+// XmlTree: a parsed document, in a few arrays that all views of it share.
+//
+// Nodes stand in document order, so a node's descendants are the ids between it and its `end`, and the
+// whole tree is walked, searched and freed without recursion, however deep it is. Text is UTF-8.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zvuti::xml {
+
+using NodeId = std::uint32_t;
+using NameId = std::uint32_t;
+
+constexpr NodeId kDocumentNode = 0;
+constexpr NameId kNoName = 0xFFFFFFFF;
+
+/// White space as XML has it: blank, tab, line feed, carriage return.
+constexpr bool IsSpace(char byte) { return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r'; }
+
+enum class NodeKind : std::uint8_t {
+  kDocument,
+  kElement,
+  kText,
+  kCData,
+  kComment,
+  kInstruction,
+  kEntityReference
+};
+
+/// A stretch of one of the tree's arrays.
+struct Span {
+  std::uint32_t first = 0, count = 0;
+};
+
+struct Node {
+  NodeKind kind = NodeKind::kDocument;
+  bool preservesSpace = false;       ///< xml:space="preserve" is in scope
+  bool followsDroppedSpace = false;  ///< white space that made no node stands between it and the node before
+  NameId name = kNoName;
+  NodeId parent = kDocumentNode;
+  NodeId end = 0;  ///< behind the last descendant
+  Span content;    ///< children of a document or element, bytes of text of any other kind
+  Span attributes;
+
+  bool IsParent() const { return kind == NodeKind::kElement || kind == NodeKind::kDocument; }
+};
+
+struct Attribute {
+  NameId name = kNoName;
+  Span value;
+};
+
+/// Names, each stored once.
+class NameTable {
+ public:
+  /// The number of `name`, which is added where it is new.
+  NameId Intern(std::string_view name);
+  /// The number of `name`, or kNoName.
+  NameId Find(std::string_view name) const;
+  std::string_view At(NameId id) const { return {text_.data() + spans_[id].first, spans_[id].count}; }
+
+ private:
+  std::size_t SlotOf(std::string_view name) const;
+  void Grow();
+
+  std::string text_;
+  std::vector<Span> spans_;
+  std::vector<NameId> slots_;  // open addressing; a power of two, never full
+};
+
+struct XmlTree {
+  std::vector<Node> nodes;       ///< the document first
+  std::vector<NodeId> children;  ///< those of one node stand together
+  std::vector<Attribute> attributes;
+  std::string text;
+  NameTable names;
+
+  std::string_view Bytes(Span span) const { return {text.data() + span.first, span.count}; }
+  bool IsElement(NodeId id) const { return nodes[id].kind == NodeKind::kElement; }
+  /// Attribute `name` of an element, or null.
+  const Attribute* FindAttribute(NodeId element, NameId name) const;
+
+  /// Calls `take` with each piece of text in the node, in order: one blank stands for white space that
+  /// made no node between two pieces, and white space is cut at both ends, as far as it may be.
+  template <class Take>
+  void VisitText(NodeId id, Take take) const;
+};
+
+template <class Take>
+void XmlTree::VisitText(NodeId id, Take take) const {
+  const auto mayCut = [this](NodeId piece) {
+    return nodes[piece].kind == NodeKind::kText && !nodes[piece].preservesSpace;
+  };
+  std::string_view waiting;  // the latest piece: only the next one tells whether its end may be cut
+  NodeId last = kDocumentNode;
+  bool isSpaceDropped = false;
+  for (NodeId i = id; i < nodes[id].end; ++i) {
+    const Node& node = nodes[i];
+    isSpaceDropped |= node.followsDroppedSpace;
+    if (node.kind != NodeKind::kText && node.kind != NodeKind::kCData) continue;
+    std::string_view piece = Bytes(node.content);
+    if (last == kDocumentNode) {
+      while (mayCut(i) && !piece.empty() && IsSpace(piece.front())) piece.remove_prefix(1);
+    } else {
+      take(waiting);
+      if (isSpaceDropped) take(std::string_view(" "));
+    }
+    waiting = piece, last = i, isSpaceDropped = false;
+  }
+  if (last == kDocumentNode) return;
+  while (mayCut(last) && !waiting.empty() && IsSpace(waiting.back())) waiting.remove_suffix(1);
+  take(waiting);
+}
+
+}  // namespace zvuti::xml
