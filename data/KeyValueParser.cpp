@@ -1,0 +1,74 @@
+#include "data/KeyValueParser.h"
+
+#include <cstring>
+
+namespace zvuti {
+
+namespace {
+
+constexpr unsigned kAllOptions = ParseFoldKeys | ParseFoldValues | ParseTrim;
+
+constexpr bool IsBlank(char byte) { return (byte >= 9 && byte <= 13) || byte == ' '; }
+
+char* FindOr(char* begin, char* end, char byte, char* otherwise) {
+  void* found = std::memchr(begin, byte, static_cast<std::size_t>(end - begin));
+  return found ? static_cast<char*>(found) : otherwise;
+}
+
+void Fold(char* begin, const char* end) {
+  for (; begin != end; ++begin) {
+    if (*begin >= 'A' && *begin <= 'Z') *begin = static_cast<char>(*begin + ('a' - 'A'));
+  }
+}
+
+struct Separators {
+  char pairMark;
+  char endMark;
+};
+
+/// Drops blanks on both sides. In front, a blank that is a separator is not skipped but is text: only
+/// a value can begin with one, as a mark of pairs means nothing there.
+void Trim(char*& begin, char*& end, Separators separators) {
+  while (begin != end && IsBlank(*begin) && *begin != separators.pairMark && *begin != separators.endMark)
+    ++begin;
+  while (begin != end && IsBlank(end[-1])) --end;
+}
+
+}  // namespace
+
+void ParseKeyValues(CStringDict& dict, const char* text, const char* separators, int length,
+                    unsigned options) {
+  if (!text || options > kAllOptions) return;
+  std::size_t count = 0;
+  if (length < 0) {
+    count = std::strlen(text);
+  } else {
+    while (count < static_cast<std::size_t>(length) && text[count] != '\0') ++count;
+  }
+  // A zero mark is never met, and ends the separators.
+  const Separators marks{separators[0], separators[0] != '\0' ? separators[1] : '\0'};
+
+  // The copy is folded and cut in place, so that keys and values are handed on as they lie.
+  CTextString copy(std::string_view(text, count));
+  CTextString name;
+  char* const end = copy.data() + count;
+  for (char* key = copy.data(); key < end;) {
+    char* valueEnd = FindOr(key, end, marks.endMark, end);
+    char* const next = valueEnd + 1;
+    char* keyEnd = FindOr(key, valueEnd, marks.pairMark, nullptr);
+    if (keyEnd) {
+      char* value = keyEnd + 1;
+      if ((options & ParseTrim) != 0) {
+        Trim(key, keyEnd, marks);
+        Trim(value, valueEnd, marks);
+      }
+      if ((options & ParseFoldKeys) != 0) Fold(key, keyEnd);
+      if ((options & ParseFoldValues) != 0) Fold(value, valueEnd);
+      *valueEnd = '\0';
+      if (key != keyEnd) dict.SetValue(name.assign(key, static_cast<unsigned>(keyEnd - key)), value);
+    }
+    key = next;
+  }
+}
+
+}  // namespace zvuti

@@ -1,0 +1,249 @@
+// Reader: the walk over a record's rows that fills it from a cursor.
+//
+// For any bytes the result, and what is left on the stream, are those of reading each field by itself
+// with CStreamReader::Read. Whether the bytes of a whole run of fixed-width rows are there is asked
+// once, at its start; only near the end of the stream does each field ask for itself.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <new>
+#include <string>
+#include <vector>
+
+#include <ZvUtiLib/data/Cursor.h>
+
+#include "data/wire/Rows.h"
+#include "data/wire/Sinks.h"
+
+namespace zvuti::wire {
+
+/// Grows a sequence by `count` elements, which `read` fills while it moves its argument on from the
+/// first new one to the end. An exception leaves the elements that reading one by one leaves.
+template <class T, class Read>
+void GrowBy(std::vector<T>& items, std::size_t count, Read read) {
+  std::size_t done = items.size();
+  items.resize(done + count);
+  // No destructor may do this: where unwinding runs into a loop, GCC 12 takes what a Reader stores on
+  // its way out for dead.
+  try {
+    read(done);
+  } catch (...) {
+    while (items.size() > done) items.pop_back();
+    throw;
+  }
+}
+
+void TakeList(Cursor& cursor, std::vector<std::string>& texts);
+
+template <class R>
+void TakeList(Cursor& cursor, std::vector<R>& records) {
+  Codec<R>::ReadList(cursor, records);
+}
+
+/// A map whose entries are blocks that hold their own key. The block that the stream ends in is the
+/// one before it again.
+template <class Map, class KeyOf>
+void TakeBlockMap(Cursor& cursor, Map& map, KeyOf keyOf) {
+  std::int32_t count = 0;
+  cursor.Take(&count, sizeof count);
+  typename Map::mapped_type block{};
+  for (std::int32_t i = 0; i < count; ++i) {
+    const bool isWhole = cursor.Take(&block, sizeof block);
+    map.insert_or_assign(map.end(), block.*keyOf, block);
+    if (!isWhole) break;  // from here on every entry is the same assignment
+  }
+}
+
+class Reader {
+ public:
+  static constexpr bool kReads = true;
+
+  /// `runs` are the runs of the record's shape.
+  ZV_INLINE Reader(Cursor& cursor, const std::uint16_t* runs)
+      : cursor_(cursor), at_(cursor.at), end_(cursor.end), runs_(runs) {
+    StartRun();
+  }
+  ZV_INLINE ~Reader() { cursor_.at = at_; }
+  Reader(const Reader&) = delete;
+  Reader& operator=(const Reader&) = delete;
+
+  /// Begins a further record of the same type.
+  ZV_INLINE void Restart(const std::uint16_t* runs) {
+    word_ = 0;
+    runs_ = runs;
+    StartRun();
+  }
+
+  template <class T>
+  ZV_INLINE void i8(const char*, T& field) {
+    Number<1>(field);
+  }
+  template <class T>
+  ZV_INLINE void i16(const char*, T& field) {
+    Number<2>(field);
+  }
+  template <class T>
+  ZV_INLINE void i32(const char*, T& field) {
+    Number<4>(field);
+  }
+  template <class T>
+  ZV_INLINE void i64(const char*, T& field) {
+    Number<8>(field);
+  }
+
+  // The word is cleared once per record: where the bytes end between two codes, the second one takes
+  // the value of the first.
+  template <class T>
+  ZV_INLINE void code(const char*, T& field) {
+    static_assert(sizeof(T) == 4);
+    auto byte = static_cast<std::uint8_t>(word_);
+    TakeBytes<1>(&byte);
+    word_ = byte;
+    field = static_cast<T>(word_);
+  }
+
+  template <class E>
+  ZV_INLINE void tag(const char*, E& field) {
+    std::uint32_t word = 0;
+    TakeBytes<4>(&word);
+    const std::uint32_t member = kTags<E>.MemberOf(word);
+    if (member < kTags<E>.count) {
+      field = static_cast<E>(member);
+    } else if (kTags<E>.unknownThrows) {
+      throw UnknownMember();
+    }
+  }
+
+  // Not inlined: with a text in each row the compiler would follow every path through all of them.
+  void text(const char*, std::string& field) {
+    std::uint16_t count = 0;
+    TakeBytes<2>(&count);
+    if (count > 0 && count <= Left()) {
+      field.assign(reinterpret_cast<const char*>(at_), count);
+      at_ += count;
+    } else {
+      field.resize(count);
+    }
+    StartRun();
+  }
+
+  template <class T>
+  void list(const char*, std::vector<T>& items) {
+    const Lend lend(*this);
+    TakeList(cursor_, items);
+  }
+
+  template <class Map>
+  void map(const char*, Map& entries) {
+    const Lend lend(*this);
+    TakeMap(cursor_, entries);
+  }
+
+  template <class Map, class KeyOf>
+  void blockMap(const char*, Map& entries, KeyOf keyOf) {
+    const Lend lend(*this);
+    TakeBlockMap(cursor_, entries, keyOf);
+  }
+
+  template <class T>
+  ZV_INLINE void block16(const char*, T& field) {
+    Block<16>(field);
+  }
+  template <class T>
+  ZV_INLINE void block24(const char*, T& field) {
+    Block<24>(field);
+  }
+  template <class T>
+  ZV_INLINE void block64(const char*, T& field) {
+    Block<64>(field);
+  }
+
+  template <class R>
+  void record(const char*, R& nested) {
+    const Lend lend(*this);
+    Codec<R>::Read(cursor_, nested);
+  }
+  template <class R>
+  void base(R& part) {
+    const Lend lend(*this);
+    Codec<R>::Read(cursor_, part);
+  }
+
+  /// The part reads from the stream itself, so that a class derived from it takes part.
+  template <class T>
+  void viaOperators(const char*, T& part) {
+    const Lend lend(*this);
+    cursor_.Settle();
+    struct Resumed {
+      Cursor& cursor;
+      ~Resumed() { cursor.Resume(); }
+    } const resumed{cursor_};
+    // Hosts put derived objects in the place of the part: no guessing of its type.
+    cursor_.Stream() >> *std::launder(&part);
+  }
+
+  template <class R>
+  ZV_INLINE bool onlyIf(const char*, const R& record, bool (R::*holds)() const) {
+    return (record.*holds)();
+  }
+
+ private:
+  // Hands the place over to the cursor while something else reads, and takes it back.
+  class Lend {
+   public:
+    ZV_INLINE explicit Lend(Reader& reader) : reader_(reader) { reader.cursor_.at = reader.at_; }
+    ZV_INLINE ~Lend() {
+      reader_.at_ = reader_.cursor_.at;
+      reader_.end_ = reader_.cursor_.end;
+      reader_.StartRun();
+    }
+    Lend(const Lend&) = delete;
+    Lend& operator=(const Lend&) = delete;
+
+   private:
+    Reader& reader_;
+  };
+
+  ZV_INLINE std::size_t Left() const { return static_cast<std::size_t>(end_ - at_); }
+  ZV_INLINE void StartRun() { isRoomy_ = Left() >= *runs_++; }
+
+  template <std::size_t kBytes>
+  ZV_INLINE void TakeBytes(void* out) {
+    if (isRoomy_ || Left() >= kBytes) {
+      std::memcpy(out, at_, kBytes);
+      at_ += kBytes;
+    }
+  }
+  template <std::size_t kWidth, class T>
+  ZV_INLINE void Number(T& field) {
+    static_assert(sizeof(T) == kWidth && kIsNumber<T>);
+    TakeBytes<kWidth>(&field);
+  }
+  template <std::size_t kWidth, class T>
+  ZV_INLINE void Block(T& field) {
+    static_assert(kIsBlock<T, kWidth>);
+    TakeBytes<kWidth>(&field);
+  }
+
+  Cursor& cursor_;
+  const unsigned char* at_;
+  const unsigned char* end_;
+  const std::uint16_t* runs_;
+  bool isRoomy_ = false;
+  std::uint32_t word_ = 0;
+};
+
+inline void TakeList(Cursor& cursor, std::vector<std::string>& texts) {
+  static constexpr std::uint16_t kRuns[] = {2, 0};
+  std::uint16_t count = 0;
+  cursor.Take(&count, sizeof count);
+  GrowBy(texts, count, [&](std::size_t& done) {
+    for (Reader v(cursor, kRuns); done < texts.size(); ++done) {
+      v.Restart(kRuns);
+      v.text("", texts[done]);
+    }
+  });
+}
+
+}  // namespace zvuti::wire

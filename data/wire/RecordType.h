@@ -1,0 +1,111 @@
+// RecordType: a record type as a value, and the walk over its rows behind one virtual interface, for
+// everything that is not in a hurry: listing, dumping, filling by name, checking.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <type_traits>
+
+#include <ZvUtiLib/data/CStream.h>
+
+#include "data/wire/Rows.h"
+
+namespace zvuti::wire {
+
+class RowVisitor;
+struct OwnForm;
+
+struct RecordType {
+  using Object = std::unique_ptr<void, void (*)(void*)>;
+
+  const char* name;
+  std::size_t blockBytes;  ///< size of a record that goes as its memory image, otherwise 0
+
+  Object (*make)();  ///< a default-constructed record
+  void (*read)(CStreamReader& in, void* record);
+  void (*write)(CStreamWriter& out, const void* record);
+  void (*walk)(RowVisitor& rows, void* record);
+
+  /// For the record whose framing no list expresses: its own listing, dump and filling; `walk` is null.
+  const OwnForm* own;
+};
+
+/// An integer field.
+struct NumberRef {
+  void* at;
+  unsigned bytes;
+  bool isSigned;
+
+  template <class T>
+  static NumberRef Of(T& field) {
+    if constexpr (std::is_enum_v<T>) {
+      return {&field, sizeof field, std::is_signed_v<std::underlying_type_t<T>>};
+    } else {
+      return {&field, sizeof field, std::is_signed_v<T>};
+    }
+  }
+
+  /// The value, extended to 64 bits by its sign.
+  std::int64_t Get() const;
+  /// Stores the low bytes of `value`.
+  void Set(std::int64_t value) const;
+};
+
+/// A sequence of records, or of texts where `elements` is null.
+class ListRef {
+ public:
+  explicit ListRef(const RecordType* elements_) : elements(elements_) {}
+  virtual ~ListRef() = default;
+  virtual std::size_t Size() const = 0;
+  virtual void Resize(std::size_t size) = 0;
+  virtual void* At(std::size_t index) = 0;
+
+  const RecordType* const elements;
+};
+
+/// A map from 32-bit numbers to 32-bit numbers, or to blocks where `blocks` is not null.
+class MapRef {
+ public:
+  MapRef(const RecordType* blocks_, bool hasSignedKeys_, bool hasSignedValues_)
+      : blocks(blocks_), hasSignedKeys(hasSignedKeys_), hasSignedValues(hasSignedValues_) {}
+  virtual ~MapRef() = default;
+  virtual std::size_t Size() const = 0;
+  /// In key order; `value` is the block or the number.
+  virtual void ForEach(const std::function<void(std::int64_t key, void* value)>& visit) = 0;
+  /// The value under a key (its low 32 bits), made if it is not there.
+  virtual void* Entry(std::int64_t key) = 0;
+  /// The key that a block holds.
+  virtual std::int64_t KeyOf(const void* block) const = 0;
+
+  const RecordType* const blocks;
+  const bool hasSignedKeys;
+  const bool hasSignedValues;
+};
+
+/// How a record stands in another one.
+enum class Place {
+  kNested,  ///< a field
+  kBase,    ///< the record that it extends; its fields are fields of the outer one
+  kBlock,   ///< a field that goes as its memory image
+  kOpen,    ///< a field that reads and writes itself through virtual operations
+};
+
+class RowVisitor {
+ public:
+  virtual ~RowVisitor() = default;
+  virtual void Number(const char* name, NumberRef field) = 0;
+  virtual void Code(const char* name, NumberRef field) = 0;
+  virtual void Tag(const char* name, NumberRef field, const TagTable& tags) = 0;
+  virtual void Text(const char* name, std::string& field) = 0;
+  virtual void List(const char* name, ListRef& items) = 0;
+  virtual void Map(const char* name, MapRef& entries) = 0;
+  virtual void Reserved(const char* name, void* bytes, std::size_t count) = 0;
+  virtual void Record(const char* name, const RecordType& type, void* record, Place place) = 0;
+  /// Says whether the next row is to be walked; it travels if `holds`.
+  virtual bool OnlyIf(const char* condition, bool holds) = 0;
+};
+
+}  // namespace zvuti::wire

@@ -1,0 +1,154 @@
+// The row list of a record: what goes over the wire, in which order and at which width.
+//
+// A list is written once, in the record's source file, as calls on a visitor `v` with the record `r`;
+// writer, reader, measuring and everything that shows a record are visitors of it. See Codec.h for how
+// a record is added.
+#pragma once
+
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+
+// The hot path of a record is one straight run of moves; left to itself the compiler calls out.
+#define ZV_INLINE [[gnu::always_inline]] inline
+
+/// Opens the row list of a record type.
+#define ZV_ROWS(R_)                           \
+  template <class V, ::zvuti::wire::Is<R_> R> \
+  ZV_INLINE constexpr void Rows([[maybe_unused]] V& v, [[maybe_unused]] R& r)
+
+/// Name and field of a row.
+#define ZV_ROW(field) #field, r.field
+
+namespace zvuti::wire {
+
+/// R is T, const for those that write.
+template <class R, class T>
+concept Is = std::same_as<std::remove_const_t<R>, T>;
+
+/// A record as the record that it extends.
+template <class Base, class R>
+constexpr auto& BaseOf(R& record) {
+  static_assert(std::is_base_of_v<Base, R>);
+  if constexpr (std::is_const_v<R>) {
+    return static_cast<const Base&>(record);
+  } else {
+    return static_cast<Base&>(record);
+  }
+}
+
+template <class T>
+inline constexpr bool kIsNumber = std::is_integral_v<T> && !std::is_same_v<std::remove_const_t<T>, bool>;
+
+/// T may travel as its memory image: no padding, so every byte of it has a value.
+template <class T, std::size_t kBytes>
+inline constexpr bool kIsBlock =
+    sizeof(T) == kBytes&& std::is_trivially_copyable_v<T>&& std::has_unique_object_representations_v<T>;
+
+/// The wire tags of an enumeration whose members are 0, 1, 2 and so on; no tag is 0.
+struct TagTable {
+  const char* name;
+  const std::uint32_t* tags;
+  std::uint32_t count;
+  bool unknownThrows;  ///< otherwise an unknown member writes nothing and an unknown tag stores nothing
+
+  /// The tag of a member, or null.
+  template <class E>
+  constexpr const std::uint32_t* TagOf(E member) const {
+    const auto number = static_cast<std::uint32_t>(member);
+    return number < count ? tags + number : nullptr;
+  }
+  /// The number of the member with a tag, or `count`.
+  constexpr std::uint32_t MemberOf(std::uint32_t tag) const {
+    std::uint32_t number = 0;
+    while (number < count && tags[number] != tag) ++number;
+    return number;
+  }
+};
+
+/// The table of an enumeration; the header that knows E's tags gives its value.
+template <class E>
+inline constexpr TagTable kTags = {nullptr, nullptr, 0, true};
+
+template <class R>
+struct Codec;
+
+/// The fixed-width bytes of a record's rows, run by run: a run ends at a row of variable length, and
+/// holds the count of a text that ends it.
+struct Shape {
+  std::uint16_t runs[48] = {};
+  int rowsBetween = 0;  ///< rows of variable length, one less than there are runs
+  int openParts = 0;    ///< rows that read and write themselves
+};
+
+/// Measures the shape, at compile time and without an object. A conditional row counts as present.
+class Meter {
+ public:
+  static constexpr bool kReads = false;
+
+  constexpr void i8(const char*, const auto&) { Fixed(1); }
+  constexpr void i16(const char*, const auto&) { Fixed(2); }
+  constexpr void i32(const char*, const auto&) { Fixed(4); }
+  constexpr void i64(const char*, const auto&) { Fixed(8); }
+  constexpr void code(const char*, const auto&) { Fixed(1); }
+  constexpr void tag(const char*, const auto&) { Fixed(4); }
+  constexpr void block16(const char*, const auto&) { Fixed(16); }
+  constexpr void block24(const char*, const auto&) { Fixed(24); }
+  constexpr void block64(const char*, const auto&) { Fixed(64); }
+  constexpr void text(const char*, const auto&) {
+    Fixed(2);
+    EndRun();
+  }
+  constexpr void list(const char*, const auto&) { EndRun(); }
+  constexpr void map(const char*, const auto&) { EndRun(); }
+  constexpr void blockMap(const char*, const auto&, auto) { EndRun(); }
+  constexpr void record(const char*, const auto&) { EndRun(); }
+  constexpr void base(const auto&) { EndRun(); }
+  constexpr void viaOperators(const char*, const auto&) {
+    EndRun();
+    ++shape_.openParts;
+  }
+  constexpr bool onlyIf(const char*, const auto&, auto) { return true; }
+
+  constexpr const Shape& Result() const { return shape_; }
+
+ private:
+  constexpr void Fixed(int bytes) {
+    auto& run = shape_.runs[shape_.rowsBetween];
+    run = static_cast<std::uint16_t>(run + bytes);
+  }
+  constexpr void EndRun() { ++shape_.rowsBetween; }
+
+  Shape shape_;
+};
+
+// An object that is only named, never looked at: it has no definition.
+template <class R>
+union Phantom {
+  char none;
+  R record;
+  Phantom();
+  ~Phantom();
+};
+template <class R>
+extern Phantom<R> phantom;
+
+#if defined(__clang__)
+#  pragma clang diagnostic push
+#  pragma clang diagnostic ignored "-Wundefined-var-template"
+#endif
+template <class R>
+constexpr Shape MeasureShape() {
+  Meter meter;
+  Rows(meter, phantom<R>.record);
+  return meter.Result();
+}
+#if defined(__clang__)
+#  pragma clang diagnostic pop
+#endif
+
+template <class R>
+inline constexpr Shape kShape = MeasureShape<R>();
+
+}  // namespace zvuti::wire

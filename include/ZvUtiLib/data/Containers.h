@@ -1,0 +1,94 @@
+// Stream operators of containers: std::vector of whatever has the pair, std::map of 32-bit numbers.
+//
+// Reading adds to what the target holds: elements go behind those in it, map entries replace those of
+// the same key. A library record brings operators of its own for its sequence, which do the same in
+// time linear in the bytes; elements of other types are read and written one by one.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include <ZvUtiLib/Export.h>
+#include <ZvUtiLib/data/CStream.h>
+#include <ZvUtiLib/data/Cursor.h>
+
+namespace zvuti::wire {
+
+template <class T>
+inline constexpr bool kIsBulk = kIsPlain<T> && !std::is_same_v<T, bool>;
+
+template <class Key, class Value>
+inline constexpr bool kIsPlainEntry = kIsPlain<Key> && sizeof(Key) == 4 && kIsPlain<Value> &&
+                                      sizeof(Value) == 4;
+
+}  // namespace zvuti::wire
+
+/// Sequences of texts.
+ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const std::vector<std::string>& texts);
+ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, std::vector<std::string>& texts);
+
+/// Writes a 16-bit count and the elements. Of a longer sequence the count has the low 16 bits of its
+/// size, and as many leading elements follow.
+template <class T, class Allocator>
+CStreamWriter& operator<<(CStreamWriter& out, const std::vector<T, Allocator>& items) {
+  const auto count = static_cast<std::uint16_t>(items.size());
+  if constexpr (zvuti::wire::kIsBulk<T>) {
+    const unsigned bytes = count * static_cast<unsigned>(sizeof(T));
+    if (out.Reserve(static_cast<int>(sizeof count + bytes), GrowRounded)) {
+      out << count;
+      if (count > 0) out.Write(items.data(), bytes);
+      return out;
+    }
+  }
+  out << count;
+  for (std::uint16_t i = 0; i < count; ++i) out << items[i];
+  return out;
+}
+
+/// Reads a 16-bit count and adds as many elements, each default-constructed and then read.
+template <class T, class Allocator>
+CStreamReader& operator>>(CStreamReader& in, std::vector<T, Allocator>& items) {
+  std::uint16_t count = 0;
+  in >> count;
+  if constexpr (zvuti::wire::kIsBulk<T>) {
+    const std::size_t first = items.size();
+    items.resize(first + count);
+    const std::size_t present =
+        std::min<std::size_t>(count, static_cast<std::size_t>(in.Length()) / sizeof(T));
+    in.Read(items.data() + first, static_cast<int>(present * sizeof(T)));
+  } else {
+    for (std::uint16_t i = 0; i < count; ++i) {
+      T item{};
+      in >> item;
+      items.push_back(std::move(item));
+    }
+  }
+  return in;
+}
+
+/// Writes a 32-bit count and the entries in key order, each its key and its value.
+template <class Key, class Value, class Order, class Allocator,
+          std::enable_if_t<zvuti::wire::kIsPlainEntry<Key, Value>, int> = 0>
+CStreamWriter& operator<<(CStreamWriter& out, const std::map<Key, Value, Order, Allocator>& map) {
+  constexpr std::size_t kLargest = std::numeric_limits<int>::max();
+  // Makes room once; where that is refused, the entries take what room they find.
+  out.Reserve(static_cast<int>(std::min(kLargest, 4 + std::min(kLargest / 8, map.size()) * 8)), GrowRounded);
+  out << static_cast<std::uint32_t>(map.size());
+  for (const auto& [key, value] : map) out << key << value;
+  return out;
+}
+
+/// Reads a signed 32-bit count and assigns as many entries; a count below 1 reads none.
+template <class Key, class Value, class Order, class Allocator,
+          std::enable_if_t<zvuti::wire::kIsPlainEntry<Key, Value>, int> = 0>
+CStreamReader& operator>>(CStreamReader& in, std::map<Key, Value, Order, Allocator>& map) {
+  zvuti::wire::Cursor cursor(in);
+  zvuti::wire::TakeMap(cursor, map);
+  return in;
+}

@@ -1,0 +1,19 @@
+// The ordered containers of the record layer, whose nodes lie in sized blocks.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <set>
+#include <utility>
+
+#include <ZvUtiLib/data/SizedMemory.h>
+
+namespace zvuti {
+
+template <class Key, class Value, class Order = std::less<Key>>
+using SizedMap = std::map<Key, Value, Order, SizedAllocator<std::pair<const Key, Value>>>;
+
+template <class Key, class Order = std::less<Key>>
+using SizedSet = std::set<Key, Order, SizedAllocator<Key>>;
+
+}  // namespace zvuti

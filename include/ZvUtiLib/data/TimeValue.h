@@ -1,0 +1,61 @@
+// CTimeValue and CTimeSpanValue: moments and spans in whole seconds, 64 bits wide, with the calendar
+// of the system's time zone.
+//
+// Plain values: any thread may use them, and nothing is cached. Sums and differences beyond 64 bits
+// wrap.
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+
+#include <ZvUtiLib/Export.h>
+
+/// A span of seconds, which may be negative.
+class ZVUTILIB_API CTimeSpanValue {
+ public:
+  /// The four parts need not be in their usual ranges. They are summed up in 32 bits, so spans beyond
+  /// 2,147,483,647 seconds, about 24,855 days, wrap.
+  CTimeSpanValue(int days, int hours, int minutes, int seconds);
+  explicit CTimeSpanValue(std::int64_t seconds) : seconds_(seconds) {}
+
+  std::int64_t GetTotalSeconds() const { return seconds_; }
+  /// Whole hours of the count's low 32 bits, cut toward zero.
+  std::int32_t GetTotalHours() const;
+
+ private:
+  std::int64_t seconds_;
+};
+
+/// A moment: seconds since 1970-01-01 00:00 UTC. The calendar knows the years from 1970 to 3000.
+class ZVUTILIB_API CTimeValue {
+ public:
+  explicit CTimeValue(std::int32_t seconds) : seconds_(seconds) {}
+  /// A moment of local time. Parts outside their ranges carry over, month 13 into the next year. A
+  /// `dst` above 0 says that daylight saving is in force, 0 that it is not, -1 leaves it to the system.
+  /// A date before 1970 or after 3000 gives a moment of -1.
+  CTimeValue(int year, int month, int day, int hour, int minute, int second, int dst);
+  static CTimeValue FromSeconds(std::int64_t seconds);
+
+  std::int64_t GetTime() const { return seconds_; }
+
+  /// Writes the local calendar fields to `out` and returns it. Without an `out` the result points to
+  /// fields that are good until this thread's next call without one. Null, with `out` untouched, when
+  /// the calendar does not know the moment.
+  std::tm* GetLocalTm(std::tm* out) const;
+
+  // One field of the local calendar each; 0 when the calendar does not know the moment.
+  int GetYear() const;    ///< four digits
+  int GetMonth() const;   ///< 1 to 12
+  int GetDay() const;     ///< 1 to 31
+  int GetHour() const;    ///< 0 to 23
+  int GetMinute() const;  ///< 0 to 59
+  int GetSecond() const;  ///< 0 to 59
+
+  CTimeValue& operator+=(CTimeSpanValue span);
+  CTimeValue operator+(CTimeSpanValue span) const;
+  CTimeSpanValue operator-(CTimeValue other) const;
+  bool operator<=(CTimeValue other) const { return seconds_ <= other.seconds_; }
+
+ private:
+  std::int64_t seconds_;
+};
