@@ -1,0 +1,65 @@
+// What the library knows of the form of its records: listing the rows of a record, showing bytes as a
+// record, making the bytes of a record from named values.
+//
+// Paths name a field as the structure does: "Text1", "Status.Kind", "Items[2].Count" (an element of a
+// sequence), "Attributes[-5]" (the value under a key of a map), "Block.Amount1". Fields of a record that
+// another one extends have no prefix. Numbers are decimal, also 0x... where a value is given. A tagged
+// enumeration is its member's name, "StatusKind3". Texts are GBK bytes as they are, but for control
+// bytes and the backslash, which are \x and two digits (a backslash may also be given as two of them).
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include <ZvUtiLib/Export.h>
+
+namespace zvuti {
+
+/// One row of a record, in wire order.
+struct RecordRow {
+  std::string name;  ///< of the field; empty where a whole record is extended
+  /// "8", "16", "32", "64", "byte code", "StatusKind tag", "text", "sequence of ItemRecord", "map",
+  /// "map of AmountEntry", "block of 64", "reserved 4", or the name of a record
+  std::string form;
+  std::string type;       ///< the record inside, if there is one
+  std::string condition;  ///< when the row travels; empty for always
+};
+
+/// One value among the bytes of a record.
+struct DumpRow {
+  std::size_t offset = 0;
+  std::size_t size = 0;  ///< of a sequence or map: its count alone
+  std::string path;
+  std::string form;
+  std::string value;  ///< of a sequence or map: the count
+};
+
+struct RecordDump {
+  std::vector<DumpRow> rows;
+  std::size_t size = 0;  ///< bytes that the rows take; what is left belongs to something else
+  bool isWhole = false;
+  std::string problem;  ///< where the bytes end or stop making sense, when the record is not whole
+};
+
+struct NamedValue {
+  std::string path;
+  std::string value;
+};
+
+/// Names of all records.
+ZVUTILIB_API std::vector<std::string> RecordNames();
+
+/// The rows of a record; false when there is no such record.
+ZVUTILIB_API bool ListRecord(const std::string& record, std::vector<RecordRow>& rows);
+
+/// Shows bytes as a record, up to the first row that does not fit; false when there is no such record.
+ZVUTILIB_API bool DumpRecord(const std::string& record, const void* bytes, std::size_t count,
+                             RecordDump& dump);
+
+/// The bytes of a default record with the given values put into it. A sequence grows to the index that
+/// is named, or to the size that is given as its value. On a problem, returns false and says which.
+ZVUTILIB_API bool FillRecord(const std::string& record, const std::vector<NamedValue>& values,
+                             std::string& bytes, std::string& problem);
+
+}  // namespace zvuti

@@ -1,0 +1,83 @@
+// Items: what a player owns besides money, the rules of expiry and refund, and the bands of item ids.
+//
+// An item is permanent, running or expired; that follows from its fields and the system clock alone.
+// Sums and products beyond their width wrap. The time rules use the calendar of the system's time zone.
+#pragma once
+
+#include <cstdint>
+
+#include <ZvUtiLib/Export.h>
+#include <ZvUtiLib/data/CTextString.h>
+#include <ZvUtiLib/records/RecordOperators.h>
+
+/// Which item, and how many.
+struct ItemCount {
+  std::int32_t ItemId = 0;
+  std::int32_t Count = 0;
+
+  int GetId() const { return ItemId; }
+  int GetCount() const { return Count; }
+  void SetId(int id) { ItemId = id; }
+  void SetCount(int count) { Count = count; }
+  void AddCount(int delta) {
+    Count = static_cast<std::int32_t>(static_cast<std::uint32_t>(Count) + static_cast<std::uint32_t>(delta));
+  }
+};
+
+/// An item. With an ItemKey of 1,000,000,000 and more it is a single piece, which has no count on the
+/// wire: it takes 22 bytes there instead of 26, and is read with a Count of 1.
+struct ZVUTILIB_API ItemRecord : ItemCount {
+  std::uint32_t StartTime = 0;   ///< packed local time; 0 for not set
+  std::int32_t ValidDays = 0;    ///< from StartTime on; 0 for no limit
+  std::uint32_t DailyValue = 0;  ///< what one day of the item is worth
+  std::uint8_t Tag = 0;
+  std::uint32_t ItemKey = 0;
+  std::uint8_t TailByte = 0;
+
+  bool HasCountOnWire() const { return ItemKey < 1'000'000'000; }
+  bool HasKey(unsigned key) const { return ItemKey == key; }
+  bool IsId7101() const { return ItemId == 7101; }
+
+  /// True when the item runs out, that is when StartTime and ValidDays are both set.
+  bool HasExpiry() const { return StartTime != 0 && ValidDays != 0; }
+  /// The end of validity in local time, "2024-05-31 08:00:00", or, for a permanent item, the word for
+  /// permanent in GBK.
+  CTextString GetExpiryText() const;
+  /// The end of validity in seconds since 1970-01-01 00:00 UTC. REQUIRES: HasExpiry.
+  std::int64_t GetExpiryTime() const;
+  /// Whole days up to the end of validity, which is moved by the arguments first; 0 for a permanent
+  /// item, and when the end has come.
+  int GetRemainingDays(int hours, int minutes, int seconds) const;
+  /// True when the end of validity has come, its very second included; never for a permanent item.
+  bool IsExpired() const;
+  /// 40 percent of the worth of the whole days left, cut to a whole number.
+  std::int64_t GetRefundValue() const;
+  /// 40 percent of an amount, cut toward zero.
+  std::int64_t GetRefundOf(std::int64_t amount) const;
+};
+
+/// An item with a price.
+struct PricedItem : ItemRecord {
+  std::uint32_t ExtraValue = 0;
+  std::int64_t ExtraAmount = 0;
+};
+
+ZVUTILIB_RECORD(ItemRecord)
+ZVUTILIB_RECORD(PricedItem)
+
+// The families of items go by bands of ids. Each function returns 1 for an id in its band, otherwise 0.
+
+ZVUTILIB_API int IsIdBand20(int id);        ///< 20 to 29
+ZVUTILIB_API int IsIdBand4101(int id);      ///< 4101 to 4109
+ZVUTILIB_API int IsIdBand20Or4101(int id);  ///< one of these two
+ZVUTILIB_API int IsIdBand200Upper(int id);  ///< 250 to 299, 350 to 399 and so on to 950 to 999
+ZVUTILIB_API int IsIdBand5001(int id);      ///< 5001 to 5999
+ZVUTILIB_API int IsIdBand7201(int id);      ///< 7201 to 8999
+ZVUTILIB_API int IsIdBand9000(int id);      ///< 9000 to 9099
+ZVUTILIB_API int IsIdBand100000(int id);    ///< 100000 to 199999
+ZVUTILIB_API int IsIdBand200001(int id);    ///< 200001 to 209999, and 7022
+ZVUTILIB_API int IsIdBand210001(int id);    ///< 210001 to 210999
+ZVUTILIB_API int IsIdBand211001(int id);    ///< 211001 to 211999, and 7117
+
+/// The place in band 20 of an id of band 4101: `id` - 4081, without a test.
+ZVUTILIB_API unsigned ToBand20(unsigned id);

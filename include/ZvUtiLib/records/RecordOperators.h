@@ -1,0 +1,21 @@
+// ZVUTILIB_RECORD: the stream operators of a record, alone and in a sequence.
+#pragma once
+
+#include <vector>
+
+#include <ZvUtiLib/Export.h>
+#include <ZvUtiLib/data/CStream.h>
+#include <ZvUtiLib/data/Containers.h>
+
+// NOLINTBEGIN(bugprone-macro-parentheses): R is a type
+
+/// Declares the operators that write and read an R, field by field in wire order, and a sequence of R:
+/// a 16-bit count and the elements. Reading adds to the containers in the target; what is missing at the
+/// end of the stream leaves its field as it was.
+#define ZVUTILIB_RECORD(R)                                                                   \
+  ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const R& record);               \
+  ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, R& record);                      \
+  ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const std::vector<R>& records); \
+  ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, std::vector<R>& records);
+
+// NOLINTEND(bugprone-macro-parentheses)

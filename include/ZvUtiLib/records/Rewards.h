@@ -1,0 +1,114 @@
+// Rewards: what a player is given on top of an amount, and the rules that say how much.
+//
+// Amounts are signed 64-bit whole numbers. Sums and products beyond their width wrap.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include <ZvUtiLib/Export.h>
+#include <ZvUtiLib/records/Items.h>
+#include <ZvUtiLib/records/RecordOperators.h>
+
+/// An entry of a grant. Goes as a block of 16 bytes.
+struct GrantEntry {
+  std::uint32_t Value1 = 0;
+  std::uint32_t Value2 = 0;
+  std::uint32_t Value3 = 0;
+  std::uint8_t Switch = 1;
+  std::uint8_t Reserved[3] = {};
+};
+static_assert(sizeof(GrantEntry) == 16 && offsetof(GrantEntry, Value2) == 4 &&
+              offsetof(GrantEntry, Value3) == 8 && offsetof(GrantEntry, Switch) == 12);
+
+/// An entry of a rule, laid out like GrantEntry with an amount behind it. Goes as a block of 24 bytes.
+struct RuleEntry {
+  std::uint32_t Value1 = 0;
+  std::uint32_t Value2 = 0;
+  std::uint32_t Value3 = 0;
+  std::uint8_t Switch = 1;
+  std::uint8_t Reserved[3] = {};
+  std::int64_t Amount = 0;
+};
+static_assert(sizeof(RuleEntry) == 24 && offsetof(RuleEntry, Value2) == 4 &&
+              offsetof(RuleEntry, Value3) == 8 && offsetof(RuleEntry, Switch) == 12 &&
+              offsetof(RuleEntry, Amount) == 16);
+
+/// What a BonusRule grants for an amount.
+struct BonusGrant {
+  std::int64_t BonusAmount = 0;
+  std::int64_t GrantedHundreds = 0;
+  std::int64_t Amount3 = 0;
+  std::int64_t GrantedExtra = 0;
+  std::uint32_t GrantedValue = 0;
+  std::uint32_t Value2 = 0;
+  std::int64_t Amount5 = 0;
+  std::int64_t Amount6 = 0;
+  std::vector<GrantEntry> Entries;
+};
+
+/// How much follows from an amount paid in.
+struct ZVUTILIB_API BonusRule {
+  std::int32_t RuleId = 0;    ///< a rule is in use only when this is above 0
+  std::int32_t Percent = 0;   ///< of the amount, in whole percent
+  std::int32_t Hundreds = 0;  ///< a fixed value, in units of 100 of the amount
+  std::int32_t Extra = 0;     ///< a second fixed value
+  std::int64_t MinBonus = 0;  ///< the bonus is never below this
+  std::uint32_t RuleValue = 0;
+  std::vector<RuleEntry> Entries;
+
+  /// The percentage of `amount`, cut toward zero, or MinBonus if that is more. Without a percentage
+  /// above 0: MinBonus.
+  std::int64_t GetBonus(std::int64_t amount) const;
+  /// GetBonus and the fixed hundreds.
+  std::int64_t GetTotalValue(std::int64_t amount) const;
+  /// Puts what the rule grants for `amount` into the grant. Its Amount3, Value2, Amount5 and Amount6
+  /// stay, and of its entries all that the rule has no entry or no field for.
+  void FillGrant(std::int64_t amount, BonusGrant& grant) const;
+  /// True when the rule has an id, and a sum of what it gives above 0.
+  bool IsUsable() const;
+};
+
+struct ExtendedBonusRule : BonusRule {
+  std::uint16_t RuleWord = 0;
+  std::uint32_t RuleTail = 0;
+};
+
+/// The amounts of a reward package. Goes as a block of 64 bytes.
+struct RewardBlock {
+  std::int64_t Amount1 = 0;
+  std::int64_t Amount2 = 0;
+  std::int64_t Amount3 = 0;
+  std::uint32_t Value3 = 0;
+  std::uint8_t Reserved1[4] = {};
+  std::int64_t Amount4 = 0;
+  std::uint32_t Value4 = 0;
+  std::uint8_t Reserved2[4] = {};
+  std::int64_t Amount5 = 0;
+  std::uint8_t Reserved3[8] = {};
+};
+static_assert(sizeof(RewardBlock) == 64 && offsetof(RewardBlock, Amount2) == 8 &&
+              offsetof(RewardBlock, Amount3) == 16 && offsetof(RewardBlock, Value3) == 24 &&
+              offsetof(RewardBlock, Amount4) == 32 && offsetof(RewardBlock, Value4) == 40 &&
+              offsetof(RewardBlock, Amount5) == 48 && offsetof(RewardBlock, Reserved3) == 56);
+
+/// A package of amounts and items.
+struct ZVUTILIB_API RewardRecord {
+  RewardBlock Block;
+  std::vector<ItemRecord> Items;
+
+  /// True when all amounts and values of the block are zero and there are no items; reserved bytes do
+  /// not count.
+  bool IsEmpty() const;
+  /// The Count of the first item with the id 7101, 0 when there is none.
+  int GetId7101Count() const;
+};
+
+ZVUTILIB_RECORD(GrantEntry)
+ZVUTILIB_RECORD(RuleEntry)
+ZVUTILIB_RECORD(BonusGrant)
+ZVUTILIB_RECORD(BonusRule)
+ZVUTILIB_RECORD(ExtendedBonusRule)
+ZVUTILIB_RECORD(RewardBlock)
+ZVUTILIB_RECORD(RewardRecord)

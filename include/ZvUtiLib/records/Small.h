@@ -1,0 +1,246 @@
+// Small records, named by their shape: the library only carries them. Fields stand in wire order, but
+// for CodedAmount; numbers are 0 and texts empty by default.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <ZvUtiLib/Export.h>
+#include <ZvUtiLib/data/SizedMap.h>
+#include <ZvUtiLib/records/Items.h>
+#include <ZvUtiLib/records/RecordOperators.h>
+#include <ZvUtiLib/records/WireKinds.h>
+
+struct SingleByte {
+  std::uint8_t Value = 0;
+};
+
+struct SingleValue {
+  std::uint32_t Value = 0;
+};
+
+struct IdValuePair {
+  std::uint32_t Id = 0;
+  std::uint32_t Value = 0;
+};
+
+struct IdValueAmount : IdValuePair {
+  std::uint32_t Value2 = 0;
+  std::int64_t Amount = 0;
+};
+
+struct ShortIdValue {
+  std::uint16_t ShortId = 0;
+  std::uint32_t Value = 0;
+};
+
+struct IdAmounts {
+  std::uint32_t Id = 0;
+  std::int64_t Amount1 = 0;
+  std::int64_t Amount2 = 0;
+};
+
+struct IdAmountItems : IdAmounts {
+  std::vector<ItemRecord> Items;
+};
+
+struct AmountsAndPairs {
+  std::int64_t Amount1 = 0;
+  std::int64_t Amount2 = 0;
+  std::int64_t Amount3 = 0;
+  std::uint32_t Value = 0;
+  std::int64_t Amount4 = 0;
+  std::vector<IdValuePair> Pairs;
+};
+
+/// Its two codes change places on the wire, and only their low bytes travel.
+struct CodedAmount {
+  std::uint8_t Flag = 0;
+  std::uint32_t Code1 = 0;
+  std::uint32_t Code2 = 0;
+  std::uint32_t Value1 = 0;
+  std::uint32_t Value2 = 0;
+  std::int64_t Amount = 0;
+};
+
+struct KindEntry {
+  std::uint16_t ShortId = 0;
+  BinaryKind Kind = BinaryKind0;
+  std::uint8_t Flag = 0;
+};
+
+struct IdValueMap {
+  std::uint32_t Id = 0;
+  zvuti::SizedMap<std::int32_t, std::uint32_t> Values;
+};
+
+struct TextPair {
+  std::string Text1;
+  std::string Text2;
+};
+
+struct TextValue {
+  std::string Text;
+  std::uint32_t Value = 0;
+};
+
+struct IdTextValue {
+  std::uint32_t Id = 0;
+  std::string Text;
+  std::uint32_t Value = 0;
+};
+
+struct IdsText {
+  std::uint32_t Value1 = 0;
+  std::uint32_t Value2 = 0;
+  std::string Text;
+};
+
+/// A record of its own with the form of IdsText.
+struct IdsTextB {
+  std::uint32_t Value1 = 0;
+  std::uint32_t Value2 = 0;
+  std::string Text;
+};
+
+struct TextDetails {
+  std::string Text1;
+  std::uint8_t Flag = 0;
+  std::uint32_t Value1 = 0;
+  std::uint32_t Value2 = 0;
+  std::string Text2;
+};
+
+struct NamedTexts {
+  std::uint32_t Value1 = 0;
+  std::uint32_t Value2 = 0;
+  std::string Text1;
+  std::string Text2;
+  std::vector<std::string> TextList;
+};
+
+struct NamedTextsFull : NamedTexts {
+  std::uint32_t Value3 = 0;
+  std::string Text3;
+};
+
+struct ShortTextsAmounts {
+  std::uint16_t ShortId = 0;
+  std::string Text1;
+  std::string Text2;
+  std::int64_t Amount1 = 0;
+  std::int64_t Amount2 = 0;
+  std::uint32_t Value = 0;
+};
+
+struct ShortTextsValues {
+  std::uint16_t ShortId = 0;
+  std::string Text1;
+  std::string Text2;
+  std::uint32_t Value1 = 0;
+  std::uint32_t Value2 = 0;
+  std::uint32_t Value3 = 0;
+  std::uint32_t Value4 = 0;
+  std::uint32_t Value5 = 0;
+};
+
+struct IdTextsValues {
+  std::uint32_t Id = 0;
+  std::string Text1;
+  std::string Text2;
+  std::uint32_t Value1 = 0;
+  std::uint32_t Value2 = 0;
+  std::uint32_t Value3 = 0;
+  std::string Text3;
+};
+
+struct ValuesTexts {
+  std::uint32_t Value1 = 0;
+  std::uint32_t Value2 = 0;
+  std::uint32_t Value3 = 0;
+  std::uint32_t Value4 = 0;
+  std::string Text1;
+  std::string Text2;
+};
+
+struct MixedEntryHead {
+  std::uint8_t Byte1 = 0;
+  std::uint8_t Byte2 = 0;
+  std::uint8_t Byte3 = 0;
+  std::uint8_t Byte4 = 0;
+  std::uint8_t Byte5 = 0;
+  std::uint32_t Value1 = 0;
+  std::uint32_t Value2 = 0;
+  std::uint8_t Byte6 = 0;
+  std::string Text;
+  std::uint32_t Value3 = 0;
+  std::uint8_t Byte7 = 0;
+  std::uint8_t Byte8 = 0;
+  std::uint32_t Value4 = 0;
+  std::uint32_t Value5 = 0;
+};
+
+struct MixedEntryTail {
+  std::uint8_t Byte1 = 0;
+  std::uint8_t Byte2 = 0;
+  std::uint8_t Byte3 = 0;
+  std::uint8_t Byte4 = 0;
+  std::uint32_t Value1 = 0;
+  std::uint32_t Value2 = 0;
+};
+
+struct MixedEntry {
+  MixedEntryHead Head;
+  MixedEntryTail Tail;
+};
+
+/// An entry of AmountMap. Goes as a block of 16 bytes.
+struct AmountEntry {
+  std::int32_t Key = 0;
+  std::uint8_t Reserved[4] = {};
+  std::int64_t Amount = 0;
+};
+static_assert(sizeof(AmountEntry) == 16 && offsetof(AmountEntry, Reserved) == 4 &&
+              offsetof(AmountEntry, Amount) == 8);
+
+/// Amounts by key; each entry holds its key once more. Only the entries' blocks travel.
+using AmountMap = zvuti::SizedMap<int, AmountEntry>;
+
+ZVUTILIB_RECORD(SingleByte)
+ZVUTILIB_RECORD(SingleValue)
+ZVUTILIB_RECORD(IdValuePair)
+ZVUTILIB_RECORD(IdValueAmount)
+ZVUTILIB_RECORD(ShortIdValue)
+ZVUTILIB_RECORD(IdAmounts)
+ZVUTILIB_RECORD(IdAmountItems)
+ZVUTILIB_RECORD(AmountsAndPairs)
+ZVUTILIB_RECORD(CodedAmount)
+ZVUTILIB_RECORD(KindEntry)
+ZVUTILIB_RECORD(IdValueMap)
+ZVUTILIB_RECORD(TextPair)
+ZVUTILIB_RECORD(TextValue)
+ZVUTILIB_RECORD(IdTextValue)
+ZVUTILIB_RECORD(IdsText)
+ZVUTILIB_RECORD(IdsTextB)
+ZVUTILIB_RECORD(TextDetails)
+ZVUTILIB_RECORD(NamedTexts)
+ZVUTILIB_RECORD(NamedTextsFull)
+ZVUTILIB_RECORD(ShortTextsAmounts)
+ZVUTILIB_RECORD(ShortTextsValues)
+ZVUTILIB_RECORD(IdTextsValues)
+ZVUTILIB_RECORD(ValuesTexts)
+ZVUTILIB_RECORD(MixedEntryHead)
+ZVUTILIB_RECORD(MixedEntryTail)
+ZVUTILIB_RECORD(MixedEntry)
+ZVUTILIB_RECORD(AmountEntry)
+ZVUTILIB_RECORD(AmountMap)
+
+/// CRC-16/XMODEM of the map's wire form, 0 to 65535; reserved bytes of its entries count.
+ZVUTILIB_API int GetAmountMapChecksum(const AmountMap& amounts);
+
+/// `id` + 65535.
+ZVUTILIB_API unsigned ToHighId(unsigned id);
+/// `id` - 65535 when `id` is above 65535, otherwise 0.
+ZVUTILIB_API unsigned FromHighId(unsigned id);

@@ -1,0 +1,203 @@
+#include <cstdio>
+#include <cstring>
+#include <utility>
+
+#include "platform/CodePage936.h"
+#include "records/DescribeWalks.h"
+
+namespace zvuti::wire {
+
+namespace {
+
+std::string Decimal(NumberRef number) {
+  const std::int64_t value = number.Get();
+  return number.isSigned ? std::to_string(value) : std::to_string(static_cast<std::uint64_t>(value));
+}
+
+std::string Hex(const void* bytes, std::size_t count) {
+  std::string text;
+  for (std::size_t i = 0; i < count; ++i) {
+    char digits[4];
+    std::snprintf(digits, sizeof digits, "%02X ", static_cast<const unsigned char*>(bytes)[i]);
+    text += digits;
+  }
+  if (!text.empty()) text.pop_back();
+  return text;
+}
+
+std::string Element(const char* name, const std::string& index) {
+  return std::string(name).append("[").append(index).append("]");
+}
+
+// Control bytes and the backslash as \x and two digits; a trail byte of 0x5C is no backslash.
+std::string Escaped(const std::string& text) {
+  std::string shown;
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t length = gbk::CharLength(text, i);
+    const auto byte = static_cast<unsigned char>(text[i]);
+    if (length == 1 && (byte < 0x20 || byte == 0x7F || byte == '\\')) {
+      shown.append("\\x").append(Hex(&byte, 1));
+    } else {
+      shown.append(text, i, length);
+    }
+    i += length;
+  }
+  return shown;
+}
+
+// The fields of a block that was taken whole, each at its place in memory.
+class BlockWalk : public RowVisitor {
+ public:
+  BlockWalk(const void* block, std::size_t offset, std::string prefix, std::vector<DumpRow>& rows)
+      : block_(static_cast<const char*>(block)), offset_(offset), prefix_(std::move(prefix)), rows_(rows) {}
+
+  void Number(const char* name, NumberRef field) override {
+    Show(field.at, field.bytes, name, std::to_string(8 * field.bytes), Decimal(field));
+  }
+  void Reserved(const char* name, void* bytes, std::size_t count) override {
+    Show(bytes, count, name, "reserved " + std::to_string(count), Hex(bytes, count));
+  }
+  void Record(const char*, const RecordType& type, void* record, Place) override { type.walk(*this, record); }
+
+  // A memory image holds nothing of these.
+  void Code(const char*, NumberRef) override {}
+  void Tag(const char*, NumberRef, const TagTable&) override {}
+  void Text(const char*, std::string&) override {}
+  void List(const char*, ListRef&) override {}
+  void Map(const char*, MapRef&) override {}
+  bool OnlyIf(const char*, bool holds) override { return holds; }
+
+ private:
+  void Show(const void* at, std::size_t size, const char* name, std::string form, std::string value) {
+    const auto place = static_cast<std::size_t>(static_cast<const char*>(at) - block_);
+    rows_.push_back({offset_ + place, size, prefix_ + name, std::move(form), std::move(value)});
+  }
+
+  const char* block_;
+  std::size_t offset_;
+  std::string prefix_;
+  std::vector<DumpRow>& rows_;
+};
+
+}  // namespace
+
+void DumpWalk::Stop(const std::string& problem) {
+  dump_.problem = problem;
+  isEnded_ = true;
+}
+
+bool DumpWalk::Take(const std::string& name, void* out, std::size_t count) {
+  if (isEnded_) return false;
+  if (count_ - at_ < count) {
+    Stop("the bytes end in " + Path(name) + " at offset " + std::to_string(at_) + ": " +
+         std::to_string(count) + " needed, " + std::to_string(count_ - at_) + " left");
+    return false;
+  }
+  if (count > 0) std::memcpy(out, bytes_ + at_, count);
+  at_ += count;
+  return true;
+}
+
+void DumpWalk::Show(std::size_t size, const std::string& name, std::string form, std::string value) {
+  dump_.rows.push_back({at_ - size, size, Path(name), std::move(form), std::move(value)});
+  dump_.size = at_;
+}
+
+void DumpWalk::Inside(const std::string& name, const RecordType& type, void* record) {
+  if (isEnded_) return;
+  const std::string outer = std::exchange(prefix_, name.empty() ? prefix_ : Path(name) + ".");
+  if (type.own) {
+    type.own->dump(*this);
+  } else if (type.blockBytes == 0) {
+    type.walk(*this, record);
+  } else if (const std::size_t start = at_; Take("", record, type.blockBytes)) {
+    BlockWalk fields(record, start, prefix_, dump_.rows);
+    type.walk(fields, record);
+    dump_.size = at_;
+  }
+  prefix_ = outer;
+}
+
+void DumpWalk::Number(const char* name, NumberRef field) {
+  if (Take(name, field.at, field.bytes)) {
+    Show(field.bytes, name, std::to_string(8 * field.bytes), Decimal(field));
+  }
+}
+
+void DumpWalk::Code(const char* name, NumberRef field) {
+  std::uint8_t byte = 0;
+  if (!Take(name, &byte, 1)) return;
+  field.Set(byte);
+  Show(1, name, "byte code", std::to_string(byte));
+}
+
+void DumpWalk::Tag(const char* name, NumberRef field, const TagTable& tags) {
+  std::uint32_t tag = 0;
+  if (!Take(name, &tag, sizeof tag)) return;
+  const std::uint32_t member = tags.MemberOf(tag);
+  char unknown[40];
+  std::snprintf(unknown, sizeof unknown, "unknown tag 0x%08X", static_cast<unsigned>(tag));
+  if (member < tags.count) field.Set(member);
+  Show(sizeof tag, name, std::string(tags.name) + " tag",
+       member < tags.count ? tags.name + std::to_string(member) : std::string(unknown));
+  if (member == tags.count && tags.unknownThrows) Stop(std::string(unknown) + " in " + Path(name));
+}
+
+void DumpWalk::Text(const char* name, std::string& field) {
+  std::uint16_t count = 0;
+  if (!Take(name, &count, sizeof count)) return;
+  field.resize(count);
+  if (Take(name, field.data(), count)) Show(sizeof count + count, name, "text", Escaped(field));
+}
+
+void DumpWalk::List(const char* name, ListRef& items) {
+  std::uint16_t count = 0;
+  if (!Take(name, &count, sizeof count)) return;
+  Show(sizeof count, name, std::string("sequence of ") + (items.elements ? items.elements->name : "text"),
+       std::to_string(count));
+  for (std::uint16_t i = 0; i < count && !isEnded_; ++i) {
+    const std::string element = Element(name, std::to_string(i));
+    const std::size_t index = items.Size();
+    items.Resize(index + 1);
+    if (items.elements) {
+      Inside(element, *items.elements, items.At(index));
+    } else {
+      Text(element.c_str(), *static_cast<std::string*>(items.At(index)));
+    }
+  }
+}
+
+void DumpWalk::Map(const char* name, MapRef& entries) {
+  std::int32_t count = 0;
+  if (!Take(name, &count, sizeof count)) return;
+  Show(sizeof count, name, entries.blocks ? std::string("map of ") + entries.blocks->name : "map",
+       std::to_string(count));
+  for (std::int32_t i = 0; i < count && !isEnded_; ++i) {
+    if (entries.blocks) {
+      const auto block = entries.blocks->make();
+      if (count_ - at_ < entries.blocks->blockBytes) {
+        Take(name, block.get(), entries.blocks->blockBytes);
+        return;
+      }
+      std::memcpy(block.get(), bytes_ + at_, entries.blocks->blockBytes);
+      Inside(Element(name, std::to_string(entries.KeyOf(block.get()))), *entries.blocks, block.get());
+    } else {
+      std::uint32_t entry[2] = {};
+      if (!Take(name, entry, sizeof entry)) return;
+      const NumberRef key{&entry[0], 4, entries.hasSignedKeys}, value{&entry[1], 4, entries.hasSignedValues};
+      Show(sizeof entry, Element(name, Decimal(key)), "map entry", Decimal(value));
+    }
+  }
+}
+
+void DumpWalk::Reserved(const char* name, void* bytes, std::size_t count) {
+  if (Take(name, bytes, count)) Show(count, name, "reserved " + std::to_string(count), Hex(bytes, count));
+}
+
+void DumpWalk::Record(const char* name, const RecordType& type, void* record, Place place) {
+  Inside(place == Place::kBase ? "" : name, type, record);
+}
+
+bool DumpWalk::OnlyIf(const char*, bool holds) { return holds; }
+
+}  // namespace zvuti::wire
