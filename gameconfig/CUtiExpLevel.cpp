@@ -1,0 +1,36 @@
+#include <ZvUtiLib/CUtiExpLevel.h>
+
+#include "gameconfig/TableFile.h"
+#include "platform/win32/PathFileExists.h"
+
+CUtiExpLevel::~CUtiExpLevel() = default;
+CUtiExpLevel::CUtiExpLevel() = default;
+CUtiExpLevel::CUtiExpLevel(const CUtiExpLevel& other) = default;
+CUtiExpLevel& CUtiExpLevel::operator=(const CUtiExpLevel& other) = default;
+
+int CUtiExpLevel::LoadLevelConfig(const std::string& path) {
+  std::vector<ExpLevelEntry>().swap(entries_);
+  if (!PathFileExistsA(path.c_str())) return 0;
+  std::ifstream file = zvuti::OpenTableFile(path.c_str());
+  if (!file) return 0;
+  for (ExpLevelEntry entry; file >> entry.level >> entry.exp;) entries_.push_back(entry);
+  return 1;
+}
+
+int CUtiExpLevel::GetLevelByExp(std::int64_t exp) const {
+  if (entries_.empty()) return 1;
+  const ExpLevelEntry* match = nullptr;
+  for (const ExpLevelEntry& entry : entries_) {
+    if (entry.exp <= exp) {
+      match = &entry;
+    } else if (match) {
+      break;
+    }
+  }
+  return match ? match->level : entries_.front().level;
+}
+
+std::int64_t CUtiExpLevel::GetExpByLevel(int level) const {
+  if (level < 1 || static_cast<std::size_t>(level) > entries_.size()) return 0;
+  return entries_[static_cast<std::size_t>(level) - 1].exp;
+}

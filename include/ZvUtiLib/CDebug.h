@@ -1,0 +1,22 @@
+// CDebug: the client's one log file, "log/lobby.log" below the program's folder.
+#pragma once
+
+#include <ZvUtiLib/Export.h>
+
+/// Without state: each line is an open, an append and a close of its own, so a line is in the file when
+/// the call returns, and the file may be moved or deleted between calls. Any thread may call; lines of
+/// several threads never mix. The file grows without bound. Failures are silent.
+class ZVUTILIB_API CDebug {
+ public:
+  CDebug();
+  CDebug(const CDebug&);
+  CDebug& operator=(const CDebug&);
+  virtual ~CDebug();
+
+  /// Makes the log's folder where there is no log file yet. To be called once, before the first LogOut.
+  static void LogInit();
+  /// Appends "yyyy-mm-dd hh:mm:ss,mmm TEXT" and a line end, in local time. `format` (null counts as "")
+  /// and its values follow the platform's vsprintf; a text of more than 1,023 bytes is cut behind its
+  /// last whole GBK character within them. A file that cannot be opened loses the line.
+  static void LogOut(const char* format, ...);
+};

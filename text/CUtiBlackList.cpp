@@ -1,0 +1,94 @@
+#include <ZvUtiLib/CUtiBlackList.h>
+
+#include <algorithm>
+#include <cstring>
+#include <exception>
+#include <string_view>
+#include <utility>
+
+#include "platform/mfc/CFile.h"
+#include "text/WordIndex.h"
+#include "text/WordScan.h"
+
+namespace {
+
+constexpr int kBlockSize = 10;
+
+std::string_view ViewOf(const CString& text) {
+  return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
+}
+
+// Calls visit(word), until it says true, for each word that the index does not answer for.
+template <class Visit>
+bool VisitScannedWords(const CStringList& words, const zvuti::WordIndex* index, Visit visit) {
+  if (index) return std::any_of(index->HalfWords().begin(), index->HalfWords().end(), visit);
+  for (POSITION position = words.GetHeadPosition(); position;) {
+    if (visit(ViewOf(words.GetNext(position)))) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+CUtiBlackList::WordList::WordList() : CStringList(kBlockSize) {}
+CUtiBlackList::WordList::~WordList() = default;
+
+// The words have to be found, however few the heap leaves room for: without an index the queries scan.
+void CUtiBlackList::WordList::BuildIndex() noexcept {
+  index.reset();
+  if (IsEmpty()) return;
+  try {
+    index = std::make_unique<const zvuti::WordIndex>(*this);
+  } catch (const std::exception&) {
+    index.reset();
+  }
+}
+
+CUtiBlackList::CUtiBlackList() = default;
+CUtiBlackList::~CUtiBlackList() = default;
+
+int CUtiBlackList::Load(const char* path) {
+  CStdioFile file;
+  if (!file.Open(path, CFile::modeRead | CFile::typeText | CFile::shareDenyNone)) return 0;
+  try {
+    CString line;
+    while (file.ReadString(line)) {
+      if (!line.IsEmpty()) words_.AddTail(line.MakeUpper());
+    }
+  } catch (...) {
+    words_.BuildIndex();
+    throw;
+  }
+  words_.BuildIndex();
+  return 1;
+}
+
+int CUtiBlackList::IsLoaded() const { return words_.IsEmpty() ? 0 : 1; }
+
+int CUtiBlackList::IsMatched(const char* text) const {
+  if (!text) return 0;
+  const std::string_view all = text;
+  if (words_.index && words_.index->IsMatched(all)) return 1;
+  const auto isFound = [&](std::string_view word) {
+    return zvuti::WordScan(all, word).Next() != std::string_view::npos;
+  };
+  return VisitScannedWords(words_, words_.index.get(), isFound) ? 1 : 0;
+}
+
+int CUtiBlackList::ReplaceBlackWord(const char* text, CString& result) const {
+  CString masked(text);  // apart from the text, which the result may be
+  if (!masked.IsEmpty()) {
+    const std::string_view all = text;
+    char* out = masked.GetBuffer(masked.GetLength());
+    if (words_.index) words_.index->Mask(all, out);
+    VisitScannedWords(words_, words_.index.get(), [&](std::string_view word) {
+      zvuti::WordScan scan(all, word);
+      for (std::size_t at; (at = scan.Next()) != std::string_view::npos;)
+        std::memset(out + at, '*', word.size());
+      return false;
+    });
+    masked.ReleaseBuffer(static_cast<int>(all.size()));
+  }
+  result = std::move(masked);
+  return 1;
+}

@@ -1,0 +1,126 @@
+#include "text/WordAutomatonBuilder.h"
+
+#include <new>
+#include <utility>
+
+namespace zvuti {
+
+WordAutomatonBuilder::WordAutomatonBuilder() {
+  built_.nodes_.push_back({0, false, false, 0, kRoot, kNone});
+  drafts_.push_back({kRoot, kNone});
+}
+
+void WordAutomatonBuilder::Add(std::string_view word) {
+  Index node = kRoot;
+  Index entered = kRoot;  // the node of the characters within the prefix
+  std::size_t depth = 0;
+  for (std::size_t at = 0; at < word.size(); ++depth) {
+    const Character character = CharacterAt(word, at);
+    const Index child = built_.Child(node, character.code);
+    node = child != kRoot ? child : AddChild(node, character.code, depth);
+    at += character.length;
+    if (at <= Prefix::kBytes) entered = node;
+  }
+  if (built_.nodes_[node].word != kNone) return;  // was there before
+  built_.nodes_[node].word = static_cast<Index>(built_.words_.size());
+  const Index loop = CanOverlapItself(word) ? built_.loops_++ : kNone;
+  built_.words_.push_back({static_cast<std::uint32_t>(word.size()), kNone, loop});
+  AddEntry(word, entered);
+}
+
+// A word's characters that no earlier word has stand in a row; only the first of them needs an edge.
+WordAutomatonBuilder::Index WordAutomatonBuilder::AddChild(Index parent, std::uint16_t label,
+                                                           std::size_t depth) {
+  if (built_.nodes_.size() >= kNone) throw std::bad_alloc();
+  const auto child = static_cast<Index>(built_.nodes_.size());
+  if (depth == firstOfDepth_.size()) firstOfDepth_.push_back(kNone);
+  built_.nodes_.push_back({label, false, false, 0, kRoot, kNone});
+  drafts_.push_back({parent, firstOfDepth_[depth]});
+  firstOfDepth_[depth] = child;
+  if (child == parent + 1) {
+    built_.nodes_[parent].isNextChild = true;
+  } else {
+    built_.nodes_[parent].hasBranches = true;
+    const auto hashOf = [&](const WordAutomaton::Edge& edge) {
+      return WordAutomaton::HashOf(edge.parent, built_.nodes_[edge.child].label);
+    };
+    built_.edges_.Add({parent, child}, hashOf);
+  }
+  return child;
+}
+
+void WordAutomatonBuilder::AddEntry(std::string_view word, Index node) {
+  if (word.size() < Prefix::kBytes) return;
+  const Prefix prefix(word.data());
+  if (built_.Enter(prefix.bytes) != kNone) return;
+  const auto hashOf = [](const WordAutomaton::Entry& entry) { return WordAutomaton::HashOf(entry.prefix); };
+  built_.entries_.Add({prefix.bytes, node}, hashOf);
+}
+
+// Shorter suffixes come first: whatever a node falls back to is complete when its turn comes.
+WordAutomaton WordAutomatonBuilder::Build() && {
+  for (std::size_t depth = 1; depth < firstOfDepth_.size(); ++depth) {
+    for (Index node = firstOfDepth_[depth]; node != kNone; node = drafts_[node].nextOfDepth) {
+      SetFallback(node);
+      JoinWords(node);
+    }
+  }
+  built_.entries_.ForEach([&](WordAutomaton::Entry& entry) {
+    if (IsAnyWordBefore(entry.node)) entry.node = kRoot;
+  });
+  built_.nodes_.shrink_to_fit();
+  built_.words_.shrink_to_fit();
+  return std::move(built_);
+}
+
+void WordAutomatonBuilder::SetFallback(Index node) {
+  Node& linked = built_.nodes_[node];
+  Index suffix = drafts_[node].parent;
+  do {
+    suffix = built_.nodes_[suffix].fallback;
+    linked.fallback = built_.Child(suffix, linked.label);
+  } while (linked.fallback == kRoot && suffix != kRoot);
+
+  std::uint8_t rest = 0;
+  for (Index i = linked.fallback; i != kRoot && rest != Node::kDeep; i = drafts_[i].parent) {
+    rest = static_cast<std::uint8_t>(rest + (built_.nodes_[i].label > 0xFF ? 2 : 1));
+    if (rest >= Prefix::kBytes) rest = Node::kDeep;
+  }
+  linked.rest = rest;
+}
+
+void WordAutomatonBuilder::JoinWords(Index node) {
+  auto& words = built_.words_;
+  const Index shorter = built_.nodes_[built_.nodes_[node].fallback].word;
+  Index& longest = built_.nodes_[node].word;
+  if (longest == kNone) {
+    longest = shorter;
+    return;
+  }
+  const bool isShorterHidden =
+      shorter != kNone && words[longest].loop == kNone && words[shorter].loop == kNone;
+  words[longest].next = isShorterHidden ? words[shorter].next : shorter;
+}
+
+bool WordAutomatonBuilder::IsAnyWordBefore(Index node) const {
+  for (Index i = drafts_[node].parent; i != kRoot; i = drafts_[i].parent) {
+    if (built_.nodes_[i].word != kNone) return true;
+  }
+  return false;
+}
+
+// True when a proper prefix of the word is a suffix, too. It looks at bytes: an overlap in the middle of a
+// character, which no walk over a text finds, makes the word a loop for nothing and does no harm.
+bool WordAutomatonBuilder::CanOverlapItself(std::string_view word) {
+  if (word.find(word.substr(0, CharacterAt(word, 0).length), 1) == std::string_view::npos) return false;
+  borders_.assign(word.size(), 0);  // length of the longest border of each prefix
+  std::uint32_t border = 0;
+  for (std::size_t i = 1; i < word.size(); ++i) {
+    while (border > 0 && word[i] != word[border]) border = borders_[border - 1];
+    if (word[i] == word[border]) ++border;
+    borders_[i] = border;
+  }
+  return border > 0;
+}
+
+}  // namespace zvuti

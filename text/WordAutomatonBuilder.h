@@ -1,0 +1,42 @@
+// WordAutomatonBuilder: makes a WordAutomaton of a list of words, in time linear in their length.
+#pragma once
+
+#include "text/WordAutomaton.h"
+
+namespace zvuti {
+
+/// All operations may throw std::bad_alloc; the builder is of no use after that.
+class WordAutomatonBuilder {
+ public:
+  WordAutomatonBuilder();
+
+  /// REQUIRES: the word is folded, not empty and ends with a whole character. A word may come twice.
+  void Add(std::string_view word);
+  WordAutomaton Build() &&;
+
+ private:
+  using Index = WordAutomaton::Index;
+  using Node = WordAutomaton::Node;
+  static constexpr Index kRoot = WordAutomaton::kRoot;
+  static constexpr Index kNone = WordAutomaton::kNone;
+
+  // What a node needs only until the automaton is built.
+  struct Draft {
+    Index parent;
+    Index nextOfDepth;  // the nodes of one depth hang together, ended by kNone
+  };
+
+  Index AddChild(Index parent, std::uint16_t label, std::size_t depth);
+  void AddEntry(std::string_view word, Index node);
+  void SetFallback(Index node);
+  void JoinWords(Index node);
+  bool IsAnyWordBefore(Index node) const;
+  bool CanOverlapItself(std::string_view word);
+
+  WordAutomaton built_;
+  std::vector<Draft> drafts_;           // by node
+  std::vector<Index> firstOfDepth_;     // by depth, from that of the root's children on
+  std::vector<std::uint32_t> borders_;  // scratch of CanOverlapItself
+};
+
+}  // namespace zvuti

@@ -1,0 +1,130 @@
+#include <ZvUtiLib/CUtiXmlElement.h>
+#include <ZvUtiLib/CUtiXmlNodeList.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <exception>
+#include <limits>
+
+#include "platform/com/Bstr.h"
+
+namespace {
+
+using zvuti::Bstr;
+using zvuti::GbkOf;
+using zvuti::Variant;
+
+CComPtr<IXMLDOMNode> Select(IXMLDOMElement* from, const char* selection) {
+  CComPtr<IXMLDOMNode> node;
+  if (from && FAILED(from->selectSingleNode(Bstr(selection).Get(), &node))) node.Release();
+  return node;
+}
+
+CComPtr<IXMLDOMNodeList> ChildrenOf(IXMLDOMElement* node) {
+  CComPtr<IXMLDOMNodeList> list;
+  if (node && FAILED(node->get_childNodes(&list))) list.Release();
+  return list;
+}
+
+// What `read` gives, or its type's empty value where the heap refuses on the way.
+template <class Read>
+auto OrEmpty(Read read) noexcept -> decltype(read()) {
+  try {
+    return read();
+  } catch (const std::exception&) {
+    return {};
+  }
+}
+
+// The number that `text` begins with, 0 where there is none; clamped to the range of int.
+int NumberIn(const CString& text) {
+  using Limits = std::numeric_limits<int>;
+  return static_cast<int>(
+      std::clamp<long long>(std::strtoll(text, nullptr, 10), Limits::min(), Limits::max()));
+}
+
+}  // namespace
+
+CUtiXmlElement::~CUtiXmlElement() = default;
+CUtiXmlElement::CUtiXmlElement() = default;
+CUtiXmlElement::CUtiXmlElement(const CComPtr<IXMLDOMElement>& node) : element(node) {}
+CUtiXmlElement::CUtiXmlElement(const CUtiXmlElement& other) = default;
+CUtiXmlElement& CUtiXmlElement::operator=(const CUtiXmlElement& other) = default;
+
+CUtiXmlElement::CUtiXmlElement(const CComPtr<IXMLDOMNode>& node) {
+  void* found = nullptr;
+  if (node && SUCCEEDED(node->QueryInterface(IID_IXMLDOMElement, &found))) {
+    element.Attach(static_cast<IXMLDOMElement*>(found));
+  }
+}
+
+CString CUtiXmlElement::GetNodeName() const {
+  return OrEmpty([&] {
+    Bstr name;
+    return element && SUCCEEDED(element->get_nodeName(name.Receive())) ? GbkOf(name.Get()) : CString();
+  });
+}
+
+CString CUtiXmlElement::GetText() const {
+  return OrEmpty([&] {
+    Bstr text;
+    return element && SUCCEEDED(element->get_text(text.Receive())) ? GbkOf(text.Get()) : CString();
+  });
+}
+
+CString CUtiXmlElement::GetAttribute(const char* name) const {
+  return OrEmpty([&] {
+    Variant value;
+    if (element) element->getAttribute(Bstr(name).Get(), value.Receive());
+    return value.Get().vt == VT_BSTR ? GbkOf(value.Get().bstrVal) : CString();
+  });
+}
+
+int CUtiXmlElement::GetAttributeInt(const char* name) const { return NumberIn(GetAttribute(name)); }
+
+CString CUtiXmlElement::GetChildAttribute(const char* selection, const char* name) const {
+  return OrEmpty([&] { return CUtiXmlElement(Select(element, selection)).GetAttribute(name); });
+}
+
+int CUtiXmlElement::GetChildAttributeInt(const char* selection, const char* name) const {
+  return NumberIn(GetChildAttribute(selection, name));
+}
+
+CString CUtiXmlElement::GetChildText(const char* selection) const {
+  return OrEmpty([&] { return CUtiXmlElement(Select(element, selection)).GetText(); });
+}
+
+int CUtiXmlElement::GetChildNodes(CUtiXmlNodeList* list) const {
+  const CComPtr<IXMLDOMNodeList> children = ChildrenOf(element);
+  if (!children) return 0;
+  if (list) *list = CUtiXmlNodeList(children);
+  return 1;
+}
+
+int CUtiXmlElement::GetOneChildNode(const char* name, CUtiXmlElement* child) const {
+  return OrEmpty([&] {
+    const CComPtr<IXMLDOMNodeList> children = ChildrenOf(element);
+    long length = 0;
+    if (!name || !children || FAILED(children->get_length(&length))) return 0;
+    for (long i = 0; i < length; ++i) {
+      CComPtr<IXMLDOMNode> node;
+      Bstr nodeName;
+      if (FAILED(children->get_item(i, &node)) || !node || FAILED(node->get_nodeName(nodeName.Receive())))
+        continue;
+      if (GbkOf(nodeName.Get()) == name) {
+        if (child) *child = CUtiXmlElement(node);
+        return 1;
+      }
+    }
+    return 0;
+  });
+}
+
+int CUtiXmlElement::IsHasChild(const char* selection) const {
+  return OrEmpty([&] {
+    if (selection && *selection) return Select(element, selection) ? 1 : 0;
+    VARIANT_BOOL has = VARIANT_FALSE;
+    if (!element || FAILED(element->hasChildNodes(&has))) return 0;
+    return static_cast<int>(has);
+  });
+}

@@ -1,0 +1,58 @@
+#include <ZvUtiLib/CUtiXmlParser.h>
+
+#include <exception>
+
+#include "platform/com/Bstr.h"
+
+namespace {
+
+CComPtr<IXMLDOMDocument> CreateDocument() {
+  CComPtr<IXMLDOMDocument> created;
+  void* object = nullptr;
+  if (SUCCEEDED(CoCreateInstance(CLSID_DOMDocument, nullptr, CLSCTX_ALL, IID_IXMLDOMDocument, &object)) &&
+      object) {
+    created.Attach(static_cast<IXMLDOMDocument*>(object));
+    created->put_async(VARIANT_FALSE);  // the root is asked for as soon as the load returns
+  }
+  return created;
+}
+
+// Makes a new document in place of the present one and lets `load` fill it; 1 when it did.
+template <class Load>
+int Replace(CComPtr<IXMLDOMDocument>& document, CUtiXmlElement& root, Load load) noexcept {
+  document.Release();
+  document = CreateDocument();
+  if (!document) return 0;
+  try {
+    VARIANT_BOOL isLoaded = VARIANT_FALSE;
+    if (FAILED(load(&isLoaded)) || isLoaded == VARIANT_FALSE) return 0;
+  } catch (const std::exception&) {
+    return 0;
+  }
+  CComPtr<IXMLDOMElement> element;
+  document->get_documentElement(&element);
+  root = CUtiXmlElement(element);
+  return 1;
+}
+
+}  // namespace
+
+CUtiXmlParser::~CUtiXmlParser() = default;
+CUtiXmlParser::CUtiXmlParser(const char* path) { Parse(path); }
+CUtiXmlParser::CUtiXmlParser(const char* text, int number) { Parse(text, number); }
+CUtiXmlParser::CUtiXmlParser(const CUtiXmlParser& other) = default;
+CUtiXmlParser& CUtiXmlParser::operator=(const CUtiXmlParser& other) = default;
+
+CUtiXmlElement* CUtiXmlParser::GetRootElement() { return document && root.element ? &root : nullptr; }
+
+int CUtiXmlParser::Parse(const char* path) {
+  return Replace(document, root, [&](VARIANT_BOOL* isLoaded) {
+    return document->load(zvuti::Variant(path).Get(), isLoaded);
+  });
+}
+
+int CUtiXmlParser::Parse(const char* text, int) {
+  return Replace(document, root, [&](VARIANT_BOOL* isLoaded) {
+    return document->loadXML(zvuti::Bstr(text).Get(), isLoaded);
+  });
+}
