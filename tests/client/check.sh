@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# check.sh PREFIX BUILD: builds the client project against the package installed in PREFIX, with CMake and
+# with pkg-config, and runs it; then looks at what the library exports.
+set -euo pipefail
+prefix=$1 build=$2
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+
+rm -rf "$build"
+cmake -S "$here" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
+cmake --build "$build" >/dev/null
+for program in client client_static; do
+  [ ! -x "$build/$program" ] || "$build/$program"
+done
+
+pc=$(dirname "$(find "$prefix" -name ZvUtiLib.pc)")
+read -ra flags <<<"$(PKG_CONFIG_PATH=$pc pkg-config --cflags --libs ZvUtiLib)"
+g++ -std=c++17 "$here"/main.cpp "$here"/services.cpp -o "$build/client_pc" "${flags[@]}" -Wl,-rpath,"$pc/.."
+"$build/client_pc"
+
+# Only what the headers declare is exported: what a symbol's name begins with stands in one of them.
+library=$(find "$prefix" -name libZvUtiLib.so)
+hidden=$(nm -DC --defined-only "$library" | sed -E 's/^[0-9a-f]+ . //; s/^(vtable|VTT|typeinfo|typeinfo name|guard variable) for //' |
+  grep -v '^std::' | sed -E 's/^zvuti:://; s/[^A-Za-z0-9_].*//' | sort -u |
+  while read -r name; do grep -rqw "$name" "$prefix/include" || echo "$name"; done)
+[ -z "$hidden" ] || { echo "check: exported without standing in a header:" $hidden >&2; exit 1; }

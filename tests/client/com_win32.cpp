@@ -1,0 +1,14 @@
+// A host initialises COM on the threads that read XML.
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+
+#include <objbase.h>
+
+namespace {
+
+const struct Com {
+  Com() { CoInitialize(nullptr); }
+  ~Com() { CoUninitialize(); }
+} com;
+
+}  // namespace

@@ -1,0 +1,121 @@
+#include <ZvUtiLib/CDebug.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "tests/support/DoorsGuard.h"
+#include "tests/support/TempFolder.h"
+#include "tests/support/Wine.h"
+
+namespace {
+
+std::string programFolder;
+
+class CDebugTest : public testing::Test {
+ protected:
+  CDebugTest() {
+    programFolder = folder_.Path() + "/";
+    doors_->applicationFolder = [] { return programFolder; };
+    doors_->getLocalTime = [](SYSTEMTIME* out) { *out = {2013, 8, 4, 29, 1, 2, 3, 4}; };
+  }
+
+  std::string Log() const { return folder_.ReadText("log/lobby.log"); }
+  bool Exists(const char* name) const { return std::filesystem::exists(folder_.Path(name)); }
+
+  test::TempFolder folder_;
+  test::DoorsGuard doors_;
+};
+
+TEST_F(CDebugTest, WritesOneLineForEachCall) {
+  CDebug::LogInit();
+  EXPECT_TRUE(Exists("log"));
+  EXPECT_FALSE(Exists("log/lobby.log"));
+  CDebug::LogOut("%s has %d%%", "100% %s %n", 7);
+  CDebug::LogInit();
+  CDebug::LogOut("ends\n");
+  CDebug::LogOut("");
+  CDebug::LogOut(nullptr);
+  EXPECT_EQ(Log(),
+            "2013-08-29 01:02:03,004 100% %s %n has 7%\n"
+            "2013-08-29 01:02:03,004 ends\n\n"
+            "2013-08-29 01:02:03,004 \n"
+            "2013-08-29 01:02:03,004 \n");
+}
+
+TEST_F(CDebugTest, LosesLinesWhereTheLogCannotBeAndAsksForNoTimeThen) {
+  doors_->getLocalTime = [](SYSTEMTIME*) { ADD_FAILURE() << "the file did not open"; };
+  CDebug::LogOut("no folder");
+  EXPECT_FALSE(Exists("log"));
+  folder_.Write("log", "a file stands where the folder should");
+  CDebug::LogInit();
+  CDebug::LogOut("lost");
+  EXPECT_EQ(folder_.Read("log"), "a file stands where the folder should");
+}
+
+TEST_F(CDebugTest, ReadsTheTimeWhenTheFileIsOpen) {
+  folder_.Write("log/other", "");  // the folder is there without LogInit
+  static bool wasOpen = false;
+  doors_->getLocalTime = [](SYSTEMTIME* out) {
+    wasOpen = std::filesystem::exists(programFolder + "log/lobby.log");
+    *out = {2063, 12, 1, 31, 23, 59, 60, 999};
+  };
+  CDebug::LogOut("x");
+  EXPECT_TRUE(wasOpen);
+  EXPECT_EQ(Log(), "2063-12-31 23:59:60,999 x\n");
+}
+
+TEST_F(CDebugTest, CutsLongTextBehindAWholeCharacter) {
+  CDebug::LogInit();
+  const struct {
+    std::string text;
+    std::size_t kept;
+  } cases[] = {
+      {std::string(1023, 'x'), 1023},
+      {std::string(1024, 'x'), 1023},
+      {std::string(1021, 'x') + "\xB0\xA1", 1023},
+      {std::string(1022, 'x') + "\xB0\xA1", 1022},
+      {std::string(1022, 'x') + "\xB0\xA1" + std::string(100'000, 'y'), 1022},
+      {std::string(1022, 'x') + "\xB0", 1023},
+  };
+  std::string expected;
+  for (const auto& c : cases) {
+    CDebug::LogOut("%s", c.text.c_str());
+    expected += "2013-08-29 01:02:03,004 " + c.text.substr(0, c.kept) + "\n";
+  }
+  EXPECT_TRUE(Log() == expected);
+}
+
+TEST_F(CDebugTest, KeepsEveryLineOfManyThreadsWhole) {
+  if (test::IsWine())
+    GTEST_SKIP() << "Wine appends in two steps: it asks where the end is, then writes there";
+  constexpr int kThreads = 8, kLines = 1000;
+  CDebug::LogInit();
+  std::vector<std::thread> threads;
+  threads.reserve(kThreads);
+  for (int thread = 0; thread < kThreads; ++thread) {
+    threads.emplace_back([thread] {
+      const std::string tail(static_cast<std::size_t>(thread) * 100, static_cast<char>('a' + thread));
+      for (int line = 0; line < kLines; ++line) CDebug::LogOut("%d %d %s.", thread, line, tail.c_str());
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+
+  std::istringstream log(Log());
+  std::vector<int> next(kThreads, 0);
+  for (std::string line; std::getline(log, line);) {
+    std::size_t thread = kThreads;
+    ASSERT_EQ(std::sscanf(line.c_str(), "2013-08-29 01:02:03,004 %zu ", &thread), 1) << line;
+    ASSERT_LT(thread, next.size()) << line;
+    const std::string tail(thread * 100, static_cast<char>('a' + thread));
+    ASSERT_EQ(line, "2013-08-29 01:02:03,004 " + std::to_string(thread) + " " +
+                        std::to_string(next[thread]++) + " " + tail + ".");
+  }
+  EXPECT_EQ(next, std::vector<int>(kThreads, kLines));
+}
+
+}  // namespace

@@ -1,0 +1,271 @@
+#include <ZvUtiLib/data/CStream.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <map>
+#include <random>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include <ZvUtiLib/data/CTextString.h>
+#include <ZvUtiLib/data/Containers.h>
+#include <ZvUtiLib/data/SizedMap.h>
+
+#include "tests/support/HeapFaults.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+std::string Bytes(const CByteBuffer& buffer) {
+  return {reinterpret_cast<const char*>(buffer.Data()), static_cast<std::size_t>(buffer.Length())};
+}
+
+template <class T>
+std::string Written(const T& value) {
+  CStreamReader stream;
+  stream << value;
+  return Bytes(stream);
+}
+
+template <class T>
+T ReadFrom(const std::string& bytes, T target, const std::string& rest) {
+  CStreamReader stream(bytes);
+  stream >> target;
+  EXPECT_EQ(Bytes(stream), rest);
+  return target;
+}
+
+template <class T, class = void>
+struct Travels : std::false_type {};
+template <class T>
+struct Travels<T, std::void_t<decltype(std::declval<CStreamReader&>() << std::declval<T&>()),
+                              decltype(std::declval<CStreamReader&>() >> std::declval<T&>())>>
+    : std::true_type {};
+
+enum Plain : int { kNone };
+enum class Scoped : std::uint8_t { kNone };
+
+TEST(CStream, OnlyIntegersAndTextsTravel) {
+  EXPECT_TRUE(Travels<char>() && Travels<std::uint16_t>() && Travels<std::int64_t>() && Travels<bool>());
+  EXPECT_TRUE(Travels<std::string>() && Travels<CByteBuffer>() && Travels<std::vector<std::int16_t>>());
+  EXPECT_FALSE(Travels<float>() || Travels<double>() || Travels<Plain>() || Travels<Scoped>());
+  EXPECT_FALSE((Travels<int*>() || Travels<const int>() || Travels<std::pair<int, int>>()));
+  EXPECT_FALSE((Travels<std::map<int, std::int64_t>>() || Travels<std::map<std::int16_t, int>>()));
+}
+
+TEST(CStream, IntegersAreLittleEndian) {
+  EXPECT_EQ(Written<std::uint8_t>(0xAB), "\xAB");
+  EXPECT_EQ(Written<std::int16_t>(-2), "\xFE\xFF");
+  EXPECT_EQ(Written<std::uint32_t>(0x12345678), "\x78\x56\x34\x12");
+  EXPECT_EQ(Written<std::int64_t>(0x0102030405060708), "\x08\x07\x06\x05\x04\x03\x02\x01");
+  EXPECT_EQ(Written(true), "\x01");
+  EXPECT_EQ(ReadFrom<std::int64_t>("\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF!", 0, "!"), -2);
+  EXPECT_EQ(ReadFrom<bool>("\x02!", false, "!"), true);
+}
+
+TEST(CStream, AReadThatFindsTooLittleTakesNothing) {
+  CStreamReader stream("\x01\x02\x03"s);
+  std::uint32_t four = 7;
+  std::uint16_t two = 0;
+  bool flag = true;
+  stream >> four >> two;
+  EXPECT_EQ(four, 7u);
+  EXPECT_EQ(two, 0x0201);
+  stream.Read(&four, 0);
+  stream.Read(&four, -1);
+  EXPECT_EQ(Bytes(stream), "\x03");
+  stream.Read(&four, 1);
+  EXPECT_EQ(four, 3u);
+  stream >> four >> flag;
+  EXPECT_EQ(four, 3u);
+  EXPECT_TRUE(flag);
+  EXPECT_EQ(stream.Length(), 0);
+  EXPECT_EQ(stream.Capacity(), 1024);  // storage stays
+}
+
+TEST(CStream, DataStaysTheStartOfTheBlockWhileReadingAndWriting) {
+  CStreamReader stream("abcdef"s);
+  const unsigned char* data = stream.Data();
+  std::uint16_t two = 0;
+  stream >> two;
+  stream << two;
+  EXPECT_EQ(Bytes(stream), "cdefab");
+  EXPECT_EQ(stream.Data(), data);
+  stream.Read(stream.Data() + 1, 3);  // the target lies in what is left: c[cde]ab
+  EXPECT_EQ(Bytes(stream), "eab");
+}
+
+TEST(CStream, TextsAreCountedTheSameFromEverySource) {
+  CByteBuffer buffer;
+  EXPECT_EQ(Written(""s) + Written("") + Written(CTextString()) + Written(buffer), std::string(8, '\0'));
+  buffer.Append("ab", 2);
+  EXPECT_EQ(Written("ab"s), "\x02\0ab"s);
+  EXPECT_EQ(Written("ab"), "\x02\0ab"s);
+  EXPECT_EQ(Written(CTextString("ab")), "\x02\0ab"s);
+  EXPECT_EQ(Written(buffer), "\x02\0ab"s);
+  EXPECT_EQ(Written("a\0b"s), "\x03\0a\0b"s);
+  EXPECT_EQ(Written(std::string(65'535, 'x')), "\xFF\xFF" + std::string(65'535, 'x'));
+  EXPECT_EQ(Written(std::string(65'536, 'x')), "\0\0"s);
+  EXPECT_EQ(Written(std::string(65'538, 'x')), "\x02\0xx"s);
+}
+
+TEST(CStream, TextTargetsDifferInEmptyAndMissingBodies) {
+  const struct {
+    std::string bytes, rest, asString, asOther;
+  } cases[] = {
+      {"\x02\0hi!"s, "!", "hi", "hi"}, {"\0\0!"s, "!", "", "old"},
+      {"\x05", "\x05", "", "old"},     {"", "", "", "old"},
+      {"\x02\0h"s, "h", "ol", "ol"},   {"\x05\0hi"s, "hi", "old\0\0"s, "old\0\0"s},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(ReadFrom(c.bytes, "old"s, c.rest), c.asString) << c.bytes;
+    const CTextString text = ReadFrom(c.bytes, CTextString("old"), c.rest);
+    EXPECT_EQ(std::string(text.c_str(), text.size()), c.asOther) << c.bytes;
+    CStreamReader stream(c.bytes);
+    CByteBuffer buffer;
+    buffer.Append("old", 3);
+    stream >> buffer;
+    EXPECT_EQ(Bytes(buffer), c.asOther) << c.bytes;
+    EXPECT_EQ(Bytes(stream), c.rest) << c.bytes;
+  }
+}
+
+TEST(CStream, ABufferThatCannotGrowLeavesTheBodyOnTheStream) {
+  CStreamReader stream("\x00\x08"s + std::string(2048, 'b'));
+  CByteBuffer buffer;
+  buffer.Append("old", 3);
+  {
+    test::HeapFaults full(1, true);
+    stream >> buffer;
+  }
+  EXPECT_EQ(Bytes(buffer), "old");
+  EXPECT_EQ(Bytes(stream), std::string(2048, 'b'));
+}
+
+TEST(CStream, AStreamTakesItsOwnBytesAsText) {
+  CStreamReader stream(std::string(1023, 'x'));
+  stream << static_cast<const CByteBuffer&>(stream);  // the count alone makes it grow
+  EXPECT_EQ(Bytes(stream), std::string(1023, 'x') + "\xFF\x03" + std::string(1023, 'x'));
+  CStreamReader text("inside\0"s + std::string(1017, 'x'));
+  text << reinterpret_cast<const char*>(text.Data()) + 2;
+  EXPECT_EQ(Bytes(text).substr(1024), "\x04\0side"s);
+}
+
+TEST(CStream, ConstructorsCopyAllBytes) {
+  EXPECT_EQ(Bytes(CStreamReader("a\0b"s)), "a\0b"s);
+  EXPECT_EQ(Bytes(CStreamReader("abc", 2)), "ab");
+  const CStreamReader room(nullptr, 1500);
+  EXPECT_EQ(room.Length(), 0);
+  EXPECT_EQ(room.Capacity(), 2048);
+  EXPECT_EQ(CStreamReader("abc", 0x80000000u).Data(), nullptr);
+}
+
+TEST(CStream, SequencesAppendAndMapsMerge) {
+  using Shorts = std::vector<std::int16_t>;
+  using Texts = std::vector<std::string>;
+  using Lists = std::vector<std::vector<std::int16_t>>;
+  EXPECT_EQ(Written(Shorts{1, -1}), "\x02\0\x01\0\xFF\xFF"s);
+  EXPECT_EQ(ReadFrom("\x02\0\x01\0\xFF\xFF!"s, Shorts{9}, "!"), (Shorts{9, 1, -1}));
+  EXPECT_EQ(ReadFrom("\x03\0\x01\0\xFF"s, Shorts{9}, "\xFF"), (Shorts{9, 1, 0, 0}));
+  EXPECT_EQ(ReadFrom("\x03"s, Shorts{9}, "\x03"), (Shorts{9}));
+  EXPECT_EQ(Written(Texts{"a", ""}), "\x02\0\x01\0a\0\0"s);
+  EXPECT_EQ(ReadFrom("\x02\0\x01\0a\x03\0bc"s, Texts{"x"}, "bc"), (Texts{"x", "a", "\0\0\0"s}));
+  EXPECT_EQ(ReadFrom("\x02\0\x01\0\x07\0\0\0"s, Lists{}, ""), (Lists{{7}, {}}));
+  EXPECT_EQ(ReadFrom("\x02\0\x01\0"s, std::vector<bool>{false}, ""), (std::vector<bool>{false, true, false}));
+  EXPECT_EQ(Written(Shorts(65'537, 5)), "\x01\0\x05\0"s);
+
+  using Map = std::map<int, int>;
+  const std::string entries = "\x01\0\0\0\x02\0\0\0"s;
+  EXPECT_EQ(Written(Map{{1, 2}, {-1, 3}}), "\x02\0\0\0\xFF\xFF\xFF\xFF\x03\0\0\0"s + entries);
+  EXPECT_EQ(Written(zvuti::SizedMap<unsigned, int>{{1, 2}, {-1, 3}}),
+            "\x02\0\0\0"s + entries + "\xFF\xFF\xFF\xFF\x03\0\0\0"s);
+  EXPECT_EQ(ReadFrom("\x01\0\0\0"s + entries, Map{{1, 9}, {5, 9}}, ""), (Map{{1, 2}, {5, 9}}));
+  EXPECT_EQ(ReadFrom("\0\0\0\x80"s + entries, Map{{5, 9}}, entries), (Map{{5, 9}}));
+}
+
+// One step on the stream and the same on a string: reads take from its front, writes go to its end.
+template <class T>
+void StepNumber(CStreamReader& stream, std::string& model, bool writes, T value) {
+  T target = value, expected = value;
+  if (writes) {
+    stream << value;
+    model.append(reinterpret_cast<const char*>(&value), sizeof value);
+    return;
+  }
+  stream >> target;
+  if (model.size() >= sizeof value) {
+    model.copy(reinterpret_cast<char*>(&expected), sizeof expected);
+    model.erase(0, sizeof expected);
+  }
+  ASSERT_EQ(target, expected);
+}
+
+void StepText(CStreamReader& stream, std::string& model, bool writes, const std::string& text) {
+  if (writes) {
+    stream << text;
+    model += {static_cast<char>(text.size()), static_cast<char>(text.size() >> 8)};
+    model += text;
+    return;
+  }
+  std::string target = text, expected = text;
+  stream >> target;
+  std::size_t count = 0;
+  if (model.size() >= 2) {
+    count = static_cast<unsigned char>(model[0]) + 256u * static_cast<unsigned char>(model[1]);
+    model.erase(0, 2);
+  }
+  expected.resize(count);
+  if (model.size() >= count) {
+    expected = model.substr(0, count);
+    model.erase(0, count);
+  }
+  ASSERT_EQ(target, expected);
+}
+
+TEST(CStream, ThousandsOfRandomStepsMatchTheModel) {
+  std::mt19937 random(6201);
+  for (int run = 0; run < 50; ++run) {
+    CStreamReader stream;
+    std::string model;
+    for (int step = 0; step < 200; ++step) {
+      const bool writes = random() % 2 == 0;
+      const std::uint64_t value = random() * std::uint64_t{0x100000001} >> random() % 40;
+      switch (random() % 5) {
+        case 0:
+          StepNumber(stream, model, writes, static_cast<std::uint8_t>(value));
+          break;
+        case 1:
+          StepNumber(stream, model, writes, static_cast<std::int16_t>(value));
+          break;
+        case 2:
+          StepNumber(stream, model, writes, static_cast<std::uint32_t>(value));
+          break;
+        case 3:
+          StepNumber(stream, model, writes, static_cast<std::int64_t>(value));
+          break;
+        default:
+          StepText(stream, model, writes, std::string(random() % 300, static_cast<char>(value)));
+      }
+      ASSERT_EQ(Bytes(stream), model);
+    }
+  }
+}
+
+TEST(CStream, AFullHeapLosesFieldsAndNothingElse) {
+  const std::vector<std::int16_t> shorts{5, 6, 7};
+  const std::map<int, int> map{{1, 2}};
+  CStreamReader stream(std::string(1020, 'x')), sequence(std::string(1018, 'x'));
+  {
+    test::HeapFaults full(1, true);
+    stream << std::int64_t{1} << std::int16_t{2} << "abc";  // only the 16-bit value and the count fit
+    stream << shorts << map;
+    sequence << shorts;  // two of three elements find room
+  }
+  EXPECT_EQ(Bytes(stream).substr(1020), "\x02\0\x03\0"s);
+  EXPECT_EQ(Bytes(sequence).substr(1018), "\x03\0\x05\0\x06\0"s);
+}
+
+}  // namespace

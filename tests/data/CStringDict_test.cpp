@@ -1,0 +1,139 @@
+#include <ZvUtiLib/data/CStringDict.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <random>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "tests/support/HeapFaults.h"
+
+namespace {
+
+using Pairs = std::vector<std::pair<std::string, std::string>>;
+
+struct Collector {
+  Pairs pairs;
+  int Take(const char* key, const char* value) {
+    pairs.emplace_back(key, value);
+    return 0;
+  }
+};
+
+Pairs PairsOf(const CStringDict& dict) {
+  Collector collector;
+  dict.Visit(&collector, &Collector::Take);
+  return collector.pairs;
+}
+
+void Set(CStringDict& dict, const std::string& key, const char* value) {
+  dict.SetValue(CTextString(std::string_view(key)), value);
+}
+
+std::uint32_t ExpectedHash(const std::string& key) {
+  std::uint64_t hash = 2166136261;
+  for (const char c : key) {
+    const std::uint64_t byte = static_cast<unsigned char>(c);
+    hash = (hash * 16777619 % 0x1'0000'0000) ^ (byte < 0x80 ? byte : 0xFFFF'FF00 + byte);
+  }
+  return static_cast<std::uint32_t>(hash);
+}
+
+/// The order of visiting as it follows from the keys and their number, without any table.
+Pairs Ordered(const std::map<std::string, std::string>& model) {
+  const std::size_t count = model.size();
+  const std::size_t buckets = count < 5 ? 1 : 1 + (count - 1) / 4;
+  std::size_t power = 2;
+  while (power < buckets) power *= 2;
+  std::vector<std::tuple<std::size_t, std::string, std::string>> order;
+  for (const auto& [key, value] : model) {
+    const std::size_t slot = ExpectedHash(key) % power;
+    order.emplace_back(slot < buckets ? slot : slot - power / 2, key, value);
+  }
+  std::sort(order.begin(), order.end());
+  Pairs pairs;
+  for (const auto& [bucket, key, value] : order) pairs.emplace_back(key, value);
+  return pairs;
+}
+
+TEST(CStringDict, OrderOfVisitingFollowsFromTheKeysAlone) {
+  std::mt19937 random(11);
+  for (int round = 0; round < 400; ++round) {
+    const std::size_t count = round < 150 ? static_cast<std::size_t>(round) : random() % 600;
+    const auto kinds = 1 + random() % 255;  // few kinds of bytes make long common beginnings
+    std::map<std::string, std::string> model;
+    std::vector<std::string> keys;
+    for (int tries = 0; model.size() < count && tries < 2000; ++tries) {
+      std::string key(random() % 20, ' ');
+      for (char& byte : key) byte = static_cast<char>(1 + random() % kinds);
+      if (model.emplace(key, std::to_string(tries)).second) keys.push_back(key);
+    }
+    CStringDict dict;
+    for (const std::string& key : keys) Set(dict, key, "early");
+    for (const std::string& key : keys) Set(dict, key, model[key].c_str());
+    ASSERT_EQ(PairsOf(dict), Ordered(model)) << round;
+
+    std::shuffle(keys.begin(), keys.end(), random);
+    CStringDict other;
+    for (const std::string& key : keys) Set(other, key, model[key].c_str());
+    ASSERT_EQ(PairsOf(other), Ordered(model)) << round;
+  }
+}
+
+TEST(CStringDict, OrderHoldsInAFullHouse) {
+  std::map<std::string, std::string> model;
+  CStringDict dict;
+  for (int i = 0; i < 20'000; ++i) {
+    const std::string key = std::to_string(i * 7919);
+    model.emplace(key, "x");
+    Set(dict, key, "x");
+  }
+  EXPECT_EQ(PairsOf(dict), Ordered(model));
+}
+
+TEST(CStringDict, KeysAndValuesEndAtAZeroByte) {
+  CStringDict dict;
+  EXPECT_TRUE(PairsOf(dict).empty());
+  Set(dict, std::string("a\0b", 3), "first");
+  Set(dict, "a", "second");
+  Set(dict, "", nullptr);
+  EXPECT_EQ(PairsOf(dict), (Pairs{{"", ""}, {"a", "second"}}));
+}
+
+TEST(CStringDict, RefusedBlocksLeaveThePairsAsTheyWere) {
+  const std::string longText(40, 'v');
+  const std::int64_t live = test::LiveBlocks();
+  for (int nth = 1; nth <= 2; ++nth) {
+    const test::HeapFaults faults(nth);
+    EXPECT_THROW(CStringDict(), std::bad_alloc);
+  }
+  {
+    CStringDict dict;
+    std::map<std::string, std::string> model;
+    for (int i = 0; i < 70; ++i) {  // the bucket edges are enlarged twice on the way
+      const std::string key = longText + std::to_string(i);
+      bool isStored = false;
+      for (int nth = 1; !isStored; ++nth) {
+        {
+          const CTextString name{std::string_view(key)};
+          const test::HeapFaults faults(nth);
+          try {
+            dict.SetValue(name, longText.c_str());
+            isStored = true;
+          } catch (const std::bad_alloc&) {
+          }
+        }
+        if (isStored) model[key] = longText;
+        ASSERT_EQ(PairsOf(dict), Ordered(model)) << i << " " << nth;
+      }
+    }
+  }
+  EXPECT_EQ(test::LiveBlocks(), live);
+}
+
+}  // namespace

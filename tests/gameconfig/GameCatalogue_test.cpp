@@ -1,0 +1,93 @@
+#include <ZvUtiLib/GameCatalogue.h>
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/CodePage936.h"
+
+namespace {
+
+TEST(GameCatalogue, NamesGames) {
+  const struct {
+    GameId id;
+    const char *codeName, *displayName;
+  } cases[] = {
+      {1, "Maple", "\xB7\xE3\xD2\xB6"},           // U+67AB U+53F6
+      {22, "Larch", "\xC2\xE4\xD2\xB6\xCB\xC9"},  // U+843D U+53F6 U+677E
+      {62, "Teakwood", "\xE8\xD6.\xC4\xBE"},      // U+67DA . U+6728
+      {188, "Ginkgo", "\xD2\xF8\xD0\xD3"},        // U+94F6 U+674F
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(GetGameCodeName(c.id), c.codeName);
+    EXPECT_EQ(GetGameDisplayName(c.id), c.displayName) << c.id;
+  }
+  EXPECT_EQ(GetGameDisplayName(17), GetGameDisplayName(20));
+}
+
+TEST(GameCatalogue, SortsGamesByKindAndSeats) {
+  const struct {
+    GameKind kind;
+    std::uint32_t fewest, seats;
+    std::vector<GameId> games;
+  } groups[] = {
+      {GameKindCard, 2, 2, {17, 20, 21, 24}},
+      {GameKindCard, 2, 4, {1, 25}},
+      {GameKindCard, 2, 6, {38, 61}},
+      {GameKindCard, 2, 8, {60, 62}},
+      {GameKindCard, 3, 3, {11, 22}},
+      {GameKindCard, 4, 4, {36, 37}},
+      {GameKindMahjong, 2, 2, {4, 19}},
+      {GameKindMahjong, 4, 4, {23, 26, 27, 28}},
+      {GameKindBoard, 2, 2, {16}},
+      {GameKindCasual, 2, 2, {18}},
+      {GameKindCasual, 2, 4, {10}},
+      {GameKindCasual, 4, 4, {9}},
+      {GameKindCasual, 1, 1000, {188}},
+      {GameKindHall, 1, 1000, {80, 81, 82, 83}},
+  };
+  for (const auto& group : groups) {
+    for (const GameId id : group.games) {
+      EXPECT_EQ(GetGameKind(id), group.kind) << id;
+      EXPECT_EQ(GetGameMinPlayers(id), group.fewest) << id;
+      EXPECT_EQ(GetGameMaxPlayers(id), group.seats) << id;
+      EXPECT_EQ(IsGameFixedPlayers(id), group.fewest == group.seats ? 1 : 0) << id;
+    }
+  }
+}
+
+TEST(GameCatalogue, HoldsTwentyNineGamesInFoldersOfTheirOwn) {
+  std::set<std::string> folders;
+  for (GameId id = 0; id <= 1000; ++id) {
+    const std::string name = GetGameCodeName(id);
+    if (name.empty()) continue;
+    EXPECT_TRUE(folders.insert(name).second) << name;
+    // A mistyped byte would decode to something that is no Chinese character.
+    for (const char16_t unit : zvuti::gbk::ToUtf16(GetGameDisplayName(id))) {
+      EXPECT_TRUE(unit == u'.' || (unit >= 0x4E00 && unit <= 0x9FA5)) << id;
+    }
+  }
+  EXPECT_EQ(folders.size(), 29u);
+}
+
+TEST(GameCatalogue, UnknownIdsHaveDefinedAnswers) {
+  for (const GameId id : {0u, 2u, 63u, 84u, 187u, 189u, 256u + 1u, 65536u + 1u, 0x80000001u, 0xFFFFFFFFu}) {
+    std::string name = "kept";
+    FillGameCodeName(id, name);
+    FillGameDisplayName(id, name);
+    EXPECT_EQ(name, "kept") << id;
+    EXPECT_EQ(GetGameCodeName(id) + GetGameDisplayName(id), "") << id;
+    EXPECT_EQ(GetGameMinPlayers(id), 99999u) << id;
+    EXPECT_EQ(GetGameMaxPlayers(id), 4u) << id;
+    EXPECT_EQ(IsGameFixedPlayers(id), 0) << id;
+    EXPECT_EQ(GetGameKind(id), GameKindUnknown) << id;
+  }
+}
+
+TEST(GameCatalogue, HallIdsAreARange) {
+  for (GameId id = 0; id <= 300; ++id) EXPECT_EQ(IsHallGameId(id), id >= 80 && id <= 100) << id;
+  EXPECT_FALSE(IsHallGameId(0xFFFFFFFFu));
+}
+
+}  // namespace

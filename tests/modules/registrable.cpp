@@ -1,0 +1,20 @@
+// A library that registers itself, and reports a failure, which nobody looks at.
+#include <ZvUtiLib/Export.h>
+
+#include <fstream>
+
+namespace {
+
+void Log(const char* line) { std::ofstream("module.log", std::ios::app) << line << ' '; }
+
+const struct Presence {
+  Presence() { Log("loaded"); }
+  ~Presence() { Log("released"); }
+} presence;
+
+}  // namespace
+
+extern "C" __attribute__((visibility("default"))) long ZVUTILIB_CALLBACK DllRegisterServer() {
+  Log("registered");
+  return -1;
+}

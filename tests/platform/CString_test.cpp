@@ -1,0 +1,96 @@
+#include <ZvUtiLib/platform/CString.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+
+namespace {
+
+TEST(CString, TakesPartsWithinItsBounds) {
+  const CString text("abcdef");
+  EXPECT_EQ(text.Left(2), "ab");
+  EXPECT_EQ(text.Left(-1), "");
+  EXPECT_EQ(text.Left(99), "abcdef");
+  EXPECT_EQ(text.Right(2), "ef");
+  EXPECT_EQ(text.Right(INT_MAX), "abcdef");
+  EXPECT_EQ(text.Right(-1), "");
+  EXPECT_EQ(text.Mid(2), "cdef");
+  EXPECT_EQ(text.Mid(2, 3), "cde");
+  EXPECT_EQ(text.Mid(-3, 2), "ab");
+  EXPECT_EQ(text.Mid(9, 2), "");
+  EXPECT_EQ(text.Mid(4, INT_MAX), "ef");
+  EXPECT_EQ(text[5], 'f');
+  EXPECT_EQ(text.GetAt(6), '\0');
+}
+
+TEST(CString, NullTextsAreEmpty) {
+  const char* null = nullptr;
+  CString text(null);
+  EXPECT_TRUE(text.IsEmpty());
+  text = "x";
+  text += null;
+  EXPECT_EQ(text, "x");
+  EXPECT_TRUE(CString() == null);
+  EXPECT_EQ(text.Find(null), -1);
+  text = null;
+  EXPECT_EQ(text.GetLength(), 0);
+}
+
+TEST(CString, IsMadeOfCountedBytes) {
+  EXPECT_EQ(CString("abc", 2), "ab");
+  EXPECT_EQ(CString("abc", -1), "");
+  EXPECT_EQ(CString('x', 3), "xxx");
+  EXPECT_EQ(CString('x', -1), "");
+}
+
+TEST(CString, AssignsAndAppendsFromItself) {
+  CString text("abcdef");
+  text = static_cast<const char*>(text) + 3;
+  EXPECT_EQ(text, "def");
+  text += static_cast<const char*>(text);
+  EXPECT_EQ(text, "defdef");
+  text.Format("%s-%d", static_cast<const char*>(text), 7);
+  EXPECT_EQ(text, "defdef-7");
+}
+
+TEST(CString, ComparesBytesAsUnsigned) {
+  EXPECT_LT(CString("a"), "\xB0\xA1");
+  EXPECT_GT(CString("b"), CString("abc"));
+  EXPECT_LE("a", CString("a"));
+  EXPECT_NE(CString("a"), "A");
+  EXPECT_EQ(CString("aZ\x81z").CompareNoCase("Az\x81z"), 0);
+  EXPECT_NE(CString("\x81z").CompareNoCase("\x81Z"), 0);
+}
+
+TEST(CString, FindsAndReplacesByCharacters) {
+  const CString text("a\x81\\b\\c");
+  EXPECT_EQ(text.Find('\\'), 4);
+  EXPECT_EQ(text.ReverseFind('\\'), 4);
+  EXPECT_EQ(text.Find("c", 5), 5);
+  EXPECT_EQ(text.Find("c", 7), -1);
+  EXPECT_EQ(text.Find("a", -1), -1);
+  CString path(text);
+  EXPECT_EQ(path.Replace('\\', '/'), 1);
+  EXPECT_EQ(path, "a\x81\\b/c");
+}
+
+TEST(CString, FormatsTextOfAnyLength) {
+  CString text;
+  text.Format("%0*d", 1000, 7);
+  EXPECT_EQ(text.GetLength(), 1000);
+  EXPECT_EQ(text.Right(2), "07");
+}
+
+TEST(CString, BufferIsWrittenInPlace) {
+  CString text("kept");
+  text.GetBuffer(1);
+  text.ReleaseBuffer();
+  EXPECT_EQ(text, "kept");
+  char* buffer = text.GetBuffer(10);
+  buffer[0] = 'o', buffer[1] = 'k', buffer[2] = '\0';
+  text.ReleaseBuffer();
+  EXPECT_EQ(text, "ok");
+  EXPECT_EQ((CString("  a b\t") += "\r\n").Trim(), "a b");
+}
+
+}  // namespace

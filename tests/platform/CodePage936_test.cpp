@@ -1,0 +1,127 @@
+#include "platform/CodePage936.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using namespace std::string_literals;
+namespace gbk = zvuti::gbk;
+
+TEST(CodePage936, StepsOverEveryPairOfBytes) {
+  for (int lead = 0; lead < 256; ++lead) {
+    for (int trail = 0; trail < 256; ++trail) {
+      const char text[] = {static_cast<char>(lead), static_cast<char>(trail), 'x', '\0'};
+      const bool isPair = lead >= 0x81 && lead <= 0xFE && trail != 0;
+      ASSERT_EQ(gbk::CharLength(text), isPair ? 2u : 1u) << lead << " " << trail;
+      ASSERT_EQ(gbk::CharLength(std::string_view(text, 2), 0), isPair ? 2u : 1u) << lead << " " << trail;
+      ASSERT_EQ(gbk::CharLength(std::string_view(text, 1), 0), 1u);
+    }
+  }
+}
+
+TEST(CodePage936, CutsBehindAWholeCharacter) {
+  const std::string text = "a\xB0\xA1\x62\xB0\xA1";
+  const std::size_t kept[] = {0, 1, 1, 3, 4, 4, 6, 6};
+  for (std::size_t limit = 0; limit < std::size(kept); ++limit) {
+    EXPECT_EQ(gbk::CutWhole(text, limit), text.substr(0, kept[limit])) << limit;
+  }
+  EXPECT_EQ(gbk::CutWhole("ab\xB0", 2), "ab");
+}
+
+TEST(CodePage936, FindsOnlyWhereACharacterBegins) {
+  const struct {
+    std::string text, word;
+    std::size_t start, found;
+  } cases[] = {
+      {"\x81\x41\x62", "A", 0, std::string::npos},  // A is a trail byte here
+      {"\x81\x41\x62", "b", 0, 2},
+      {"\xB0\xA1\xA1\xB0", "\xA1\xA1", 0, std::string::npos},
+      {"\x81\x41", "\x81", 0, 0},  // bytes are compared, not characters
+      {"\x81\x41", "A", 1, 1},     // stepping begins at the start index
+      {"abc", "", 3, 3},
+      {"abc", "", 4, std::string::npos},
+      {"abc", "abcd", 0, std::string::npos},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(gbk::Find(c.text, c.word, c.start), c.found) << c.text << " " << c.word;
+}
+
+TEST(CodePage936, FoldsLettersButNoTrailBytes) {
+  std::string text = "az{\x81z\xA3\xE1z\x81 z\x80z\xFFz\x81";
+  gbk::FoldToUpper(text.data(), text.size());
+  EXPECT_EQ(text, "AZ{\x81z\xA3\xE1Z\x81 Z\x80Z\xFFZ\x81");
+  gbk::FoldToLower(text.data(), text.size());
+  EXPECT_EQ(text, "az{\x81z\xA3\xE1z\x81 z\x80z\xFFz\x81");
+}
+
+TEST(CodePage936, ConvertsBothWays) {
+  const struct {
+    std::string bytes;
+    std::u16string units;
+  } cases[] = {
+      {"A\xD6\xD0\xCE\xC4", u"A\u4E2D\u6587"},
+      {"\x80", u"\u20AC"},
+      {"\xFF", u"\uF8F5"},
+      {"\xAA\xA1", u"\uE000"},
+      {"\x81\x40\xFE\xFE", u"\u4E02\uE4C5"},
+      {"a\0b"s, u"a\0b"s},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(gbk::ToUtf16(c.bytes), c.units);
+    EXPECT_EQ(gbk::FromUtf16(c.units), c.bytes);
+  }
+}
+
+TEST(CodePage936, ConvertsRunsOfAnyLength) {
+  for (std::size_t before = 0; before < 20; ++before) {
+    for (std::size_t after = 0; after < 20; ++after) {
+      const std::string head(before, 'x'), tail(after, 'y');
+      const std::u16string units =
+          std::u16string(before, u'x') + u"\u4E2D\u20AC" + std::u16string(after, u'y');
+      const std::string bytes = head + "\xD6\xD0\x80" + tail, utf8 = head + "\xE4\xB8\xAD\xE2\x82\xAC" + tail;
+      ASSERT_EQ(gbk::ToUtf16(bytes), units);
+      ASSERT_EQ(gbk::FromUtf16(units), bytes);
+      ASSERT_EQ(gbk::Utf8ToUtf16(utf8), units);
+      ASSERT_EQ(gbk::Utf16ToUtf8(units), utf8);
+      ASSERT_TRUE(gbk::IsWhole(bytes));
+      ASSERT_FALSE(gbk::IsWhole(head + "\x81\x7F" + tail));
+    }
+    ASSERT_FALSE(gbk::IsWhole(std::string(before, 'x') + "\x81"));
+  }
+}
+
+TEST(CodePage936, EveryDecodedPairEncodesBack) {
+  for (int lead = 0x81; lead <= 0xFE; ++lead) {
+    for (int trail = 0x40; trail <= 0xFE; ++trail) {
+      const char pair[] = {static_cast<char>(lead), static_cast<char>(trail)};
+      const std::u16string units = gbk::ToUtf16(std::string_view(pair, 2));
+      ASSERT_EQ(units.size(), 1u);
+      if (units != u"?") {
+        ASSERT_EQ(gbk::FromUtf16(units), std::string(pair, 2)) << lead << " " << trail;
+      }
+    }
+  }
+}
+
+TEST(CodePage936, ReplacesWhatHasNoCounterpart) {
+  EXPECT_EQ(gbk::ToUtf16("\x81"), u"?");
+  EXPECT_EQ(gbk::ToUtf16("\x81<b"), u"?b");                    // a bad trail goes with its lead
+  EXPECT_EQ(gbk::FromUtf16(u"\u00C0\u00B2"), "\xA8\xA4\x32");  // best fit
+  EXPECT_EQ(gbk::FromUtf16(u"\U0001F600"), "??");
+}
+
+TEST(CodePage936, Utf8IsCheckedStrictly) {
+  EXPECT_EQ(gbk::ToUtf8("\xD6\xD0!"), "\xE4\xB8\xAD!");
+  EXPECT_EQ(gbk::FromUtf8("\xE4\xB8\xAD!"), "\xD6\xD0!");
+  EXPECT_EQ(gbk::Utf8ToUtf16("\xF0\x9F\x98\x80"), u"\U0001F600");
+  EXPECT_EQ(gbk::Utf16ToUtf8(u"\U0001F600"), "\xF0\x9F\x98\x80");
+  const std::string broken[] = {"\xC0\x80",         "\xE0\x80\x80", "\xED\xA0\x80",
+                                "\xF5\x80\x80\x80", "\xE4\xB8",     "\x80"};
+  for (const std::string& text : broken) {
+    EXPECT_EQ(gbk::Utf8ToUtf16(text), std::u16string(text.size(), u'\uFFFD')) << text;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,160 @@
+#include "platform/Formatter.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <initializer_list>
+#include <random>
+#include <string>
+#include <string_view>
+
+#include "platform/SystemPrintf.h"
+
+namespace {
+
+std::string Formatted(const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  std::string text = zvuti::FormatWhole(format, arguments);
+  va_end(arguments);
+  return text;
+}
+
+std::size_t Bounded(char* out, std::size_t capacity, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const std::size_t length = zvuti::FormatBounded(out, capacity, format, arguments);
+  va_end(arguments);
+  return length;
+}
+
+struct Row {
+  std::string got, expected;
+};
+
+const std::int64_t kBig = -1234567890123;
+const char* const kNull = nullptr;
+const char16_t kWide[] = u"\u4E2D\u6587x";  // 中文x
+constexpr char kGbk[] = "\xD6\xD0\xCE\xC4x";
+
+TEST(Formatter, ReadsTheIntegerPrefixesOfThePlatform) {
+  const Row rows[] = {
+      {Formatted("%I64d %d", kBig, 7), "-1234567890123 7"},
+      {Formatted("%+20I64i|%-20I64d|", -kBig, kBig), "      +1234567890123|-1234567890123      |"},
+      {Formatted("%016I64x %I64X %I64o %I64u", kBig, kBig, std::int64_t{8}, kBig),
+       "fffffee08e04fb35 FFFFFEE08E04FB35 10 18446742839141661493"},
+      {Formatted("%*I64d %.*I64d", 4, std::int64_t{1}, 4, std::int64_t{-1}), "   1 -0001"},
+      {Formatted("%I32d %I32u %3I32x", -5, 5, 10), "-5 5   a"},
+      {Formatted("%Id %Iu %d", std::ptrdiff_t{-5}, std::size_t{6}, 7), "-5 6 7"},
+      {Formatted("%%I64d %%%I64d%%", kBig), "%I64d %-1234567890123%"},
+      {Formatted("%lld %5lld %ld %hd", static_cast<long long>(kBig), 3LL, 4L, 65537),
+       "-1234567890123     3 4 1"},
+      {Formatted("%Fd %Ls %Ld", 1, "two", 3), "1 two 3"},
+      {Formatted("%F %zu %jd", 0.5, std::size_t{3}, std::intmax_t{4}), "0.500000 3 4"},
+      {Formatted("%I64d", INT64_MIN), "-9223372036854775808"},
+  };
+  for (const Row& row : rows) EXPECT_EQ(row.got, row.expected);
+}
+
+TEST(Formatter, WideTextHasSixteenBitUnitsAndBecomesGbk) {
+  const std::string gbk = kGbk;
+  const Row rows[] = {
+      {Formatted("%S %ls %lS %d", kWide, kWide, kWide, 7), gbk + " " + gbk + " " + gbk + " 7"},
+      {Formatted("%.1S|%6.2ls|%-6.2S|%*.*S", kWide, kWide, kWide, 3, 1, kWide),
+       "\xD6\xD0|  \xD6\xD0\xCE\xC4|\xD6\xD0\xCE\xC4  | \xD6\xD0"},
+      {Formatted("%C%lc%3C", 0x4E2D, 'x', 0x6587), "\xD6\xD0x \xCE\xC4"},
+      {Formatted("%hs %hS %hc %hC", "a", "b", 'c', 'd'), "a b c d"},
+      {Formatted("%s %S %.3s|%8.1ls|%-8s|", kNull, kNull, kNull, kNull, kNull),
+       "(null) (null) (nu|       (|(null)  |"},
+  };
+  for (const Row& row : rows) EXPECT_EQ(row.got, row.expected);
+
+  // A precision keeps the formatter from looking behind the text.
+  const char16_t unended[] = {u'a', u'b'};
+  EXPECT_EQ(Formatted("%.2S", unended), "ab");
+}
+
+TEST(Formatter, StrangeFormatsAreHarmless) {
+  int untouched = 7;
+  const Row rows[] = {
+      {Formatted("abc%"), "abc"},
+      {Formatted("abc%-08.3"), "abc"},
+      {Formatted("abc%5l"), "abc"},
+      {Formatted("abc%I64"), "abc"},
+      {Formatted("abc%*", 5), "abc"},
+      {Formatted(""), ""},
+      {Formatted("a%nb%d", &untouched, 5), "ab5"},
+      {Formatted("%5%%y%-3k%d%1$d", 5), "%%y%-3k5%1$d"},
+      {Formatted("%d\x81%d%d", 1, 2), "1\x81%d2"},  // 81 25 is one character
+      {Formatted("%\x81%d%d", 1), "%\x81%d1"},
+      {Formatted("%d\x81", 1), "1\x81"},
+      {Formatted("%*d|%-*d|%.*d", -3, 1, 3, 2, -1, 3), "1  |2  |3"},
+      {Formatted("%99999999999999999999y"), "%99999999999999999999y"},
+  };
+  for (const Row& row : rows) EXPECT_EQ(row.got, row.expected);
+  EXPECT_EQ(untouched, 7);
+}
+
+TEST(Formatter, WritesNoMoreThanFitsAndCountsAll) {
+  const std::string whole = Formatted("%5d|%s|%-4.2d|%S|%.2f", 42, "text", 7, kWide, 1.5);
+  EXPECT_EQ(whole, "   42|text|07  |" + std::string(kGbk) + "|1.50");
+  for (std::size_t capacity = 0; capacity <= whole.size() + 3; ++capacity) {
+    char out[64];
+    std::memset(out, '#', sizeof out);
+    ASSERT_EQ(Bounded(out, capacity, "%5d|%s|%-4.2d|%S|%.2f", 42, "text", 7, kWide, 1.5), whole.size());
+    if (capacity > 0) {
+      ASSERT_EQ(std::string(out), whole.substr(0, capacity - 1)) << capacity;
+    }
+    ASSERT_EQ(out[capacity], '#');
+  }
+  EXPECT_EQ(Bounded(nullptr, 0, "%2147483647s%2147483646s", "", ""), std::size_t{4294967293});
+  EXPECT_EQ(Formatted("%300d%s", 1, "x").size(), 301u);
+}
+
+template <class Value>
+void ExpectLikeTheSystem(std::initializer_list<std::string_view> conversion, Value value) {
+  std::string format = "<%";
+  for (const std::string_view part : conversion) format += part;
+  format += ">%s";
+  char expected[2048];
+  zvuti::SystemPrintf(expected, sizeof expected, format.c_str(), value, "end");
+  ASSERT_EQ(Formatted(format.c_str(), value, "end"), expected) << format;
+}
+
+TEST(Formatter, AgreesWithTheSystemOnWhatBothKnow) {
+  constexpr zvuti::SystemPrefixes system = zvuti::kSystemPrefixes;
+  std::mt19937_64 random(3);
+  const auto oneOf = [&](std::string_view letters) {
+    return letters.substr(static_cast<std::size_t>(random()) % letters.size(), 1);
+  };
+  for (int round = 0; round < 5000; ++round) {
+    std::string left = random() % 4 == 0 ? "-" : "";
+    std::string flags = left;
+    for (const char* flag : {"+", " ", "0", "0"}) flags += random() % 4 == 0 ? flag : "";
+    const std::string width = random() % 2 == 0 ? std::to_string(1 + random() % 30) : "";
+    std::string precision = random() % 2 == 0 ? "." : "";
+    if (!precision.empty() && random() % 3 != 0) precision += std::to_string(random() % 25);
+    const std::string_view sharp = random() % 3 == 0 ? "#" : "";
+    const std::uint64_t bits = random() >> (random() % 64);
+    const auto number = static_cast<std::int64_t>(random() % 2 == 0 ? bits : ~bits);
+
+    ExpectLikeTheSystem({flags, width, precision, oneOf("diu")}, static_cast<int>(number));
+    ExpectLikeTheSystem({sharp, flags, width, precision, "h", oneOf("xXo")}, static_cast<int>(number));
+    ExpectLikeTheSystem({flags, width, precision, "l", oneOf("diuxXo")}, static_cast<long>(number));
+    ExpectLikeTheSystem({flags, width, precision, system.longLong, oneOf("diuxXo")},
+                        static_cast<long long>(number));
+    const double value = static_cast<double>(number) / 1024;
+    ExpectLikeTheSystem({sharp, flags, width, precision, oneOf("eEfgGaA")}, value);
+    ExpectLikeTheSystem({flags, width, precision, system.longDouble, oneOf("fg")},
+                        static_cast<zvuti::SystemLongDouble>(value));
+    ExpectLikeTheSystem({left, width, precision, "s"}, std::to_string(bits).c_str());
+    ExpectLikeTheSystem({left, width, "c"}, static_cast<int>('a' + bits % 26));
+    ExpectLikeTheSystem({left, width, "p"}, static_cast<const void*>(&bits));
+  }
+}
+
+}  // namespace

@@ -1,0 +1,91 @@
+#include <ZvUtiLib/records/Describe.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace std::string_literals;
+using zvuti::NamedValue;
+
+std::string Shown(const std::string& record, const std::string& bytes) {
+  zvuti::RecordDump dump;
+  EXPECT_TRUE(zvuti::DumpRecord(record, bytes.data(), bytes.size(), dump));
+  EXPECT_EQ(dump.isWhole, dump.problem.empty());
+  std::string text;
+  for (const auto& row : dump.rows) {
+    text += std::to_string(row.offset) + "+" + std::to_string(row.size) + " " + row.path + " (" + row.form +
+            ") " + row.value + "\n";
+  }
+  return text + dump.problem;
+}
+
+std::string Listed(const std::string& record) {
+  std::vector<zvuti::RecordRow> rows;
+  EXPECT_TRUE(zvuti::ListRecord(record, rows));
+  std::string text;
+  for (const auto& row : rows) {
+    text += row.name + ": " + row.form + (row.condition.empty() ? "" : ", if ") + row.condition + "\n";
+  }
+  return text;
+}
+
+std::string Filled(const std::string& record, const std::vector<NamedValue>& values) {
+  std::string bytes, problem;
+  return zvuti::FillRecord(record, values, bytes, problem) ? bytes : problem;
+}
+
+TEST(Describe, ListsTheRowsInWireOrder) {
+  EXPECT_EQ(Listed("ItemRecord"),
+            "Tag: 8\nItemKey: 32\nItemId: 32\nStartTime: 32\nValidDays: 32\nDailyValue: 32\n"
+            "Count: 32, if ItemKey < 1000000000\nTailByte: 8\n");
+  EXPECT_EQ(Listed("PricedItem"), ": ItemRecord\nExtraValue: 32\nExtraAmount: 64\n");
+}
+
+TEST(Describe, ShowsBytesWithTheirPlaces) {
+  const std::string item = "\x01\xFF\xFF\xFF\xFF\xFE\xFF\xFF\xFF\0\0\0\0\x05\0\0\0\x06\0\0\0\x07"s;
+  EXPECT_EQ(Shown("PricedItem", item + std::string(12, '\xFF') + " more"),
+            "0+1 Tag (8) 1\n1+4 ItemKey (32) 4294967295\n5+4 ItemId (32) -2\n9+4 StartTime (32) 0\n"
+            "13+4 ValidDays (32) 5\n17+4 DailyValue (32) 6\n21+1 TailByte (8) 7\n"
+            "22+4 ExtraValue (32) 4294967295\n26+8 ExtraAmount (64) -1\n");
+}
+
+TEST(Describe, SaysWhereShortBytesEnd) {
+  EXPECT_EQ(Shown("ItemRecord", ""), "the bytes end in Tag at offset 0: 1 needed, 0 left");
+  EXPECT_EQ(Shown("ItemRecord", "\x01\x02\0"s),
+            "0+1 Tag (8) 1\nthe bytes end in ItemKey at offset 1: 4 needed, 2 left");
+}
+
+TEST(Describe, FillsByName) {
+  EXPECT_EQ(Filled("ItemRecord", {{"Count", "7"}, {"ItemKey", "0x3B9ACA00"}, {"ItemId", "-1"}}),
+            "\0\0\xCA\x9A\x3B\xFF\xFF\xFF\xFF\0\0\0\0\0\0\0\0\0\0\0\0\0"s);
+  EXPECT_EQ(Filled("PricedItem", {{"Tag", "255"}, {"ExtraAmount", "-9223372036854775808"}}),
+            "\xFF" + std::string(36, '\0') + "\x80");
+}
+
+TEST(Describe, RefusesWhatItCannotFill) {
+  const struct {
+    NamedValue value;
+    std::string problem;
+  } cases[] = {
+      {{"Nothing", "1"}, "Nothing: there is no such field in ItemRecord"},
+      {{"", "1"}, ": there is no such field in ItemRecord"},
+      {{"Tag.Tag", "1"}, "Tag.Tag: there is no such field in ItemRecord"},
+      {{"Tag", "256"}, "Tag: not a number that the field can hold"},
+      {{"Tag", "-1"}, "Tag: not a number that the field can hold"},
+      {{"Tag", "1x"}, "Tag: not a number that the field can hold"},
+      {{"Tag", ""}, "Tag: not a number that the field can hold"},
+      {{"ItemId", "2147483648"}, "ItemId: not a number that the field can hold"},
+      {{"ItemId", "99999999999999999999"}, "ItemId: not a number that the field can hold"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(Filled("ItemRecord", {c.value}), c.problem);
+  EXPECT_EQ(Filled("Nothing", {}), "there is no record Nothing");
+  std::vector<zvuti::RecordRow> rows;
+  zvuti::RecordDump dump;
+  EXPECT_FALSE(zvuti::ListRecord("Nothing", rows));
+  EXPECT_FALSE(zvuti::DumpRecord("Nothing", "", 0, dump));
+}
+
+}  // namespace

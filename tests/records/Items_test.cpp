@@ -1,0 +1,207 @@
+#include <ZvUtiLib/records/Items.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include <ZvUtiLib/data/TimeValue.h>
+
+#include "tests/support/DoorsGuard.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+std::string Bytes(const CByteBuffer& buffer) {
+  return {reinterpret_cast<const char*>(buffer.Data()), static_cast<std::size_t>(buffer.Length())};
+}
+
+template <class R>
+std::string Written(const R& record) {
+  CStreamReader stream;
+  stream << record;
+  return Bytes(stream);
+}
+
+PricedItem Item(std::uint32_t key) {
+  PricedItem item;
+  item.ItemId = 0x0D0C0B0A;
+  item.Count = 0x1D1C1B1A;
+  item.StartTime = 0x2D2C2B2A;
+  item.ValidDays = 0x3D3C3B3A;
+  item.DailyValue = 0x4D4C4B4A;
+  item.Tag = 0x5A;
+  item.ItemKey = key;
+  item.TailByte = 0x6A;
+  item.ExtraValue = 0x7D7C7B7A;
+  item.ExtraAmount = 0x0807060504030201;
+  return item;
+}
+
+const std::string kUpToCount = "\x0A\x0B\x0C\x0D\x2A\x2B\x2C\x2D\x3A\x3B\x3C\x3D\x4A\x4B\x4C\x4D";
+const std::string kExtra = "\x7A\x7B\x7C\x7D\x01\x02\x03\x04\x05\x06\x07\x08";
+const std::string kCounted = "\x5A\xFF\xC9\x9A\x3B" + kUpToCount + "\x1A\x1B\x1C\x1D\x6A";
+const std::string kSingle = "\x5A\0\xCA\x9A\x3B"s + kUpToCount + "\x6A";
+
+TEST(Items, TheKeyDecidesWhetherACountTravels) {
+  EXPECT_EQ(Written(Item(999'999'999)), kCounted + kExtra);
+  EXPECT_EQ(Written(Item(1'000'000'000)), kSingle + kExtra);
+  EXPECT_EQ(Written(Item(0xFFFFFFFF)).size(), 22u + 12u);
+  EXPECT_EQ(Written(ItemRecord()), std::string(26, '\0'));
+  EXPECT_EQ(Written(std::vector<ItemRecord>{Item(999'999'999), Item(1'000'000'000)}),
+            "\x02\0"s + kCounted + kSingle);
+
+  for (const std::uint32_t key : {999'999'999u, 1'000'000'000u}) {
+    CStreamReader stream(Written(Item(key)));
+    PricedItem item;
+    item.Count = 5;
+    stream >> item;
+    EXPECT_EQ(item.Count, key == 1'000'000'000u ? 1 : 0x1D1C1B1A);
+    item.Count = 0x1D1C1B1A;
+    EXPECT_EQ(Written(item), Written(Item(key)));
+    EXPECT_EQ(stream.Length(), 0);
+  }
+}
+
+TEST(Items, AnItemThatEndsEarlyKeepsItsCount) {
+  ItemRecord item;
+  item.Count = 7;
+  CStreamReader counted(kCounted.substr(0, 23)), single(kSingle.substr(0, 21));
+  counted >> item;
+  EXPECT_EQ(item.Count, 7);
+  EXPECT_EQ(item.TailByte, 0x1A);  // a shorter field takes what the count could not
+  EXPECT_EQ(Bytes(counted), "\x1B");
+  single >> item;
+  EXPECT_EQ(item.Count, 1);
+}
+
+TEST(Items, CountsWrap) {
+  ItemCount item;
+  item.SetCount(std::numeric_limits<int>::max());
+  item.AddCount(1);
+  EXPECT_EQ(item.GetCount(), std::numeric_limits<int>::min());
+}
+
+constexpr std::uint32_t Packed(unsigned year, unsigned month, unsigned day, unsigned hour, unsigned minute,
+                               unsigned second) {
+  return (year - 2000) << 26 | month << 22 | day << 17 | hour << 12 | minute << 6 | second;
+}
+
+// An item that ends at 2024-06-11 10:20:30, by the clock of the test.
+class ItemTimes : public testing::Test {
+ protected:
+  ItemTimes() {
+    item_.StartTime = Packed(2024, 6, 1, 10, 20, 30);
+    item_.ValidDays = 10;
+    end_ = CTimeValue(2024, 6, 1, 10, 20, 30, -1).GetTime() + 864'000;
+    doors_->clockSeconds = [] { return now; };
+  }
+  void SetLeft(std::int64_t seconds) { now = end_ - seconds; }
+
+  ItemRecord item_;
+  std::int64_t end_ = 0;
+  test::DoorsGuard doors_;
+  static std::int64_t now;
+};
+std::int64_t ItemTimes::now = 0;
+
+TEST_F(ItemTimes, RunOutAtTheVeryEnd) {
+  EXPECT_EQ(item_.GetExpiryTime(), end_);
+  SetLeft(1);
+  EXPECT_FALSE(item_.IsExpired());
+  SetLeft(0);
+  EXPECT_TRUE(item_.IsExpired());
+  EXPECT_EQ(item_.GetRemainingDays(0, 0, 0), 0);
+  EXPECT_EQ(item_.GetRemainingDays(24, 0, 0), 1);
+}
+
+TEST_F(ItemTimes, ArePermanentWithoutAStartOrADuration) {
+  SetLeft(-1);
+  EXPECT_EQ(item_.GetExpiryText(), "2024-06-11 10:20:30");
+  ItemRecord noStart = item_, noDays = item_;
+  noStart.StartTime = 0;
+  noDays.ValidDays = 0;
+  for (const ItemRecord& item : {noStart, noDays}) {
+    EXPECT_FALSE(item.HasExpiry());
+    EXPECT_FALSE(item.IsExpired());
+    EXPECT_EQ(item.GetExpiryText(), "\xD3\xC0\xBE\xC3");  // 永久
+    EXPECT_EQ(item.GetRemainingDays(48, 0, 0), 0);
+  }
+}
+
+TEST_F(ItemTimes, LeaveWholeDays) {
+  constexpr std::int64_t kHour = 3600, kDay = 24 * kHour;
+  const struct {
+    std::int64_t left;
+    int hours, minutes, seconds, days;
+  } cases[] = {
+      {36 * kHour, 0, 0, 0, 1},     {24 * kHour - 1, 0, 0, 0, 0},
+      {24 * kHour - 1, 0, 0, 1, 1}, {23 * kHour, 0, 60, 0, 1},
+      {-kHour, 48, 0, 0, 1},        {48 * kHour, -25, 0, 0, 0},
+      {48 * kHour, -48, 0, 0, 0},   {100'000 * kDay, 0, 0, 0, 100'000},
+  };
+  for (const auto& c : cases) {
+    SetLeft(c.left);
+    EXPECT_EQ(item_.GetRemainingDays(c.hours, c.minutes, c.seconds), c.days) << c.left << " " << c.hours;
+  }
+}
+
+TEST_F(ItemTimes, AreRefundedByWholeDays) {
+  const struct {
+    std::int64_t days;
+    std::uint32_t dailyValue;
+    std::int64_t refund;
+  } cases[] = {{10, 25, 100},
+               {1, 1, 0},
+               {10, 0, 0},
+               {0, 25, 0},
+               {-3, 25, 0},
+               {1, 0xFFFFFFFF, 1'717'986'918},
+               {9999, 0xFFFFFFFF, 17'178'151'193'082}};
+  for (const auto& c : cases) {
+    SetLeft(c.days * 86'400 + 600);
+    item_.DailyValue = c.dailyValue;
+    EXPECT_EQ(item_.GetRefundValue(), c.refund) << c.days << " " << c.dailyValue;
+  }
+  EXPECT_EQ(item_.GetRefundOf(-5), -2);
+  EXPECT_EQ(item_.GetRefundOf(1'000), 400);
+  EXPECT_EQ(item_.GetRefundOf(std::numeric_limits<std::int64_t>::max()), 0);  // the product wraps to -40
+}
+
+TEST(ItemBands, CoverTheirIdsAndNoOthers) {
+  struct Range {
+    int first, last;
+  };
+  const struct {
+    int (*isIn)(int);
+    std::vector<Range> ranges;
+  } bands[] = {
+      {IsIdBand20, {{20, 29}}},
+      {IsIdBand4101, {{4101, 4109}}},
+      {IsIdBand20Or4101, {{20, 29}, {4101, 4109}}},
+      {IsIdBand200Upper,
+       {{250, 299}, {350, 399}, {450, 499}, {550, 599}, {650, 699}, {750, 799}, {850, 899}, {950, 999}}},
+      {IsIdBand5001, {{5001, 5999}}},
+      {IsIdBand7201, {{7201, 8999}}},
+      {IsIdBand9000, {{9000, 9099}}},
+      {IsIdBand100000, {{100000, 199999}}},
+      {IsIdBand200001, {{7022, 7022}, {200001, 209999}}},
+      {IsIdBand210001, {{210001, 210999}}},
+      {IsIdBand211001, {{7117, 7117}, {211001, 211999}}},
+  };
+  for (std::size_t band = 0; band < std::size(bands); ++band) {
+    for (int id = -1100; id < 213'000; ++id) {
+      int expected = 0;
+      for (const Range& range : bands[band].ranges) expected |= id >= range.first && id <= range.last ? 1 : 0;
+      ASSERT_EQ(bands[band].isIn(id), expected) << "band " << band << ", id " << id;
+    }
+  }
+  EXPECT_EQ(ToBand20(4101), 20u);
+  EXPECT_EQ(ToBand20(4109), 28u);
+  EXPECT_EQ(ToBand20(0), 0xFFFFF00Fu);
+}
+
+}  // namespace

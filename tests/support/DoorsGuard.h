@@ -1,0 +1,21 @@
+// DoorsGuard: puts the doors to the system back as they were when a test ends.
+#pragma once
+
+#include "platform/Doors.h"
+
+namespace test {
+
+class DoorsGuard {
+ public:
+  DoorsGuard() : saved_(zvuti::TheDoors()) {}
+  ~DoorsGuard() { zvuti::TheDoors() = saved_; }
+  DoorsGuard(const DoorsGuard&) = delete;
+  DoorsGuard& operator=(const DoorsGuard&) = delete;
+
+  zvuti::Doors* operator->() { return &zvuti::TheDoors(); }
+
+ private:
+  zvuti::Doors saved_;
+};
+
+}  // namespace test

@@ -1,0 +1,381 @@
+#include "tests/support/LiteralRecords.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <exception>
+#include <functional>
+#include <iterator>
+
+#include "tests/support/HeapFaults.h"
+
+namespace test {
+
+namespace {
+
+using namespace zvuti::wire;
+
+struct Unknown : std::exception {
+  const char* what() const noexcept override { return "unknown enumeration member."; }
+};
+
+class LiteralReader : public RowVisitor {
+ public:
+  explicit LiteralReader(CStreamReader& in) : in_(in) {}
+
+  void Number(const char*, NumberRef field) override { in_.Read(field.at, static_cast<int>(field.bytes)); }
+  void Code(const char*, NumberRef field) override {
+    in_.Read(&byte_, 1);
+    field.Set(byte_);
+  }
+  void Tag(const char*, NumberRef field, const TagTable& tags) override {
+    std::uint32_t word = 0;
+    in_.Read(&word, 4);
+    const auto* found = std::find(tags.tags, tags.tags + tags.count, word);
+    if (found != tags.tags + tags.count) return field.Set(found - tags.tags);
+    if (tags.unknownThrows) throw Unknown();
+  }
+  void Text(const char*, std::string& field) override {
+    std::uint16_t count = 0;
+    in_.Read(&count, 2);
+    field.resize(count);
+    in_.Read(field.data(), count);
+  }
+  void List(const char*, ListRef& items) override {
+    std::uint16_t count = 0;
+    in_.Read(&count, 2);
+    for (std::uint16_t i = 0; i < count; ++i) {
+      const std::size_t size = items.Size();
+      items.Resize(size + 1);
+      try {
+        if (items.elements) {
+          Whole(*items.elements, items.At(size));
+        } else {
+          Text("", *static_cast<std::string*>(items.At(size)));
+        }
+      } catch (...) {
+        items.Resize(size);
+        throw;
+      }
+    }
+  }
+  void Map(const char*, MapRef& entries) override {
+    std::int32_t count = 0;
+    in_.Read(&count, 4);
+    const auto block = entries.blocks ? entries.blocks->make() : RecordType::Object(nullptr, [](void*) {});
+    const std::int32_t enough = in_.Length() + 2;  // by then nothing is left, and entries repeat themselves
+    for (std::int32_t i = 0; i < std::min(count, enough); ++i) {
+      if (entries.blocks) {
+        in_.Read(block.get(), static_cast<int>(entries.blocks->blockBytes));
+        std::memcpy(entries.Entry(entries.KeyOf(block.get())), block.get(), entries.blocks->blockBytes);
+      } else {
+        std::int32_t key = 0, value = 0;
+        in_.Read(&key, 4);
+        in_.Read(&value, 4);
+        std::memcpy(entries.Entry(key), &value, 4);
+      }
+    }
+  }
+  void Reserved(const char*, void*, std::size_t) override {}
+  void Record(const char*, const RecordType& type, void* record, Place) override { Whole(type, record); }
+  bool OnlyIf(const char*, bool holds) override { return holds; }
+
+  void Whole(const RecordType& type, void* record) {
+    if (type.blockBytes > 0) return in_.Read(record, static_cast<int>(type.blockBytes));
+    LiteralReader reader(in_);
+    type.walk(reader, record);
+  }
+
+ private:
+  CStreamReader& in_;
+  std::uint8_t byte_ = 0;
+};
+
+class LiteralWriter : public RowVisitor {
+ public:
+  explicit LiteralWriter(CStreamWriter& out) : out_(out) {}
+
+  void Number(const char*, NumberRef field) override { out_.Append(field.at, field.bytes); }
+  void Code(const char*, NumberRef field) override {
+    const auto byte = static_cast<std::uint8_t>(field.Get());
+    out_.Append(&byte, 1);
+  }
+  void Tag(const char*, NumberRef field, const TagTable& tags) override {
+    const auto member = static_cast<std::uint32_t>(field.Get());
+    if (member < tags.count) {
+      out_.Append(&tags.tags[member], 4);
+    } else if (tags.unknownThrows) {
+      throw Unknown();
+    }
+  }
+  void Text(const char*, std::string& field) override {
+    const auto count = Count<std::uint16_t>(field.size());
+    if (count > 0) out_.Append(field.data(), count);
+  }
+  void List(const char*, ListRef& items) override {
+    const auto count = Count<std::uint16_t>(items.Size());
+    for (std::uint16_t i = 0; i < count; ++i) {
+      if (items.elements) {
+        Whole(*items.elements, items.At(i));
+      } else {
+        Text("", *static_cast<std::string*>(items.At(i)));
+      }
+    }
+  }
+  void Map(const char*, MapRef& entries) override {
+    Count<std::uint32_t>(entries.Size());
+    entries.ForEach([&](std::int64_t key, void* value) {
+      if (entries.blocks) return Whole(*entries.blocks, value);
+      const auto word = static_cast<std::uint32_t>(key);
+      out_.Append(&word, 4);
+      out_.Append(value, 4);
+    });
+  }
+  void Reserved(const char*, void*, std::size_t) override {}
+  void Record(const char*, const RecordType& type, void* record, Place) override { Whole(type, record); }
+  bool OnlyIf(const char*, bool holds) override { return holds; }
+
+  void Whole(const RecordType& type, void* record) {
+    if (type.blockBytes > 0) {
+      out_.Append(record, static_cast<unsigned>(type.blockBytes));
+    } else {
+      type.walk(*this, record);
+    }
+  }
+
+ private:
+  template <class T>
+  T Count(std::size_t size) {
+    const auto count = static_cast<T>(size);
+    out_.Append(&count, sizeof count);
+    return count;
+  }
+
+  CStreamWriter& out_;
+};
+
+class RandomFill : public RowVisitor {
+ public:
+  explicit RandomFill(std::mt19937& random) : random_(random) {}
+
+  void Number(const char*, NumberRef field) override {
+    static constexpr std::int64_t kEdges[] = {0,         1, -1, 255, 256, 300, 999'999'999, 1'000'000'000,
+                                              0x7FFFFFFF};
+    const bool isEdge = random_() % 2 == 0;
+    field.Set(isEdge ? kEdges[random_() % std::size(kEdges)]
+                     : static_cast<std::int64_t>(random_() * std::uint64_t{0x9E3779B97F4A7C15}));
+  }
+  void Code(const char* name, NumberRef field) override { Number(name, field); }
+  void Tag(const char*, NumberRef field, const TagTable& tags) override {
+    field.Set(static_cast<std::int64_t>(random_() % (random_() % 4 == 0 ? tags.count + 2 : tags.count)));
+  }
+  void Text(const char*, std::string& field) override {
+    field.assign(random_() % 3 == 0 ? 0 : random_() % (random_() % 8 == 0 ? 700 : 9),
+                 static_cast<char>(random_() % 3));
+  }
+  void List(const char*, ListRef& items) override {
+    items.Resize(random_() % 4);
+    for (std::size_t i = 0; i < items.Size(); ++i) {
+      if (items.elements) {
+        items.elements->walk(*this, items.At(i));
+      } else {
+        Text("", *static_cast<std::string*>(items.At(i)));
+      }
+    }
+  }
+  void Map(const char*, MapRef& entries) override {
+    for (unsigned i = random_() % 4; i > 0; --i) {
+      const auto key = static_cast<std::int64_t>(random_() % 2 == 0 ? random_() % 4 : random_());
+      void* value = entries.Entry(static_cast<std::int32_t>(key));
+      if (entries.blocks) {
+        entries.blocks->walk(*this, value);
+        entries.Entry(static_cast<std::int32_t>(key));  // its key again
+      } else {
+        Number("", {value, 4, false});
+      }
+    }
+  }
+  void Reserved(const char*, void* bytes, std::size_t count) override {
+    std::memset(bytes, static_cast<int>(random_() & 0xFF), count);
+  }
+  void Record(const char*, const RecordType& type, void* record, Place) override { type.walk(*this, record); }
+  bool OnlyIf(const char*, bool) override { return true; }
+
+ private:
+  std::mt19937& random_;
+};
+
+class StateWalk : public RowVisitor {
+ public:
+  void Number(const char* name, NumberRef field) override { Add(name, std::to_string(field.Get())); }
+  void Code(const char* name, NumberRef field) override { Number(name, field); }
+  void Tag(const char* name, NumberRef field, const TagTable&) override { Number(name, field); }
+  void Text(const char* name, std::string& field) override { Add(name, field); }
+  void List(const char* name, ListRef& items) override {
+    Add(name, std::to_string(items.Size()));
+    for (std::size_t i = 0; i < items.Size(); ++i) {
+      if (i > kHuge / 2 && i + kHuge / 2 < items.Size() && i % 97 != 0) continue;  // enough to see a shift
+      if (items.elements) {
+        items.elements->walk(*this, items.At(i));
+      } else {
+        Add("text", *static_cast<std::string*>(items.At(i)));
+      }
+    }
+  }
+  void Map(const char* name, MapRef& entries) override {
+    Add(name, std::to_string(entries.Size()));
+    entries.ForEach([&](std::int64_t key, void* value) {
+      Add("key", std::to_string(key));
+      if (entries.blocks) {
+        entries.blocks->walk(*this, value);
+      } else {
+        Number("value", {value, 4, true});
+      }
+    });
+  }
+  void Reserved(const char* name, void* bytes, std::size_t count) override {
+    Add(name, std::string(static_cast<const char*>(bytes), count));
+  }
+  void Record(const char*, const RecordType& type, void* record, Place) override { type.walk(*this, record); }
+  bool OnlyIf(const char*, bool) override { return true; }
+
+  std::string text;
+
+ private:
+  static constexpr std::size_t kHuge = 600;
+
+  void Add(const char* name, const std::string& value) {
+    text.append(name).append("=").append(value).append("\n");
+  }
+};
+
+// What there is to see of an operation on a stream: what it threw, and the stream afterwards.
+struct Outcome {
+  std::string thrown, bytes, state;
+  int capacity = 0;
+  bool operator==(const Outcome&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Outcome& outcome) {
+  return out << "thrown '" << outcome.thrown << "', capacity " << outcome.capacity << ", "
+             << testing::PrintToString(outcome.bytes) << ", " << outcome.state;
+}
+
+Outcome OutcomeOf(CStreamReader& stream, const std::function<void()>& operation) {
+  Outcome outcome;
+  try {
+    operation();
+  } catch (const std::exception& thrown) {
+    outcome.thrown = thrown.what();
+  }
+  outcome.bytes.assign(reinterpret_cast<const char*>(stream.Data()),
+                       static_cast<std::size_t>(stream.Length()));
+  outcome.capacity = stream.Capacity();
+  return outcome;
+}
+
+class Comparison {
+ public:
+  Comparison(const RecordType& type, unsigned seed) : type_(type), random_(seed) {}
+
+  void Round() {
+    const auto record = Random(Next());
+    const std::string before(Next() % 3 == 0 ? Next() % 2100 : 1024 * (1 + Next() % 3) - Next() % 40, 'b');
+    Write(record.get(), before);
+    CStreamReader stream;
+    OutcomeOf(stream, [&] { WriteLiterally(type_, stream, record.get()); });
+    const std::string bytes(reinterpret_cast<const char*>(stream.Data()),
+                            static_cast<std::size_t>(stream.Length()));
+    const std::size_t step = bytes.size() / 150 + 1;
+    for (std::size_t length = 0; length <= bytes.size(); length += step) Read(bytes.substr(0, length));
+    Read(bytes + "tail");
+    for (int i = 0; i < 50 && !bytes.empty(); ++i) {
+      std::string changed = bytes;
+      for (unsigned n = Next() % 6 + 1; n > 0; --n) {
+        const unsigned value = Next() % 500 == 0 ? 0x80u : Next() % 4;
+        changed[Next() % (n % 2 == 0 ? changed.size() : std::min<std::size_t>(changed.size(), 64))] =
+            static_cast<char>(value);
+      }
+      Read(changed.substr(0, Next() % 2 == 0 ? changed.size() : Next() % changed.size()));
+    }
+  }
+
+ private:
+  RecordType::Object Random(unsigned seed) const {
+    auto record = type_.make();
+    std::mt19937 random(seed);
+    FillRandomly(type_, record.get(), random);
+    return record;
+  }
+
+  void Write(void* record, const std::string& before) {
+    for (const int refused : {0, 1, 2}) {
+      CStreamReader engine(before), literal(before);
+      const auto write = [&](CStreamReader& stream, bool isLiteral) {
+        return OutcomeOf(stream, [&] {
+          // One refused block costs the engine its single reservation, not a field (unless the record
+          // is one field); a full heap costs both the fields that find no room.
+          const bool isSpared = isLiteral && refused == 1 && type_.blockBytes == 0;
+          const test::HeapFaults faults(isSpared ? 0 : std::min(refused, 1), refused == 2);
+          isLiteral ? WriteLiterally(type_, stream, record) : type_.write(stream, record);
+        });
+      };
+      const Outcome seen = write(engine, false);
+      ASSERT_EQ(seen, write(literal, true)) << type_.name << ", refused " << refused;
+    }
+  }
+
+  // Into a default record and into a filled one in turn.
+  void Read(const std::string& bytes) {
+    isFilled_ = !isFilled_;
+    const unsigned seed = Next();
+    const auto read = [&](bool isLiteral) {
+      const auto record = isFilled_ ? Random(seed) : type_.make();
+      CStreamReader stream(bytes);
+      Outcome outcome = OutcomeOf(stream, [&] {
+        isLiteral ? ReadLiterally(type_, stream, record.get()) : type_.read(stream, record.get());
+      });
+      outcome.state = StateOf(type_, record.get());
+      return outcome;
+    };
+    const Outcome seen = read(false);
+    // A count read from the wrong place gives tens of thousands of elements; a few of these will do.
+    if (seen.state.size() > 50'000 && ++huge_ > 2) return;
+    ASSERT_EQ(seen, read(true)) << type_.name << " from " << testing::PrintToString(bytes);
+  }
+
+  unsigned Next() { return static_cast<unsigned>(random_()); }
+
+  const RecordType& type_;
+  std::mt19937 random_;
+  bool isFilled_ = false;
+  int huge_ = 0;
+};
+
+}  // namespace
+
+void ReadLiterally(const RecordType& type, CStreamReader& in, void* record) {
+  LiteralReader(in).Whole(type, record);
+}
+void WriteLiterally(const RecordType& type, CStreamWriter& out, void* record) {
+  LiteralWriter(out).Whole(type, record);
+}
+
+void FillRandomly(const RecordType& type, void* record, std::mt19937& random) {
+  RandomFill fill(random);
+  type.walk(fill, record);
+}
+
+std::string StateOf(const RecordType& type, void* record) {
+  StateWalk state;
+  type.walk(state, record);
+  return state.text;
+}
+
+void ExpectLiteralResults(const RecordType& type, unsigned seed, int rounds) {
+  Comparison comparison(type, seed);
+  for (int round = 0; round < rounds && !testing::Test::HasFatalFailure(); ++round) comparison.Round();
+}
+
+}  // namespace test

@@ -1,0 +1,37 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <iterator>
+#include <thread>
+
+#include "platform/win32/Kernel.h"
+#include "tests/support/NothingLeft.h"
+
+namespace {
+
+std::int64_t Threads() {
+  return std::distance(std::filesystem::directory_iterator("/proc/self/task"),
+                       std::filesystem::directory_iterator{});
+}
+
+}  // namespace
+
+namespace test {
+
+NothingLeft::NothingLeft() : handles_(zvuti::OpenHandles()), objects_(zvuti::LiveKernelObjects()) {
+  std::thread([] {}).join();  // some sanitizers start a thread of their own beside the first one
+  threads_ = Threads();
+}
+
+NothingLeft::~NothingLeft() {
+  EXPECT_EQ(zvuti::OpenHandles(), handles_);
+  // The system lists a thread for a moment longer than it lives, and nobody joins a thread without handles.
+  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  const auto left = [this] { return Threads() > threads_ || zvuti::LiveKernelObjects() > objects_; };
+  while (left() && std::chrono::steady_clock::now() < limit) std::this_thread::yield();
+  EXPECT_EQ(zvuti::LiveKernelObjects(), objects_);
+  EXPECT_LE(Threads(), threads_);
+}
+
+}  // namespace test

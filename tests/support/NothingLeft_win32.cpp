@@ -1,0 +1,55 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
+
+#include <ZvUtiLib/platform/Windows.h>
+
+#include <tlhelp32.h>
+
+#include "tests/support/NothingLeft.h"
+
+namespace {
+
+// Tries them one by one: Wine's GetProcessHandleCount knows of none.
+std::int64_t Handles() {
+  constexpr std::uintptr_t kStep = 4, kBeyond = 0x2000;
+  std::int64_t count = 0;
+  for (std::uintptr_t value = kStep; value < kBeyond; value += kStep) {
+    DWORD flags = 0;
+    if (GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags)) ++count;
+  }
+  return count;
+}
+
+std::int64_t Threads() {
+  const HANDLE all = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+  THREADENTRY32 entry{};
+  entry.dwSize = sizeof entry;
+  std::int64_t count = 0;
+  for (BOOL is = Thread32First(all, &entry); is; is = Thread32Next(all, &entry)) {
+    if (entry.th32OwnerProcessID == GetCurrentProcessId()) ++count;
+  }
+  CloseHandle(all);
+  return count;
+}
+
+}  // namespace
+
+namespace test {
+
+NothingLeft::NothingLeft() : objects_(0) {
+  std::thread([] {}).join();  // the first one makes the runtime library open what it keeps
+  handles_ = Handles();
+  threads_ = Threads();
+}
+
+NothingLeft::~NothingLeft() {
+  // A thread without handles ends unseen.
+  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+  while (Threads() > threads_ && std::chrono::steady_clock::now() < limit) std::this_thread::yield();
+  EXPECT_LE(Threads(), threads_);
+  EXPECT_LE(Handles(), handles_);
+}
+
+}  // namespace test

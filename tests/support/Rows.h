@@ -1,0 +1,21 @@
+// Rows: many short texts in one literal.
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace test {
+
+/// The parts of `text` between " ~ ".
+inline std::vector<std::string> Rows(std::string_view text) {
+  std::vector<std::string> rows;
+  for (std::size_t begin = 0, end; begin < text.size(); begin = end + 3) {
+    end = std::min(text.find(" ~ ", begin), text.size());
+    rows.emplace_back(text.substr(begin, end - begin));
+  }
+  return rows;
+}
+
+}  // namespace test

@@ -1,0 +1,74 @@
+// TempFolder: a folder of a test's own, removed with all its files when the test ends.
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+#include "platform/CodePage936.h"
+
+namespace test {
+
+/// The standard library's form of a path in GBK. Where the system's names are wide, it would take bytes
+/// for another encoding.
+inline std::filesystem::path FilePath(std::string_view gbk) {
+  if constexpr (sizeof(std::filesystem::path::value_type) == 1) return gbk;
+  return zvuti::gbk::ToUtf16(gbk);
+}
+
+class TempFolder {
+ public:
+  TempFolder() {
+    static int number = 0;
+    const auto* info = testing::UnitTest::GetInstance()->current_test_info();
+    std::string name = info ? std::string(info->test_suite_name()) + "." + info->name() : "fixture";
+    for (char& c : name) {
+      if (c == '/') c = '_';
+    }
+    const std::string unique =
+        name + "-" + std::to_string(std::random_device{}()) + "-" + std::to_string(++number);
+    path_ = (std::filesystem::temp_directory_path() / ("zvuti-" + unique)).string();
+    std::filesystem::create_directories(path_);
+  }
+  ~TempFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  TempFolder(const TempFolder&) = delete;
+  TempFolder& operator=(const TempFolder&) = delete;
+
+  /// Path of `name` in the folder. Names are GBK and have slashes for separators.
+  std::string Path(std::string_view name = {}) const {
+    return name.empty() ? path_ : path_ + "/" + std::string(name);
+  }
+
+  /// Writes `bytes` to the file `name`, making its folders, and returns its path.
+  std::string Write(std::string_view name, std::string_view bytes) const {
+    std::string path = Path(name);
+    const std::filesystem::path file = FilePath(path);
+    std::filesystem::create_directories(file.parent_path());
+    std::error_code ignored;  // made anew, since some file systems wait for the disk when a file is cut
+    std::filesystem::remove(file, ignored);
+    std::ofstream(file, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return path;
+  }
+
+  /// All bytes of the file `name`, "" where there is none.
+  std::string Read(std::string_view name) const { return ReadAs(name, std::ios::binary); }
+  /// The same of a text file, whose lines end in one byte here and in two on some systems.
+  std::string ReadText(std::string_view name) const { return ReadAs(name, std::ios::in); }
+
+ private:
+  std::string ReadAs(std::string_view name, std::ios::openmode mode) const {
+    std::ifstream in(FilePath(Path(name)), mode);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+
+  std::string path_;
+};
+
+}  // namespace test

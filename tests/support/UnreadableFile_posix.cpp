@@ -1,0 +1,7 @@
+#include "tests/support/UnreadableFile.h"
+
+namespace test {
+
+std::FILE* OpenUnreadable(const char* path) { return std::fopen(path, "w"); }
+
+}  // namespace test

@@ -1,0 +1,250 @@
+#include <ZvUtiLib/CUtiBlackList.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <new>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "platform/CodePage936.h"
+#include "tests/support/HeapFaults.h"
+#include "tests/support/TempFolder.h"
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+std::string FileOf(const Words& words) {
+  std::string file;
+  for (const std::string& word : words) file += word + "\n";
+  return file;
+}
+
+std::string Masked(const CUtiBlackList& list, const char* text) {
+  CString result = "old";
+  EXPECT_EQ(list.ReplaceBlackWord(text, result), 1);
+  return result.GetString();
+}
+
+// The plain way: search a folded copy of the text for each word, again and again from behind the match.
+std::string MaskedPlainly(const Words& words, const std::string& text) {
+  std::string masked = text, folded = text;
+  zvuti::gbk::FoldToUpper(folded.data(), folded.size());
+  for (std::string word : words) {
+    zvuti::gbk::FoldToUpper(word.data(), word.size());
+    for (std::size_t at = 0; (at = zvuti::gbk::Find(folded, word, at)) != std::string::npos;
+         at += word.size()) {
+      masked.replace(at, word.size(), word.size(), '*');
+    }
+  }
+  return masked;
+}
+
+void ExpectPlainResults(const CUtiBlackList& list, const Words& words, const std::string& text) {
+  const std::string masked = MaskedPlainly(words, text);
+  ASSERT_EQ(Masked(list, text.c_str()), masked)
+      << testing::PrintToString(words) << testing::PrintToString(text);
+  ASSERT_EQ(list.IsMatched(text.c_str()), masked != text ? 1 : 0)
+      << testing::PrintToString(words) << testing::PrintToString(text);
+}
+
+// Texts over few bytes: letters of both cases (they are trail bytes, too), lead bytes, and what is neither.
+class RandomBytes {
+ public:
+  explicit RandomBytes(unsigned seed) : random_(seed) {
+    std::string all = "aAbBz\\ \x80\xFF\x81\xB0\xFE";
+    std::shuffle(all.begin(), all.end(), random_);
+    alphabet_ = all.substr(0, 2 + Below(5));
+  }
+
+  std::size_t Below(std::size_t limit) { return random_() % limit; }
+  std::string Text(std::size_t length) {
+    std::string text(length, '\0');
+    for (char& byte : text) byte = alphabet_[Below(alphabet_.size())];
+    return text;
+  }
+  Words List(std::size_t count, std::size_t longest) {
+    Words words;
+    for (std::size_t i = 0; i < count; ++i) words.push_back(Text(1 + Below(longest)));
+    return words;
+  }
+
+ private:
+  std::mt19937 random_;
+  std::string alphabet_;
+};
+
+TEST(CUtiBlackList, MasksEveryWordAndNothingElse) {
+  const struct {
+    const char *file, *text, *masked;
+  } cases[] = {
+      {"", "abc", "abc"},
+      {"a\n\x1A\nb", "ab", "*b"},  // the mark that ends a text file
+      {"\r\n\n\r\n", "a\r\nb", "a\r\nb"},
+      {"abc", "xABCx aBc", "x***x ***"},
+      {"ABC\r\nBCD\r\n", "xabcdx", "x****x"},
+      {"AA", "aaa", "**a"},
+      {"AA\nBAA", "baaa aaaa", "***a ****"},  // the hidden AA at 1 keeps the next one, at 2, from counting
+      {"a\na\nA", "bab", "b*b"},
+      {" ", "a b", "a*b"},
+      {" a", "ba a", "ba**"},
+      {"\xB0\xA1\xB0\xA2", "x\xB0\xA1\xB0\xA2y", "x****y"},  // 啊阿
+      {"\xA1\xB0", "\xB0\xA1\xB0\xA1", "\xB0\xA1\xB0\xA1"},  // in the middle of 啊啊
+      {"a", "\x81\x61\x81\x41", "\x81\x61\x81\x41"},         // a trail byte is no letter
+      {"\x81\x61", "\x81\x41\x81\x61", "\x81\x41**"},
+      {"\xA3\xE1", "\xA3\xC1\xA3\xE1", "\xA3\xC1**"},  // full-width letters do not fold
+      {"\x81", "\x81\x41\x81", "*A*"},                 // half a character
+      {"\x81\nA", "\x81\x41\x61", "*A*"},
+  };
+  const test::TempFolder folder;
+  for (const auto& c : cases) {
+    CUtiBlackList list;
+    ASSERT_EQ(list.Load(folder.Write("words", c.file).c_str()), 1);
+    EXPECT_EQ(Masked(list, c.text), c.masked) << c.file;
+    EXPECT_EQ(list.IsMatched(c.text), std::string(c.text) != c.masked ? 1 : 0) << c.file;
+    EXPECT_EQ(list.IsMatched(nullptr), 0);
+    EXPECT_EQ(Masked(list, nullptr), "");
+  }
+}
+
+TEST(CUtiBlackList, GrowsWithEachLoad) {
+  const test::TempFolder folder;
+  const std::string first = folder.Write("first", "ab\n");
+  CUtiBlackList list;
+  EXPECT_EQ(list.IsMatched("ab"), 0);
+  EXPECT_EQ(Masked(list, "ab"), "ab");
+  EXPECT_EQ(list.Load(folder.Write("empty", "\n\r\n").c_str()), 1);
+  EXPECT_EQ(list.IsLoaded(), 0);
+  EXPECT_EQ(list.Load(folder.Path("missing").c_str()), 0);
+  EXPECT_EQ(list.Load(first.c_str()), 1);
+  EXPECT_EQ(list.IsLoaded(), 1);
+  EXPECT_EQ(list.Load(folder.Write("second", "cd").c_str()), 1);
+  EXPECT_EQ(list.Load(folder.Path("missing").c_str()), 0);
+  EXPECT_EQ(list.Load(first.c_str()), 1);
+  EXPECT_EQ(Masked(list, "ab cd ad"), "** ** ad");
+}
+
+TEST(CUtiBlackList, TheResultMayBeTheText) {
+  const test::TempFolder folder;
+  CUtiBlackList list;
+  list.Load(folder.Write("words", "ABC\nBCD\nAA").c_str());
+  CString text = "a text, longer than a short string: abcd aaa";
+  list.ReplaceBlackWord(text, text);
+  EXPECT_EQ(text, "a text, longer than a short string: **** **a");
+  text = "xabcd";
+  list.ReplaceBlackWord(text.GetString() + 1, text);
+  EXPECT_EQ(text, "****");
+}
+
+TEST(CUtiBlackList, GivesWhatTheScanOfTheListGives) {
+  const test::TempFolder folder;
+  for (unsigned round = 0; round < 3000; ++round) {
+    RandomBytes random(round);
+    const Words words = random.List(1 + random.Below(round % 10 == 0 ? 200 : 8), 1 + random.Below(7));
+    CUtiBlackList list;
+    ASSERT_EQ(list.Load(folder.Write("words", FileOf(words)).c_str()), 1);
+    for (int i = 0; i < 8; ++i)
+      ASSERT_NO_FATAL_FAILURE(ExpectPlainResults(list, words, random.Text(random.Below(60))));
+  }
+}
+
+TEST(CUtiBlackList, LongTextsAndLongWordsGiveTheSame) {
+  const test::TempFolder folder;
+  for (unsigned round = 0; round < 40; ++round) {
+    RandomBytes random(round);
+    const std::size_t length = round == 0 ? 65'536 : 6'000;
+    const std::string text = random.Text(length);
+    Words words = random.List(20, 12);
+    for (int i = 0; i < 10; ++i) words.push_back(text.substr(random.Below(length), 1 + random.Below(5'000)));
+    words.emplace_back(length / 3, 'a');
+    CUtiBlackList list;
+    ASSERT_EQ(list.Load(folder.Write("words", FileOf(words)).c_str()), 1);
+    ASSERT_NO_FATAL_FAILURE(ExpectPlainResults(list, words, text));
+    ASSERT_NO_FATAL_FAILURE(ExpectPlainResults(list, words, std::string(length, 'a')));
+  }
+}
+
+// Refuses each allocation of a second load in turn, once and for good. Whatever words the list got, the
+// queries answer for all of them.
+TEST(CUtiBlackList, WordsStayFoundWhenTheHeapRefuses) {
+  const test::TempFolder folder;
+  Words words;
+  for (char letter = 'A'; letter <= 'Z'; ++letter) words.push_back(std::string(20, letter) + "\xB0\xA1");
+  const std::string first = folder.Write("first", words[0]);
+  const std::string path = folder.Write("words", FileOf(words));
+  bool isAnyLoadedWithoutIndex = false;
+  std::ptrdiff_t mostBeforeBreak = 0;
+  for (const bool andAllAfter : {false, true}) {
+    bool isRefused = true;
+    for (int nth = 1; isRefused; ++nth) {
+      const std::int64_t before = test::LiveBlocks();
+      {
+        CUtiBlackList list;
+        list.Load(first.c_str());
+        bool isLoaded = false;
+        {
+          const test::HeapFaults faults(nth, andAllAfter);
+          try {
+            isLoaded = list.Load(path.c_str()) == 1;
+          } catch (const std::bad_alloc&) {  // the words so far stay
+          }
+          isRefused = faults.Refused();
+        }
+        const auto isFound = [&](const std::string& word) { return list.IsMatched(word.c_str()) == 1; };
+        const auto firstLost = std::find_if_not(words.begin(), words.end(), isFound);
+        if (isLoaded) {
+          EXPECT_EQ(firstLost, words.end()) << nth;
+        }
+        if (!isLoaded) mostBeforeBreak = std::max(mostBeforeBreak, firstLost - words.begin());
+        if (isLoaded && isRefused) isAnyLoadedWithoutIndex = true;
+        EXPECT_TRUE(std::none_of(firstLost, words.end(), isFound)) << nth;
+        ExpectPlainResults(list, Words(words.begin(), firstLost), "x" + words[3] + words[25] + words[3]);
+      }
+      EXPECT_EQ(test::LiveBlocks(), before) << nth;
+    }
+  }
+  EXPECT_EQ(mostBeforeBreak, std::ssize(words) - 1);
+  EXPECT_TRUE(isAnyLoadedWithoutIndex);
+}
+
+TEST(CUtiBlackList, ScanWithoutIndexGivesTheSame) {
+  const test::TempFolder folder;
+  const std::string empty = folder.Write("empty", "");
+  for (unsigned round = 0; round < 1000; ++round) {
+    RandomBytes random(round);
+    const Words words = random.List(1 + random.Below(8), 1 + random.Below(7));
+    const std::string path = folder.Write("words", FileOf(words));
+    CUtiBlackList list;
+    std::int64_t opening = 0;
+    {
+      const test::HeapFaults counted(0);
+      list.Load(empty.c_str());
+      opening = counted.Tried();
+    }
+    {
+      // Words this short take one block each, so the next one is the first of the index.
+      const test::HeapFaults faults(opening + static_cast<std::int64_t>(words.size()) + 1, true);
+      ASSERT_EQ(list.Load(path.c_str()), 1);
+      ASSERT_TRUE(faults.Refused());
+    }
+    for (int i = 0; i < 8; ++i)
+      ASSERT_NO_FATAL_FAILURE(ExpectPlainResults(list, words, random.Text(random.Below(60))));
+  }
+}
+
+TEST(CUtiBlackList, QueriesAllocateNothingButTheResult) {
+  const test::TempFolder folder;
+  CUtiBlackList list;
+  list.Load(folder.Write("words", "ABC\n\xB0\xA1\xB0\xA2").c_str());  // 啊阿
+  CString result;
+  const std::string text = "a text, longer than a short string: \xB0\xA1\xB0\xA2\x61\x62\x63";
+  const test::HeapFaults heap(0);
+  EXPECT_EQ(list.IsMatched(text.c_str()), 1);
+  EXPECT_EQ(heap.Tried(), 0);
+  list.ReplaceBlackWord(text.c_str(), result);
+  EXPECT_EQ(heap.Tried(), 1);
+}
+
+}  // namespace

@@ -1,0 +1,176 @@
+#include <ZvUtiLib/CUtiNumber.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <limits>
+#include <string>
+
+#include "platform/CodePage936.h"
+
+namespace {
+
+// What the operation answers: its return value and the result, which held "old" before.
+template <class Operation, class Input>
+std::string Answer(Operation operation, Input input) {
+  CString result = "old";
+  const int returned = operation(input, result);
+  return std::to_string(returned) + ":" + result.GetString();
+}
+
+std::string Spell(const std::string& digits) {
+  return Answer(CUtiNumber::ChangeLowerNum2UpperNum, digits.c_str());
+}
+
+int InsertInText(const char* text, CString& result) { return CUtiNumber::InsertSeparator(text, result); }
+int InsertInValue(std::int64_t value, CString& result) { return CUtiNumber::InsertSeparator(value, result); }
+int CheckValue(std::int64_t value, CString& result) { return CUtiNumber::CheckNumber(value, result); }
+
+TEST(CUtiNumber, ANumberIsDigitsBehindAtMostOneMinus) {
+  for (const char* number : {"0", "007", "-0", "-", "-12", "123456789012345678901234567890"}) {
+    EXPECT_EQ(CUtiNumber::CheckNumber(number), 1) << number;
+  }
+  for (const char* other :
+       {"", "+5", "--5", "5-", " 5", "1,2345", "1.5", "12/", "12:", "\xA3\xB1", "1\xB1"}) {
+    EXPECT_EQ(CUtiNumber::CheckNumber(other), 0) << other;
+  }
+  EXPECT_EQ(CUtiNumber::CheckNumber(nullptr), 0);
+}
+
+TEST(CUtiNumber, SeparatesGroupsOfFour) {
+  const struct {
+    const char *text, *answer;
+  } cases[] = {
+      {"0", "1:0"},
+      {"1234", "1:1234"},
+      {"12345", "1:1,2345"},
+      {"1234567", "1:123,4567"},
+      {"12345678", "1:1234,5678"},
+      {"123456789", "1:1,2345,6789"},
+      {"00012345", "1:0001,2345"},
+      {"-1234", "1:-1234"},
+      {"-12345", "1:-1,2345"},
+      {"-", "1:-"},
+      {"", "0:"},
+      {"+5", "0:"},
+      {"12a4", "0:"},
+      {nullptr, "0:"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(Answer(InsertInText, c.text), c.answer);
+
+  std::string digits(100'000, '7'), separated;
+  for (int i = 0; i < 25'000; ++i) separated += i ? ",7777" : "7777";
+  EXPECT_EQ(Answer(InsertInText, digits.c_str()), "1:" + separated);
+}
+
+TEST(CUtiNumber, SeparatesValues) {
+  using Limits = std::numeric_limits<std::int64_t>;
+  const struct {
+    std::int64_t value;
+    const char* answer;
+  } cases[] = {
+      {0, "1:0"},
+      {-12345, "1:-1,2345"},
+      {Limits::max(), "1:922,3372,0368,5477,5807"},
+      {Limits::min(), "1:-922,3372,0368,5477,5808"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Answer(InsertInValue, c.value), c.answer);
+    EXPECT_EQ(Answer(CheckValue, c.value), c.answer);
+  }
+}
+
+TEST(CUtiNumber, RemovesCommasFromAnyText) {
+  const struct {
+    const char *text, *answer;
+  } cases[] = {
+      {"1,2345", "1:12345"},       {"1,,2", "1:12"}, {",", "1:"}, {"abc", "1:abc"},
+      {"\xC1\xE3,", "1:\xC1\xE3"}, {nullptr, "1:"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(Answer(CUtiNumber::RemoveSeparator, c.text), c.answer);
+}
+
+TEST(CUtiNumber, SpellsInCapitalNumerals) {
+  const struct {
+    const char *digits, *spelling;  // GBK
+  } cases[] = {
+      {"", ""},
+      {"0", ""},
+      {"00000", ""},
+      {"5", "\xCE\xE9"},                                             // 伍
+      {"10", "\xCA\xB0"},                                            // 拾
+      {"11", "\xCA\xB0\xD2\xBC"},                                    // 拾壹
+      {"20", "\xB7\xA1\xCA\xB0"},                                    // 贰拾
+      {"21", "\xB7\xA1\xCA\xB0\xD2\xBC"},                            // 贰拾壹
+      {"0012", "\xC1\xE3\xCA\xB0\xB7\xA1"},                          // 零拾贰
+      {"100", "\xD2\xBC\xB0\xDB"},                                   // 壹佰
+      {"101", "\xD2\xBC\xB0\xDB\xC1\xE3\xD2\xBC"},                   // 壹佰零壹
+      {"110", "\xD2\xBC\xB0\xDB\xCA\xB0"},                           // 壹佰拾
+      {"111", "\xD2\xBC\xB0\xDB\xCA\xB0\xD2\xBC"},                   // 壹佰拾壹
+      {"1001", "\xD2\xBC\xC7\xAA\xC1\xE3\xD2\xBC"},                  // 壹仟零壹
+      {"1010", "\xD2\xBC\xC7\xAA\xC1\xE3\xCA\xB0"},                  // 壹仟零拾
+      {"1100", "\xD2\xBC\xC7\xAA\xD2\xBC\xB0\xDB"},                  // 壹仟壹佰
+      {"10000", "\xD2\xBC\xCD\xF2"},                                 // 壹万
+      {"10001", "\xD2\xBC\xCD\xF2\xC1\xE3\xD2\xBC"},                 // 壹万零壹
+      {"10010", "\xD2\xBC\xCD\xF2\xC1\xE3\xCA\xB0"},                 // 壹万零拾
+      {"100000", "\xCA\xB0\xCD\xF2"},                                // 拾万
+      {"10000001", "\xD2\xBC\xC7\xAA\xCD\xF2\xC1\xE3\xD2\xBC"},      // 壹仟万零壹
+      {"10001000", "\xD2\xBC\xC7\xAA\xCD\xF2\xD2\xBC\xC7\xAA"},      // 壹仟万壹仟
+      {"100000000", "\xD2\xBC\xD2\xDA"},                             // 壹亿
+      {"1000000000000", "\xD2\xBC\xCD\xF2\xD2\xDA"},                 // 壹万亿
+      {"10000000000000000000", "\xD2\xBC\xC7\xAA\xD2\xDA\xD2\xDA"},  // 壹仟亿亿
+      {"1234567890",
+       "\xCA\xB0\xB7\xA1\xD2\xDA"                                    // 拾贰亿
+       "\xC8\xFE\xC7\xAA\xCB\xC1\xB0\xDB\xCE\xE9\xCA\xB0\xC2\xBD"    // 叁仟肆佰伍拾陆
+       "\xCD\xF2\xC6\xE2\xC7\xAA\xB0\xC6\xB0\xDB\xBE\xC1\xCA\xB0"},  // 万柒仟捌佰玖拾
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Spell(c.digits), std::string("1:") + c.spelling)
+        << c.digits << " reads " << zvuti::gbk::ToUtf8(Spell(c.digits));
+  }
+}
+
+TEST(CUtiNumber, SpellsTheLongestNumber) {
+  // 玖仟玖佰玖拾玖, then 亿亿, 万亿, 亿, 万 and nothing
+  const std::string group = "\xBE\xC1\xC7\xAA\xBE\xC1\xB0\xDB\xBE\xC1\xCA\xB0\xBE\xC1";
+  EXPECT_EQ(Spell("99999999999999999999"), "1:" + group + "\xD2\xDA\xD2\xDA" + group + "\xCD\xF2\xD2\xDA" +
+                                               group + "\xD2\xDA" + group + "\xCD\xF2" + group);
+}
+
+TEST(CUtiNumber, SpellingEndsAtWhatIsNoDigit) {
+  EXPECT_EQ(Spell("-5"), "0:");
+  EXPECT_EQ(Spell("12a4"), "0:\xD2\xBC\xC7\xAA\xB7\xA1\xB0\xDB");  // 壹仟贰佰
+  EXPECT_EQ(Spell("100a"), "0:\xD2\xBC\xC7\xAA\xC1\xE3");          // 壹仟零: the zero's neighbour is not 0
+  EXPECT_EQ(Spell("1\xB1"), "0:\xCA\xB0");                         // 拾
+  EXPECT_EQ(Spell(std::string(21, '1')), "0:old");
+  EXPECT_EQ(Answer(CUtiNumber::ChangeLowerNum2UpperNum, static_cast<const char*>(nullptr)), "0:old");
+}
+
+TEST(CUtiNumber, NamesSingleDigits) {
+  const std::string digits =
+      "\xC1\xE3\xD2\xBB\xB6\xFE\xC8\xFD\xCB\xC4\xCE\xE5\xC1\xF9\xC6\xDF\xB0\xCB\xBE\xC5";  // 零一二三四五六七八九
+  for (int digit = 0; digit <= 9; ++digit) {
+    EXPECT_EQ(CUtiNumber::GetNumCN(digit).GetString(), digits.substr(static_cast<std::size_t>(digit) * 2, 2));
+  }
+  for (const int other : {-1, 10, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
+    EXPECT_EQ(CUtiNumber::GetNumCN(other), "");
+  }
+}
+
+TEST(CUtiNumber, TheResultMayBeTheText) {
+  CString text = "-12345678901234567890";
+  CUtiNumber::InsertSeparator(text, text);
+  EXPECT_EQ(text, "-1234,5678,9012,3456,7890");
+  CUtiNumber::RemoveSeparator(text, text);
+  EXPECT_EQ(text, "-12345678901234567890");
+  CUtiNumber::InsertSeparator(text.GetString() + 1, text);
+  EXPECT_EQ(text, "1234,5678,9012,3456,7890");
+  text = "10000000000000000000";
+  CUtiNumber::ChangeLowerNum2UpperNum(text, text);
+  EXPECT_EQ(text, "\xD2\xBC\xC7\xAA\xD2\xDA\xD2\xDA");  // 壹仟亿亿
+  text = "x";
+  EXPECT_EQ(CUtiNumber::InsertSeparator(text, text), 0);
+  EXPECT_EQ(text, "");
+}
+
+}  // namespace

@@ -1,0 +1,207 @@
+#include <ZvUtiLib/CUtiTurnTable.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "tests/support/HeapFaults.h"
+
+namespace {
+
+constexpr double kTurn = 6.283185307179586;
+using Heard = std::vector<std::string>;
+
+// Opens what is protected, and writes down each notification with the state and angle it sees.
+struct Wheel : CUtiTurnTable {
+  using CUtiTurnTable::curAngle, CUtiTurnTable::curSpeed, CUtiTurnTable::deceleration, CUtiTurnTable::endSlot,
+      CUtiTurnTable::slotCount, CUtiTurnTable::slotRanges, CUtiTurnTable::state;
+  using CUtiTurnTable::TurnTable_End, CUtiTurnTable::TurnTable_Initial, CUtiTurnTable::TurnTable_Start,
+      CUtiTurnTable::TurnTable_Uninitial;
+
+  int Tick(int times = 1) {
+    int result = 1;
+    for (int i = 0; i < times; ++i) result = TurnTable_Update(static_cast<float>(i));
+    return result;
+  }
+  void Spin(int ticks) {
+    TurnTable_Initial();
+    TurnTable_Start();
+    Tick(ticks);
+  }
+  // Ticks until the wheel rests; returns how many there were.
+  int RunOut() {
+    int ticks = 0;
+    for (way = 0; state != TurnStateIdle; ++ticks) {
+      const double before = curAngle;
+      Tick();
+      way += std::fmod(curAngle - before + kTurn, kTurn);
+    }
+    return ticks;
+  }
+
+  Heard heard;
+  int answer = 1;
+  double way = 0;  // of the last RunOut
+
+ private:
+  int Hear(const char* what) {
+    heard.push_back(what + std::to_string(state) + (curAngle > kTurn ? " beyond" : ""));
+    return answer;
+  }
+  int OnTurnTableStart() override { return Hear("start "); }
+  int OnSpeedReachEven() override { return Hear("even "); }
+  int OnTurnTableEnd() override { return Hear("end "); }
+};
+
+TEST(CUtiTurnTable, MakesTheWorkedSpin) {
+  Wheel wheel;
+  wheel.Spin(0);
+  const struct {
+    int tick, state;
+    double speed, angle;
+  } moments[] = {{0, 1, 0, 0},           {1, 1, 0.004, 0.002},      {2, 1, 0.008, 0.008},
+                 {3, 1, 0.012, 0.018},   {199, 1, 0.796, 3.803776}, {200, 2, 0.8, 4.601776},
+                 {250, 2, 0.8, 0.619479}};
+  int tick = 0;
+  for (const auto& m : moments) {
+    for (; tick < m.tick; ++tick) ASSERT_EQ(wheel.Tick(), 1);
+    EXPECT_EQ(wheel.state, m.state) << tick;
+    EXPECT_NEAR(wheel.curSpeed, m.speed, 1e-12) << tick;
+    EXPECT_NEAR(wheel.TurnTable_GetCurAngle(), m.angle, 5e-7) << tick;
+  }
+  ASSERT_EQ(wheel.TurnTable_End(5), 1);
+  EXPECT_NEAR(wheel.deceleration, 0.00250661, 5e-9);
+  EXPECT_EQ(wheel.RunOut(), 320);
+  EXPECT_NEAR(wheel.curAngle, 2.618159, 5e-7);
+  EXPECT_EQ(wheel.curSpeed, 0.0);
+  EXPECT_EQ(wheel.heard, (Heard{"start 1", "even 2", "end 0"}));
+}
+
+TEST(CUtiTurnTable, RestsInTheChosenSlotFromAnyStart) {
+  // While speeding up, at the top, at many angles, and once more while running out already.
+  for (const int ticks : {1, 2, 50, 199, 200, 237, 250, 333}) {
+    for (int slot = 0; slot < 12; ++slot) {
+      for (const bool again : {false, true}) {
+        Wheel wheel;
+        wheel.Spin(ticks);
+        if (again) wheel.TurnTable_End(11 - slot), wheel.Tick(ticks / 2);
+        ASSERT_EQ(wheel.TurnTable_End(slot), 1);
+        const double lost = wheel.deceleration;
+        const int taken = wheel.RunOut();
+        const double beyond = std::fmod(wheel.curAngle - wheel.slotRanges[slot].low + kTurn + 1e-9, kTurn);
+        EXPECT_LE(beyond, lost / 8 + 2e-9) << ticks << " " << slot;
+        EXPECT_GE(wheel.way, 20 * kTurn - 1e-9);
+        EXPECT_LT(wheel.way, 21 * kTurn + 0.0004);
+        EXPECT_TRUE(again || ticks < 200 || (taken >= 315 && taken <= 330)) << taken;
+      }
+    }
+  }
+}
+
+TEST(CUtiTurnTable, TakesTheMiddleOfARangeThroughZero) {
+  // The middle shows in the deceleration: the wheel stops half of a slot's width before it.
+  const struct { double low, high, middle; } ranges[] = {{1, 3, 2}, {6, 1, (7 + kTurn) / 2}, {2, 2, 0}};
+  for (const auto& r : ranges) {
+    Wheel wheel;
+    wheel.TurnTable_Initial();
+    wheel.slotRanges[0] = {r.low, r.high};
+    wheel.curSpeed = 1.0;
+    ASSERT_EQ(wheel.TurnTable_End(0), 1);
+    const double stop = std::fmod(r.middle - kTurn / 24 + kTurn, kTurn);
+    EXPECT_NEAR(0.5 / wheel.deceleration, 20 * kTurn + stop, 1e-9);
+  }
+}
+
+TEST(CUtiTurnTable, RefusesSlotsThatItDoesNotHave) {
+  Wheel wheel;
+  EXPECT_EQ(wheel.TurnTable_End(0), 0);
+  wheel.Spin(5);
+  for (const int slot : {12, -1, INT_MIN, INT_MAX}) {
+    EXPECT_EQ(wheel.TurnTable_End(slot), 0) << slot;
+    EXPECT_EQ(wheel.state, TurnStateAccelerate);
+  }
+  EXPECT_EQ(wheel.TurnTable_End(11), 1);
+  EXPECT_EQ(wheel.TurnTable_Uninitial(), 1);
+  EXPECT_EQ(wheel.slotCount, 12);
+  EXPECT_EQ(wheel.TurnTable_End(3), 0);
+  EXPECT_EQ(wheel.endSlot, 11);
+}
+
+TEST(CUtiTurnTable, RestAndAFullTurnStayAsTheyAre) {
+  Wheel wheel;
+  wheel.TurnTable_Initial();
+  wheel.curAngle = kTurn;
+  EXPECT_EQ(wheel.Tick(), 1);
+  ASSERT_EQ(wheel.TurnTable_End(4), 1);
+  EXPECT_EQ(wheel.deceleration, 0.0);
+  EXPECT_EQ(wheel.Tick(), 1);
+  EXPECT_EQ(wheel.curAngle, kTurn);
+  EXPECT_EQ(wheel.heard, Heard{"end 0"});
+}
+
+TEST(CUtiTurnTable, AVetoShowsAndLeavesTheWrapToTheNextTick) {
+  Wheel wheel;
+  wheel.answer = 0;
+  wheel.TurnTable_Initial();
+  EXPECT_EQ(wheel.TurnTable_Start(), 0);
+  EXPECT_EQ(wheel.Tick(199), 1);
+  wheel.curAngle = kTurn;
+  EXPECT_EQ(wheel.Tick(), 0);
+  EXPECT_NEAR(wheel.curAngle, kTurn + 0.798, 1e-9);
+  EXPECT_EQ(wheel.Tick(), 1);
+  EXPECT_NEAR(wheel.curAngle, 1.598, 1e-9);
+  wheel.TurnTable_Start();  // at the top: reaches it again
+  EXPECT_EQ(wheel.Tick(), 0);
+  EXPECT_EQ(wheel.heard, (Heard{"start 1", "even 2 beyond", "start 1", "even 2"}));
+  wheel.state = TurnStateDecelerate;
+  wheel.deceleration = 0.8;
+  EXPECT_EQ(wheel.Tick(), 0);
+  EXPECT_EQ(wheel.state, TurnStateIdle);
+}
+
+TEST(CUtiTurnTable, SpeedsBeyondReasonDoNotHang) {
+  for (const double speed : {1e300, std::numeric_limits<double>::infinity()}) {
+    Wheel wheel;
+    wheel.state = TurnStateEven;
+    wheel.curSpeed = speed;
+    EXPECT_EQ(wheel.Tick(3), 1);
+    EXPECT_FALSE(wheel.curAngle > kTurn);
+  }
+}
+
+TEST(CUtiTurnTable, CopiesOwnTheirSlotsAndGoOnAlike) {
+  Wheel wheel, assigned;
+  wheel.Spin(230);
+  Wheel copy(wheel);
+  assigned.TurnTable_Initial();
+  assigned = wheel;
+  const Wheel& same = assigned;
+  assigned = same;
+  wheel.TurnTable_End(7);
+  const int ticks = wheel.RunOut();
+  wheel.TurnTable_Uninitial();
+  for (Wheel* each : {&copy, &assigned}) {
+    ASSERT_EQ(each->TurnTable_End(7), 1);
+    EXPECT_EQ(each->RunOut(), ticks);
+    EXPECT_EQ(each->curAngle, wheel.curAngle);
+  }
+}
+
+TEST(CUtiTurnTable, AHeapThatRefusesLeavesNoSlots) {
+  Wheel wheel, copy;
+  wheel.TurnTable_Initial();
+  {
+    const test::HeapFaults faults(1);
+    copy.CUtiTurnTable::operator=(wheel);
+    EXPECT_EQ(copy.TurnTable_End(0), 0);
+  }
+  const test::HeapFaults faults(1);
+  EXPECT_EQ(wheel.TurnTable_Initial(), 0);
+  EXPECT_EQ(wheel.slotRanges, nullptr);
+}
+
+}  // namespace

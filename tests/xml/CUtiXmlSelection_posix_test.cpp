@@ -1,0 +1,42 @@
+// Selections that other systems answer in other ways, or crash on.
+#include <ZvUtiLib/CUtiXmlParser.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+
+#include "tests/support/Rows.h"
+
+namespace {
+
+TEST(CUtiXmlSelection, MalformedOrUnknownFormsMatchNothing) {
+  CUtiXmlParser parser("<a k='1'><a k='1'><b/>t</a><b/></a>", 0);
+  ASSERT_NE(parser.GetRootElement(), nullptr);
+  const std::string texts =
+      "a/ ~ a// ~ // ~ ///a ~ a[ ~ a[] ~ a] ~ a[b ~ @ ~ a: ~ :a ~ a:b:c ~ a::b ~ & ~ % ~ # ~ - ~ ./ ~ "
+      "a b ~ a# ~ a|b ~ 1a ~ ... ~ .a ~ a[-1] ~ a[1a] ~ a[0 1] ~ a[@] ~ a[@k=] ~ a[@k='1] ~ a[@k=1] ~ "
+      "a[b='1'] ~ a[a/@k='1'] ~ a['1'] ~ a() ~ node( ~ text(1) ~ position() ~ a[position()=1] ~ "
+      "a[end()] ~ a[index()=0] ~ a[@k $eq$ '1'] ~ self::a ~ @* ~ p:* ~ .[0] ~ ..[0] ~ a[//@k='1'] ~ "
+      "a/ /b ~ @text() ~ a[@k='1' ~ \xA3\xE1 ~ a$ ~ a[b]] ~ (a) ~ a,b ~ a[not(b)]";
+  for (const std::string& text : test::Rows(texts))
+    EXPECT_EQ(parser.GetRootElement()->IsHasChild(text.c_str()), 0) << text;
+  EXPECT_EQ(parser.GetRootElement()->IsHasChild(" "), 0);
+}
+
+TEST(CUtiXmlSelection, LongOnesWorkAndDeepOnesAreRefused) {
+  CUtiXmlParser parser("<r><a/></r>", 0);
+  CUtiXmlElement& root = *parser.GetRootElement();
+  std::string path = "a", filters = "a";
+  for (int i = 0; i < 10000; ++i) path += "/../a", filters += "[../a]";
+  EXPECT_EQ(root.IsHasChild(path.c_str()), 1);
+  EXPECT_EQ(root.IsHasChild(filters.c_str()), 1);
+  for (const auto& [depth, found] : {std::pair(20, 1), std::pair(100000, 0)}) {
+    std::string nested = "a";
+    for (int i = 0; i < depth; ++i) nested += "[../a";
+    nested.append(static_cast<std::size_t>(depth), ']');
+    EXPECT_EQ(root.IsHasChild(nested.c_str()), found) << depth;
+  }
+}
+
+}  // namespace
