@@ -53,7 +53,7 @@ make_wine_root() {
 wine_works() { [ -d "$wine_root/home/wine" ] && in_wine tools cmd /c echo works 2>/dev/null | grep -q works; }
 
 need_wine() {
-  need mmdebstrap
+  need mmdebstrap arch-test
   [ "$(id -u)" -eq 0 ] ||
     fail "the Windows programs run in a 32-bit root of their own, and only root can make and enter one: please run this as root"
   unshare --mount --pid --fork true 2>/dev/null ||
