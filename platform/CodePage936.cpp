@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <type_traits>
 
 #include "platform/CodePage936Table.h"
@@ -12,6 +13,7 @@ namespace {
 
 constexpr char16_t kQuestion = u'?';
 constexpr char16_t kReplacement = 0xFFFD;
+constexpr char16_t kHalfOfPair = 0xD800;  // stands for either half of a surrogate pair: the page has none
 
 char16_t DecodeDouble(char lead, char trail) {
   const int row = static_cast<unsigned char>(lead) - table::kFirstLead;
@@ -51,8 +53,9 @@ char32_t TakeUtf8(std::string_view& text) {
   return value;
 }
 
-void AppendUtf8(std::string& out, char32_t c) {
-  const auto put = [&](char32_t byte) { out += static_cast<char>(byte); };
+// Writes the UTF-8 of a code point, up to 4 bytes, and returns its end.
+char* PutUtf8(char* end, char32_t c) {
+  const auto put = [&](char32_t byte) { *end++ = static_cast<char>(byte); };
   if (c < 0x80) {
     put(c);
   } else if (c < 0x800) {
@@ -62,6 +65,7 @@ void AppendUtf8(std::string& out, char32_t c) {
   } else {
     put(0xF0 | c >> 18), put(0x80 | (c >> 12 & 0x3F)), put(0x80 | (c >> 6 & 0x3F)), put(0x80 | (c & 0x3F));
   }
+  return end;
 }
 
 // Bytes, or UTF-16 units, below 0x80 that `text` begins with, looked at eight bytes at a time: most text
@@ -80,6 +84,22 @@ std::size_t AsciiRun(std::basic_string_view<Unit> text) {
 }
 
 char Narrow(char16_t unit) { return static_cast<char>(unit); }
+
+// The code unit of the character of `length` bytes at `text`; sets `isWhole` to false where it is none.
+char16_t Decode(const char* text, std::size_t length, bool& isWhole) {
+  if (!IsLeadByte(*text)) return table::kSingle[static_cast<unsigned char>(*text)];
+  const char16_t unit = length == 2 ? DecodeDouble(text[0], text[1]) : kQuestion;
+  isWhole = isWhole && unit != kQuestion;
+  return unit;
+}
+
+// Writes the GBK bytes of a UTF-16 unit, 1 or 2, and returns their end.
+char* PutGbk(char* end, char16_t unit) {
+  const std::uint16_t bytes = table::kPages[table::kPageOf[unit >> 8] * 256 + (unit & 0xFF)];
+  if (bytes > 0xFF) *end++ = static_cast<char>(bytes >> 8);
+  *end++ = static_cast<char>(bytes & 0xFF);
+  return end;
+}
 
 template <char (*kFoldByte)(char)>
 void Fold(char* text, std::size_t length) {
@@ -115,38 +135,24 @@ std::u16string ToUtf16(std::string_view text) {
 
 std::size_t ToUtf16(std::string_view text, char16_t* out) {
   char16_t* end = out;
+  bool isWhole = true;
   for (std::size_t i = 0; i < text.size();) {
     const std::size_t run = AsciiRun(text.substr(i));
     end = std::copy_n(text.data() + i, run, end);
     i += run;
-    for (; i < text.size() && (text[i] & 0x80) != 0; i += CharLength(text, i)) {
-      if (!IsLeadByte(text[i])) {
-        *end++ = table::kSingle[static_cast<unsigned char>(text[i])];
-      } else {
-        *end++ = CharLength(text, i) == 2 ? DecodeDouble(text[i], text[i + 1]) : kQuestion;
-      }
+    for (std::size_t length; i < text.size() && (text[i] & 0x80) != 0; i += length) {
+      length = CharLength(text, i);
+      *end++ = Decode(text.data() + i, length, isWhole);
     }
   }
   return static_cast<std::size_t>(end - out);
-}
-
-bool IsWhole(std::string_view text) {
-  for (std::size_t i = 0, length; i < text.size(); i += length) {
-    length = CharLength(text, i);
-    if (IsLeadByte(text[i]) && (length == 1 || DecodeDouble(text[i], text[i + 1]) == kQuestion)) return false;
-  }
-  return true;
 }
 
 std::string FromUtf16(std::u16string_view text) {
   const std::size_t run = AsciiRun(text);
   std::string out(run + (text.size() - run) * 2, '\0');
   char* end = std::transform(text.begin(), text.begin() + run, out.data(), Narrow);
-  for (const char16_t unit : text.substr(run)) {
-    const std::uint16_t bytes = table::kPages[table::kPageOf[unit >> 8] * 256 + (unit & 0xFF)];
-    if (bytes > 0xFF) *end++ = static_cast<char>(bytes >> 8);
-    *end++ = static_cast<char>(bytes & 0xFF);
-  }
+  for (const char16_t unit : text.substr(run)) end = PutGbk(end, unit);
   out.resize(static_cast<std::size_t>(end - out.data()));
   return out;
 }
@@ -168,7 +174,8 @@ std::string Utf16ToUtf8(std::u16string_view text) {
       } else if (IsHighSurrogate(c) || IsLowSurrogate(c)) {
         c = kReplacement;
       }
-      AppendUtf8(out, c);
+      char bytes[4];
+      out.append(bytes, PutUtf8(bytes, c));
     }
     text.remove_prefix(i);
   }
@@ -200,7 +207,44 @@ std::u16string Utf8ToUtf16(std::string_view text) {
   return out;
 }
 
-std::string ToUtf8(std::string_view text) { return Utf16ToUtf8(ToUtf16(text)); }
-std::string FromUtf8(std::string_view text) { return FromUtf16(Utf8ToUtf16(text)); }
+std::string ToUtf8(std::string_view text, bool* isWhole) {
+  bool isAllWhole = true;
+  std::string out;
+  out.reserve(text.size() + text.size() / 2);
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t run = AsciiRun(text.substr(i));
+    out.append(text, i, run);
+    i += run;
+    while (i < text.size() && (text[i] & 0x80) != 0) {
+      char bytes[3 * 32];
+      char* end = bytes;
+      for (std::size_t length; end + 3 <= std::end(bytes) && i < text.size() && (text[i] & 0x80) != 0;
+           i += length) {
+        length = CharLength(text, i);
+        end = PutUtf8(end, Decode(text.data() + i, length, isAllWhole));
+      }
+      out.append(bytes, end);
+    }
+  }
+  if (isWhole) *isWhole = isAllWhole;
+  return out;
+}
+
+std::string FromUtf8(std::string_view text) {
+  std::string out(text.size(), '\0');
+  char* end = out.data();
+  while (!text.empty()) {
+    const std::size_t run = AsciiRun(text);
+    end = std::copy_n(text.begin(), run, end);
+    text.remove_prefix(run);
+    while (!text.empty() && (text.front() & 0x80) != 0) {
+      const char32_t c = TakeUtf8(text);
+      end = PutGbk(end, c < 0x10000 ? static_cast<char16_t>(c) : kHalfOfPair);
+      if (c >= 0x10000) end = PutGbk(end, kHalfOfPair);
+    }
+  }
+  out.resize(static_cast<std::size_t>(end - out.data()));
+  return out;
+}
 
 }  // namespace zvuti::gbk

@@ -52,14 +52,13 @@ void FoldToLower(char* text, std::size_t length);
 std::u16string ToUtf16(std::string_view text);
 /// The same into `out`, which must have room for text.size() units; returns how many it wrote.
 std::size_t ToUtf16(std::string_view text, char16_t* out);
-/// True when ToUtf16 replaces nothing: each byte is part of a character that the page has.
-bool IsWhole(std::string_view text);
 /// GBK bytes of UTF-16. Characters outside GBK become their best fit where the page has one,
 /// a question mark otherwise (two for a surrogate pair).
 std::string FromUtf16(std::u16string_view text);
 
-/// UTF-8 of GBK bytes, for terminals and other modern ends.
-std::string ToUtf8(std::string_view text);
+/// UTF-8 of GBK bytes, replaced as by ToUtf16. `isWhole` tells whether nothing was replaced: each byte is
+/// part of a character that the page has.
+std::string ToUtf8(std::string_view text, bool* isWhole = nullptr);
 /// GBK bytes of UTF-8; every byte that is not part of a well-formed sequence becomes a question mark.
 std::string FromUtf8(std::string_view text);
 

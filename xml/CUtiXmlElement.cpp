@@ -6,18 +6,12 @@
 #include <exception>
 #include <limits>
 
-#include "platform/com/Bstr.h"
+#include "platform/com/NodeText.h"
 
 namespace {
 
-using zvuti::Bstr;
-using zvuti::GbkOf;
-using zvuti::Variant;
-
 CComPtr<IXMLDOMNode> Select(IXMLDOMElement* from, const char* selection) {
-  CComPtr<IXMLDOMNode> node;
-  if (from && FAILED(from->selectSingleNode(Bstr(selection).Get(), &node))) node.Release();
-  return node;
+  return from ? zvuti::SelectFrom(*from, selection) : CComPtr<IXMLDOMNode>();
 }
 
 CComPtr<IXMLDOMNodeList> ChildrenOf(IXMLDOMElement* node) {
@@ -59,25 +53,15 @@ CUtiXmlElement::CUtiXmlElement(const CComPtr<IXMLDOMNode>& node) {
 }
 
 CString CUtiXmlElement::GetNodeName() const {
-  return OrEmpty([&] {
-    Bstr name;
-    return element && SUCCEEDED(element->get_nodeName(name.Receive())) ? GbkOf(name.Get()) : CString();
-  });
+  return OrEmpty([&] { return element ? zvuti::NameOf(*element) : CString(); });
 }
 
 CString CUtiXmlElement::GetText() const {
-  return OrEmpty([&] {
-    Bstr text;
-    return element && SUCCEEDED(element->get_text(text.Receive())) ? GbkOf(text.Get()) : CString();
-  });
+  return OrEmpty([&] { return element ? zvuti::TextOf(*element) : CString(); });
 }
 
 CString CUtiXmlElement::GetAttribute(const char* name) const {
-  return OrEmpty([&] {
-    Variant value;
-    if (element) element->getAttribute(Bstr(name).Get(), value.Receive());
-    return value.Get().vt == VT_BSTR ? GbkOf(value.Get().bstrVal) : CString();
-  });
+  return OrEmpty([&] { return element ? zvuti::AttributeOf(*element, name) : CString(); });
 }
 
 int CUtiXmlElement::GetAttributeInt(const char* name) const { return NumberIn(GetAttribute(name)); }
@@ -108,10 +92,8 @@ int CUtiXmlElement::GetOneChildNode(const char* name, CUtiXmlElement* child) con
     if (!name || !children || FAILED(children->get_length(&length))) return 0;
     for (long i = 0; i < length; ++i) {
       CComPtr<IXMLDOMNode> node;
-      Bstr nodeName;
-      if (FAILED(children->get_item(i, &node)) || !node || FAILED(node->get_nodeName(nodeName.Receive())))
-        continue;
-      if (GbkOf(nodeName.Get()) == name) {
+      if (FAILED(children->get_item(i, &node)) || !node) continue;
+      if (zvuti::NameOf(*node) == name) {
         if (child) *child = CUtiXmlElement(node);
         return 1;
       }

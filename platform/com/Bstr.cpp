@@ -30,12 +30,6 @@ BSTR Bstr::Detach() {
   return text;
 }
 
-CString GbkOf(BSTR text) {
-  if (!text) return CString();
-  const auto* units = reinterpret_cast<const char16_t*>(text);
-  return CString(gbk::FromUtf16({units, SysStringLen(text)}));
-}
-
 Variant::Variant() {
   VariantInit(&value_);
   value_.vt = VT_I4;

@@ -1,7 +1,6 @@
-// Texts and values of the document object model, owned, and their way from and to GBK.
+// Texts and values of the document object model, owned, made of GBK.
 #pragma once
 
-#include <ZvUtiLib/platform/CString.h>
 #include <ZvUtiLib/platform/XmlDom.h>
 
 namespace zvuti {
@@ -25,9 +24,6 @@ class Bstr {
  private:
   BSTR text_ = nullptr;
 };
-
-/// The GBK of a text, "" for null. Throws std::bad_alloc when the heap refuses.
-CString GbkOf(BSTR text);
 
 /// A VARIANT that is cleared at the end of its scope.
 class Variant {

@@ -5,6 +5,7 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,7 @@
 #include "platform/CodePage936.h"
 #include "platform/OpenFile.h"
 #include "platform/com/Automation.h"
+#include "platform/com/NarrowNode.h"
 #include "platform/com/XmlBuilder.h"
 #include "platform/com/XmlEncoding.h"
 #include "platform/com/XmlSelection.h"
@@ -82,28 +84,27 @@ HRESULT Guarded(Work work) noexcept {
 }
 
 // A node or an attribute, made on demand; each view keeps the tree.
-class NodeView final : public Counted<IXMLDOMElement> {
+class NodeView final : public Counted<IXMLDOMElement>, public NarrowNode {
  public:
   NodeView(const CComPtr<SharedTree>& tree, Place place) : tree_(tree), place_(place) {}
 
   HRESULT QueryInterface(const IID& iid, void** out) override {
     *out = nullptr;
     const bool isElement = IsNode() && tree_->IsElement(place_.node);
-    if (!(iid == IID_IUnknown) && !(iid == IID_IXMLDOMNode) && !(iid == IID_IXMLDOMElement && isElement))
-      return E_NOINTERFACE;
+    if (iid == IID_NarrowNode) {
+      *out = static_cast<NarrowNode*>(this);
+    } else if (iid == IID_IUnknown || iid == IID_IXMLDOMNode || (iid == IID_IXMLDOMElement && isElement)) {
+      *out = static_cast<IXMLDOMElement*>(this);
+    }
+    if (!*out) return E_NOINTERFACE;
     AddRef();
-    *out = static_cast<IXMLDOMElement*>(this);
     return S_OK;
   }
 
-  HRESULT get_nodeName(BSTR* name) override { return GiveText(Name(), name); }
+  HRESULT get_nodeName(BSTR* name) override { return GiveText(NameHere(), name); }
 
   HRESULT get_text(BSTR* text) override {
-    if (!IsNode()) return GiveText(tree_->Bytes(AttributeHere().value), text);
-    const Node& node = NodeHere();
-    if (node.kind == NodeKind::kComment || node.kind == NodeKind::kInstruction) {
-      return GiveText(tree_->Bytes(node.content), text);
-    }
+    if (const auto whole = WholeText()) return GiveText(*whole, text);
     std::size_t most = 0;
     tree_->VisitText(place_.node, [&](std::string_view piece) { most += piece.size(); });
     if (most > std::numeric_limits<unsigned>::max()) return E_OUTOFMEMORY;
@@ -119,8 +120,8 @@ class NodeView final : public Counted<IXMLDOMElement> {
   HRESULT selectSingleNode(BSTR selection, IXMLDOMNode** node) override {
     *node = nullptr;
     return Guarded([&] {
-      const auto found = SelectFirst(*tree_, place_, gbk::Utf16ToUtf8(ViewOf(selection)));
-      return found ? Give<NodeView>(node, tree_, *found) : S_FALSE;
+      *node = Select(gbk::Utf16ToUtf8(ViewOf(selection)));
+      return *node ? S_OK : S_FALSE;
     });
   }
 
@@ -134,8 +135,7 @@ class NodeView final : public Counted<IXMLDOMElement> {
   HRESULT getAttribute(BSTR name, VARIANT* value) override {
     VariantInit(value);
     return Guarded([&]() -> HRESULT {
-      const NameId id = tree_->names.Find(gbk::Utf16ToUtf8(ViewOf(name)));
-      const Attribute* found = id == kNoName ? nullptr : tree_->FindAttribute(place_.node, id);
+      const xml::Attribute* found = Find(gbk::Utf16ToUtf8(ViewOf(name)));
       if (!found) {
         value->vt = VT_NULL;
         return S_FALSE;
@@ -146,13 +146,47 @@ class NodeView final : public Counted<IXMLDOMElement> {
     });
   }
 
+  CString Name() const override { return GbkOf(NameHere()); }
+
+  CString Text() const override {
+    if (const auto whole = WholeText()) return GbkOf(*whole);
+    std::string text;
+    tree_->VisitText(place_.node, [&](std::string_view piece) { text += piece; });
+    return GbkOf(text);
+  }
+
+  CString Attribute(std::string_view name) const override {
+    const xml::Attribute* found = Find(name);
+    return found ? GbkOf(tree_->Bytes(found->value)) : CString();
+  }
+
+  IXMLDOMNode* Select(std::string_view selection) const override {
+    const auto found = SelectFirst(*tree_, place_, selection);
+    return found ? new NodeView(tree_, *found) : nullptr;
+  }
+
  private:
+  static CString GbkOf(std::string_view utf8) { return CString(gbk::FromUtf8(utf8)); }
+
   bool IsNode() const { return place_.attribute == 0; }
   bool IsParent() const { return IsNode() && NodeHere().IsParent(); }
   const Node& NodeHere() const { return tree_->nodes[place_.node]; }
-  const Attribute& AttributeHere() const { return tree_->attributes[place_.attribute - 1]; }
+  const xml::Attribute& AttributeHere() const { return tree_->attributes[place_.attribute - 1]; }
 
-  std::string_view Name() const {
+  const xml::Attribute* Find(std::string_view name) const {
+    const NameId id = tree_->names.Find(name);
+    return id == kNoName ? nullptr : tree_->FindAttribute(place_.node, id);
+  }
+
+  // The text of a node that has one of its own, wherever it stands in the tree.
+  std::optional<std::string_view> WholeText() const {
+    if (!IsNode()) return tree_->Bytes(AttributeHere().value);
+    const Node& node = NodeHere();
+    const bool isOwn = node.kind == NodeKind::kComment || node.kind == NodeKind::kInstruction;
+    return isOwn ? std::optional(tree_->Bytes(node.content)) : std::nullopt;
+  }
+
+  std::string_view NameHere() const {
     if (!IsNode()) return tree_->names.At(AttributeHere().name);
     switch (NodeHere().kind) {
       case NodeKind::kDocument:

@@ -67,9 +67,9 @@ bool FromUtf16(std::string& bytes, bool isBigEndian) {
 }
 
 bool From936(std::string& bytes) {
-  if (!gbk::IsWhole(bytes)) return false;
-  bytes = gbk::ToUtf8(bytes);
-  return true;
+  bool isWhole = false;
+  bytes = gbk::ToUtf8(bytes, &isWhole);
+  return isWhole;
 }
 
 void FromLatin1(std::string& bytes) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 
 namespace {
@@ -85,10 +86,29 @@ TEST(CodePage936, ConvertsRunsOfAnyLength) {
       ASSERT_EQ(gbk::FromUtf16(units), bytes);
       ASSERT_EQ(gbk::Utf8ToUtf16(utf8), units);
       ASSERT_EQ(gbk::Utf16ToUtf8(units), utf8);
-      ASSERT_TRUE(gbk::IsWhole(bytes));
-      ASSERT_FALSE(gbk::IsWhole(head + "\x81\x7F" + tail));
+      bool isWhole = false;
+      ASSERT_EQ(gbk::ToUtf8(bytes, &isWhole), utf8);
+      ASSERT_TRUE(isWhole);
+      ASSERT_EQ(gbk::ToUtf8(head + "\x81\x7F" + tail, &isWhole), head + "?" + tail);
+      ASSERT_FALSE(isWhole);
+      ASSERT_EQ(gbk::FromUtf8(utf8), bytes);
     }
-    ASSERT_FALSE(gbk::IsWhole(std::string(before, 'x') + "\x81"));
+    bool isWhole = true;
+    gbk::ToUtf8(std::string(before, 'x') + "\x81", &isWhole);
+    ASSERT_FALSE(isWhole);
+  }
+}
+
+TEST(CodePage936, TheShortWaysFromAndToUtf8AgreeWithThoseThroughUtf16) {
+  std::minstd_rand random(936);
+  const std::string bytes = "aZ\x80\x81\x40\xD6\xD0\xE4\xB8\xAD\xC2\xA9\xF0\x9F\x98\xFF\x30"s;
+  for (int round = 0; round < 3000; ++round) {
+    std::string text(random() % 200, '\0');
+    for (char& byte : text) byte = bytes[random() % bytes.size()];
+    ASSERT_EQ(gbk::ToUtf8(text), gbk::Utf16ToUtf8(gbk::ToUtf16(text)));
+    ASSERT_EQ(gbk::FromUtf8(text), gbk::FromUtf16(gbk::Utf8ToUtf16(text)));
+    const std::string utf8 = gbk::ToUtf8(text);
+    ASSERT_EQ(gbk::FromUtf8(utf8), gbk::FromUtf16(gbk::Utf8ToUtf16(utf8)));
   }
 }
 

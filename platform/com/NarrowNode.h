@@ -1,0 +1,26 @@
+// NarrowNode: the interface by which nodes of our object model give their texts without UTF-16 between.
+#pragma once
+
+#include <string_view>
+
+#include <ZvUtiLib/platform/CString.h>
+#include <ZvUtiLib/platform/XmlDom.h>
+
+namespace zvuti {
+
+constexpr IID IID_NarrowNode{6};
+
+/// Texts are GBK going out and UTF-8 coming in. Throws std::bad_alloc when the heap refuses.
+class NarrowNode {
+ public:
+  virtual CString Name() const = 0;
+  virtual CString Text() const = 0;
+  virtual CString Attribute(std::string_view name) const = 0;
+  /// The first node that the selection reaches, with a reference for the caller, or null.
+  virtual IXMLDOMNode* Select(std::string_view selection) const = 0;
+
+ protected:
+  ~NarrowNode() = default;
+};
+
+}  // namespace zvuti

@@ -1,0 +1,23 @@
+// What the object model says of its nodes, asked and answered in GBK.
+//
+// On Windows the model's own calls take and give UTF-16. Our stand-in has its texts in UTF-8, and walking a
+// document by way of UTF-16 would take longer than loading it: there these calls go straight to the tree.
+// All of them throw std::bad_alloc when the heap refuses.
+#pragma once
+
+#include <ZvUtiLib/platform/CComPtr.h>
+#include <ZvUtiLib/platform/CString.h>
+#include <ZvUtiLib/platform/XmlDom.h>
+
+namespace zvuti {
+
+/// The node's name, "" on failure.
+CString NameOf(IXMLDOMNode& node);
+/// All text within the node, "" on failure.
+CString TextOf(IXMLDOMNode& node);
+/// The value of an attribute, "" on failure and when it is missing. A null name reads as "".
+CString AttributeOf(IXMLDOMElement& element, const char* name);
+/// The first node that a selection reaches, or null. A null selection reads as "".
+CComPtr<IXMLDOMNode> SelectFrom(IXMLDOMNode& node, const char* selection);
+
+}  // namespace zvuti

@@ -1,0 +1,39 @@
+#include "platform/com/NodeText.h"
+
+#include "platform/CodePage936.h"
+#include "platform/com/Bstr.h"
+
+namespace zvuti {
+namespace {
+
+CString GbkOf(BSTR text) {
+  if (!text) return CString();
+  const auto* units = reinterpret_cast<const char16_t*>(text);
+  return CString(gbk::FromUtf16({units, SysStringLen(text)}));
+}
+
+}  // namespace
+
+CString NameOf(IXMLDOMNode& node) {
+  Bstr name;
+  return SUCCEEDED(node.get_nodeName(name.Receive())) ? GbkOf(name.Get()) : CString();
+}
+
+CString TextOf(IXMLDOMNode& node) {
+  Bstr text;
+  return SUCCEEDED(node.get_text(text.Receive())) ? GbkOf(text.Get()) : CString();
+}
+
+CString AttributeOf(IXMLDOMElement& element, const char* name) {
+  Variant value;
+  element.getAttribute(Bstr(name).Get(), value.Receive());
+  return value.Get().vt == VT_BSTR ? GbkOf(value.Get().bstrVal) : CString();
+}
+
+CComPtr<IXMLDOMNode> SelectFrom(IXMLDOMNode& node, const char* selection) {
+  CComPtr<IXMLDOMNode> found;
+  if (FAILED(node.selectSingleNode(Bstr(selection).Get(), &found))) found.Release();
+  return found;
+}
+
+}  // namespace zvuti
