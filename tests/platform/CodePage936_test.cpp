@@ -78,10 +78,12 @@ TEST(CodePage936, ConvertsBothWays) {
 TEST(CodePage936, ConvertsRunsOfAnyLength) {
   for (std::size_t before = 0; before < 20; ++before) {
     for (std::size_t after = 0; after < 20; ++after) {
-      const std::string head(before, 'x'), tail(after, 'y');
+      const auto between = [&](const char* middle) {
+        return std::string(before, 'x').append(middle).append(after, 'y');
+      };
       const std::u16string units =
           std::u16string(before, u'x') + u"\u4E2D\u20AC" + std::u16string(after, u'y');
-      const std::string bytes = head + "\xD6\xD0\x80" + tail, utf8 = head + "\xE4\xB8\xAD\xE2\x82\xAC" + tail;
+      const std::string bytes = between("\xD6\xD0\x80"), utf8 = between("\xE4\xB8\xAD\xE2\x82\xAC");
       ASSERT_EQ(gbk::ToUtf16(bytes), units);
       ASSERT_EQ(gbk::FromUtf16(units), bytes);
       ASSERT_EQ(gbk::Utf8ToUtf16(utf8), units);
@@ -89,7 +91,7 @@ TEST(CodePage936, ConvertsRunsOfAnyLength) {
       bool isWhole = false;
       ASSERT_EQ(gbk::ToUtf8(bytes, &isWhole), utf8);
       ASSERT_TRUE(isWhole);
-      ASSERT_EQ(gbk::ToUtf8(head + "\x81\x7F" + tail, &isWhole), head + "?" + tail);
+      ASSERT_EQ(gbk::ToUtf8(between("\x81\x7F"), &isWhole), between("?"));
       ASSERT_FALSE(isWhole);
       ASSERT_EQ(gbk::FromUtf8(utf8), bytes);
     }
