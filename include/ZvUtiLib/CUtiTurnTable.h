@@ -9,8 +9,8 @@
 
 /// The angles at which a slot of the wheel begins and ends.
 struct SlotRange {
-  double low;
-  double high;
+  double low;   ///< radians, where the slot begins
+  double high;  ///< radians, where it ends
 };
 
 /// What the wheel does at a tick.
@@ -54,8 +54,8 @@ class ZVUTILIB_API CUtiTurnTable {
   /// wheel does not have.
   virtual int TurnTable_End(int slot);
 
-  // Turning points, told after the state has changed; a derived class returns 0 to make the call
-  // that brought it there return 0.
+  /// Turning points: the spin begins, the top speed is reached, the wheel stands in its slot. Told after
+  /// the state has changed; a derived class returns 0 to make the call that brought it there return 0.
   virtual int OnTurnTableStart();
   virtual int OnSpeedReachEven();
   virtual int OnTurnTableEnd();
@@ -67,12 +67,12 @@ class ZVUTILIB_API CUtiTurnTable {
 
  protected:
   SlotRange* slotRanges = nullptr;  ///< `slotCount` slots from new[], owned by this object, or null
-  int slotCount = 0;
-  double curAngle = 0.0;
-  double curSpeed = 0.0;
-  double maxSpeed = 0.0;
-  double acceleration = 0.0;  ///< speed gained per tick
-  double deceleration = 0.0;  ///< speed lost per tick when running out
-  int state = TurnStateIdle;  ///< a TurnState
-  int endSlot = 0;            ///< slot of the last TurnTable_End that was accepted
+  int slotCount = 0;                ///< 12 after TurnTable_Initial
+  double curAngle = 0.0;            ///< radians, 0 to a full turn
+  double curSpeed = 0.0;            ///< radians per tick
+  double maxSpeed = 0.0;            ///< of TurnStateEven, radians per tick
+  double acceleration = 0.0;        ///< speed gained per tick
+  double deceleration = 0.0;        ///< speed lost per tick when running out
+  int state = TurnStateIdle;        ///< a TurnState
+  int endSlot = 0;                  ///< slot of the last TurnTable_End that was accepted
 };

@@ -1,9 +1,4 @@
 // CUtiXmlElement: read-only view of one element of a parsed document.
-//
-// Copies read the same element, and each keeps it and its document alive, also when the parser is gone.
-// All text is GBK (code page 936); names have case and carry their prefix as written. An empty view is
-// a normal value: every operation answers with its failure value then, and none of them throws.
-// Views of one document belong to one thread at a time.
 #pragma once
 
 #include <ZvUtiLib/Export.h>
@@ -13,13 +8,23 @@
 
 class CUtiXmlNodeList;
 
+/// A view of an element, or of none.
+///
+/// Copies read the same element, and each keeps it and its document alive, also when the parser is gone.
+/// All text is GBK (code page 936); names have case and carry their prefix as written. An empty view is
+/// a normal value: every operation answers with its failure value then, and none of them throws.
+/// Views of one document belong to one thread at a time.
+///
+/// A selection is a child's name or a path of names with slashes; `*`, `.`, `..`, `//`, `@name`, `[n]`
+/// counted from 0, `[@name='value']` and the like are understood, too. The first match in document
+/// order counts. A malformed selection matches nothing.
 class ZVUTILIB_API CUtiXmlElement {
  public:
   virtual ~CUtiXmlElement();
   /// Empty.
   CUtiXmlElement();
-  explicit CUtiXmlElement(const CComPtr<IXMLDOMElement>& node);
   /// Views the node as an element; empty when there is no node or it is no element.
+  explicit CUtiXmlElement(const CComPtr<IXMLDOMElement>& node);
   explicit CUtiXmlElement(const CComPtr<IXMLDOMNode>& node);
   CUtiXmlElement(const CUtiXmlElement& other);
   CUtiXmlElement& operator=(const CUtiXmlElement& other);
@@ -35,11 +40,8 @@ class ZVUTILIB_API CUtiXmlElement {
   /// range of int; 0 when there is none.
   int GetAttributeInt(const char* name) const;
 
-  // A selection is a child's name or a path of names with slashes; `*`, `.`, `..`, `//`, `@name`, `[n]`
-  // counted from 0, `[@name='value']` and the like are understood, too. The first match in document
-  // order counts. A malformed selection matches nothing.
-
-  /// An attribute of the selected element, "" when there is no such element or attribute.
+  /// An attribute of the selected element, as GetAttribute and GetAttributeInt give it; "" and 0 when
+  /// there is no such element or attribute.
   CString GetChildAttribute(const char* selection, const char* name) const;
   int GetChildAttributeInt(const char* selection, const char* name) const;
   /// The text of the selected element, "" when there is none.

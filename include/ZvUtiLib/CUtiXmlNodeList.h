@@ -1,6 +1,4 @@
 // CUtiXmlNodeList: the child nodes of an element, of every kind and in document order.
-//
-// Copies share the same list, and each keeps its document alive. No operation throws.
 #pragma once
 
 #include <ZvUtiLib/Export.h>
@@ -9,10 +7,12 @@
 
 class CUtiXmlElement;
 
+/// Copies share the same list, and each keeps its document alive. No operation throws.
 class ZVUTILIB_API CUtiXmlNodeList {
  public:
   /// Empty.
   CUtiXmlNodeList();
+  /// Shares the list; empty when there is none.
   explicit CUtiXmlNodeList(const CComPtr<IXMLDOMNodeList>& list);
   CUtiXmlNodeList(const CUtiXmlNodeList& other);
   CUtiXmlNodeList& operator=(const CUtiXmlNodeList& other);

@@ -1,8 +1,4 @@
 // CUtiXmlParser: loads an XML document from a file or a text and gives its root element.
-//
-// There is no writing, no validation and no error text: a document either has a root or it has not.
-// Copies share the document. On Windows the calling thread must have initialised COM; a parser and all
-// views of its document stay on the thread that made them.
 #pragma once
 
 #include <ZvUtiLib/CUtiXmlElement.h>
@@ -10,6 +6,9 @@
 #include <ZvUtiLib/platform/CComPtr.h>
 #include <ZvUtiLib/platform/XmlDom.h>
 
+/// There is no writing, no validation and no error text: a document either has a root or it has not.
+/// Copies share the document. On Windows the calling thread must have initialised COM; a parser and all
+/// views of its document stay on the thread that made them.
 class ZVUTILIB_API CUtiXmlParser {
  public:
   virtual ~CUtiXmlParser();
@@ -26,8 +25,8 @@ class ZVUTILIB_API CUtiXmlParser {
   CUtiXmlElement* GetRootElement();
 
  protected:
-  /// Load a document in place of the present one; 1 on success, 0 on failure, which leaves the root as
-  /// it was.
+  /// Load a document in place of the present one, a file or a text as the constructors; 1 on success, 0 on
+  /// failure, which leaves the root as it was.
   int Parse(const char* path);
   int Parse(const char* text, int);
 

@@ -3,6 +3,7 @@
 // Define ZVUTILIB_STATIC when linking the static variant (its CMake target does so by itself).
 #pragma once
 
+/// Marks what the library exports.
 #if defined(_WIN32)
 #  if defined(ZVUTILIB_STATIC)
 #    define ZVUTILIB_API
@@ -15,7 +16,7 @@
 #  define ZVUTILIB_API __attribute__((visibility("default")))
 #endif
 
-// The calling convention of functions that the system calls back.
+/// The calling convention of functions that the system calls back.
 #if defined(_WIN32)
 #  define ZVUTILIB_CALLBACK __stdcall
 #else

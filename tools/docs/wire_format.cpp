@@ -90,7 +90,7 @@ Size SizeOf(const std::string& record) {
 bool BeginsWith(const std::string& text, const std::string& start) { return text.rfind(start, 0) == 0; }
 
 Cell Number(const std::string& record, const zvuti::RecordRow& row, std::size_t bytes) {
-  return {row.form + ", " + SignOf(record, row.name), std::to_string(bytes), {bytes, bytes, false}};
+  return {row.form + " bits, " + SignOf(record, row.name), std::to_string(bytes), {bytes, bytes, false}};
 }
 
 Cell CellOf(const std::string& record, const zvuti::RecordRow& row) {
@@ -101,7 +101,7 @@ Cell CellOf(const std::string& record, const zvuti::RecordRow& row) {
   if (row.form == "text") return {row.form, "2 + length", {2, 2, true}};
   if (row.form == "map") {
     const char* keys = IsAccepted(record, row.name + "[-1]", "0") ? "signed" : "unsigned";
-    return {std::string("map of 32, ") + keys + " keys, " + SignOf(record, row.name + "[0]") + " values",
+    return {std::string("map of 32 bits, ") + keys + " keys, " + SignOf(record, row.name + "[0]") + " values",
             "4 + 8 each",
             {4, 4, true}};
   }
@@ -130,8 +130,9 @@ void PutRecord(std::ostream& out, const std::string& record) {
   if (HasOwnFraming(record)) {
     out << "| Field | Form | Bytes |\n|---|---|---|\n";
     for (const zvuti::RecordRow& row : RowsOf(record)) {
-      const Cell cell = row.type.empty() ? Cell{row.form, std::to_string(std::stoul(row.form) / 8), {}}
-                                         : CellOf(record, row);
+      const Cell cell = row.type.empty()
+                            ? Cell{row.form + " bits", std::to_string(std::stoul(row.form) / 8), {}}
+                            : CellOf(record, row);
       out << "| `" << row.name << "` | " << cell.form << " | " << cell.bytes << " |\n";
     }
     return;

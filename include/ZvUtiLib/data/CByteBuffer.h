@@ -1,8 +1,4 @@
 // CByteBuffer: a growable run of bytes, the storage under every binary stream and record image.
-//
-// The buffer owns one sized block, whose capacity is 0 or a multiple of 1024 and never shrinks. All
-// lengths are signed 32-bit numbers of bytes; a request beyond that range fails like an exhausted
-// heap. A failed growth leaves the buffer as it was. One object serves one thread at a time.
 #pragma once
 
 #include <cstddef>
@@ -21,6 +17,9 @@ enum GrowMode {
   GrowDoubling,  ///< at least twice the length in use, rounded in the same way
 };
 
+/// The buffer owns one sized block, whose capacity is 0 or a multiple of 1024 and never shrinks. All
+/// lengths are signed 32-bit numbers of bytes; a request beyond that range fails like an exhausted
+/// heap. A failed growth leaves the buffer as it was. One object serves one thread at a time.
 class ZVUTILIB_API CByteBuffer : public CBasicObject {
  public:
   /// Empty, with no storage.

@@ -57,6 +57,7 @@ namespace zvuti::wire {
 /// pointers do not travel.
 template <class T, bool kIsIntegral = std::is_integral_v<T>>
 inline constexpr bool kIsPlain = false;
+/// The widths that travel.
 template <class T>
 inline constexpr bool kIsPlain<T, true> = std::is_same_v<T, std::remove_cv_t<T>> &&
                                           (sizeof(T) == 1 || sizeof(T) == 2 || sizeof(T) == 4 ||
@@ -88,8 +89,9 @@ CStreamReader& operator>>(CStreamReader& in, T& value) {
 /// Text form: a 16-bit count, then that many bytes. Of a longer text the count has the low 16 bits of
 /// its length, and as many leading bytes follow. The text may lie inside the stream.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const std::string& text);
-/// REQUIRES: text is not null and zero-terminated.
+/// The same for a text up to its terminator. REQUIRES: text is not null.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const char* text);
+/// The same for all bytes of a string or buffer, zero bytes included.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const CTextString& text);
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const CByteBuffer& bytes);
 

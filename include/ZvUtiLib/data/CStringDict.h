@@ -1,11 +1,4 @@
 // CStringDict: pairs of text, key and value, for the length of one operation.
-//
-// A hash table that grows by one bucket at a time over a single list of entries. The order of visiting
-// follows from the keys alone, whatever order they came in: by bucket, and within a bucket by key.
-// Keys are bytes and compare as such, unsigned. Keys and values end at a zero byte.
-//
-// A heap that refuses a block shows as std::bad_alloc, and the pairs stay as they were. More than
-// 76,695,844 pairs throw std::length_error. One object serves one thread at a time.
 #pragma once
 
 #include <cstdint>
@@ -16,6 +9,12 @@
 #include <ZvUtiLib/data/CTextString.h>
 #include <ZvUtiLib/data/SizedMemory.h>
 
+/// A hash table that grows by one bucket at a time over a single list of entries. The order of visiting
+/// follows from the keys alone, whatever order they came in: by bucket, and within a bucket by key.
+/// Keys are bytes and compare as such, unsigned. Keys and values end at a zero byte.
+///
+/// A heap that refuses a block shows as std::bad_alloc, and the pairs stay as they were. More than
+/// 76,695,844 pairs throw std::length_error. One object serves one thread at a time.
 class ZVUTILIB_API CStringDict : public CBasicObject {
  public:
   CStringDict();

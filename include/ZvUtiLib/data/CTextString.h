@@ -1,13 +1,4 @@
 // CTextString: the string of data support, 24 bytes on every target.
-//
-// Holds bytes in code page 936 (GBK); all lengths and positions count bytes, and the bytes are always
-// zero-terminated behind the length. Up to 15 bytes lie inside the object, longer texts in one sized
-// block of capacity + 1 bytes, which the string keeps until its end, however short its text becomes.
-//
-// A text handed to an operation may lie inside the string itself, except where the operation says
-// otherwise. A position beyond the length throws std::out_of_range, a length beyond max_size()
-// std::length_error, a heap that refuses a block std::bad_alloc; the string is unchanged then.
-// One object serves one thread at a time.
 #pragma once
 
 #include <cstdarg>
@@ -17,6 +8,14 @@
 #include <ZvUtiLib/Export.h>
 #include <ZvUtiLib/data/SizedMemory.h>
 
+/// Holds bytes in code page 936 (GBK); all lengths and positions count bytes, and the bytes are always
+/// zero-terminated behind the length. Up to 15 bytes lie inside the object, longer texts in one sized
+/// block of capacity + 1 bytes, which the string keeps until its end, however short its text becomes.
+///
+/// A text handed to an operation may lie inside the string itself, except where the operation says
+/// otherwise. A position beyond the length throws std::out_of_range, a length beyond max_size()
+/// std::length_error, a heap that refuses a block std::bad_alloc; the string is unchanged then.
+/// One object serves one thread at a time.
 class ZVUTILIB_API CTextString {
  public:
   /// What `find` gives when there is nothing to find; as a count it means "all that remains".
@@ -35,6 +34,7 @@ class ZVUTILIB_API CTextString {
     if (!IsInline()) SizedAllocator<char>().deallocate(storage_.block, capacity_ + std::size_t{1});
   }
 
+  /// Copies the bytes of `other`.
   CTextString& operator=(const CTextString& other) { return assign(other.data(), other.length_); }
   /// The two strings change places.
   CTextString& operator=(CTextString&& other) noexcept {
@@ -46,10 +46,12 @@ class ZVUTILIB_API CTextString {
 
   /// The bytes, zero-terminated; good until the string grows or ends.
   const char* c_str() const { return data(); }
+  /// The same bytes, which may be changed within the length.
   const char* data() const { return IsInline() ? storage_.bytes : storage_.block; }
   char* data() { return IsInline() ? storage_.bytes : storage_.block; }
   /// Length in bytes, without the terminator.
   unsigned size() const { return length_; }
+  /// Whether the length is 0.
   bool empty() const { return length_ == 0; }
   /// Length that fits before the string takes a new block.
   unsigned capacity() const { return capacity_; }
@@ -61,6 +63,7 @@ class ZVUTILIB_API CTextString {
   /// The byte at `index`, to be changed. REQUIRES: index < size().
   char& operator[](unsigned index) { return data()[index]; }
 
+  /// A view of all bytes, good until the string grows or ends.
   operator std::string_view() const { return {data(), length_}; }  // NOLINT(google-explicit-constructor)
 
   /// Becomes the first `count` bytes of `text`.
@@ -103,6 +106,7 @@ class ZVUTILIB_API CTextString {
   /// The same with a ready argument list, which is consumed.
   void FormatV(const char* format, va_list arguments);
 
+  /// Whether the bytes are the same; a null text counts as "".
   friend bool operator==(const CTextString& a, const CTextString& b) { return View(a) == View(b); }
   friend bool operator==(const CTextString& a, const char* b) { return View(a) == View(b); }
   friend bool operator==(const char* a, const CTextString& b) { return View(a) == View(b); }

@@ -20,16 +20,18 @@
 
 namespace zvuti::wire {
 
+/// Sequences of T go in one piece.
 template <class T>
 inline constexpr bool kIsBulk = kIsPlain<T> && !std::is_same_v<T, bool>;
 
+/// Maps of these travel: 32-bit keys and values.
 template <class Key, class Value>
 inline constexpr bool kIsPlainEntry = kIsPlain<Key> && sizeof(Key) == 4 && kIsPlain<Value> &&
                                       sizeof(Value) == 4;
 
 }  // namespace zvuti::wire
 
-/// Sequences of texts.
+/// Sequences of texts: a 16-bit count and the texts, each in its text form. Reading adds at the end.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const std::vector<std::string>& texts);
 ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, std::vector<std::string>& texts);
 

@@ -13,11 +13,13 @@ namespace zvuti::wire {
 /// Settle or when the cursor ends, by an exception as well. Nobody else may touch the stream meanwhile.
 class Cursor {
  public:
+  /// Begins at the front of `stream`, which has to outlive the cursor.
   explicit Cursor(CStreamReader& stream) : stream_(stream) { Resume(); }
   ~Cursor() { Settle(); }
   Cursor(const Cursor&) = delete;
   Cursor& operator=(const Cursor&) = delete;
 
+  /// Bytes that are not taken yet.
   std::size_t Left() const { return static_cast<std::size_t>(end - at); }
 
   /// Takes `count` bytes into `out`, or, with fewer left, nothing.
@@ -41,8 +43,8 @@ class Cursor {
   /// The stream itself. REQUIRES: Settle before it is used, Resume afterwards.
   CStreamReader& Stream() { return stream_; }
 
-  const unsigned char* at = nullptr;
-  const unsigned char* end = nullptr;
+  const unsigned char* at = nullptr;   ///< the next byte
+  const unsigned char* end = nullptr;  ///< behind the last byte
 
  private:
   CStreamReader& stream_;

@@ -10,9 +10,11 @@
 
 namespace zvuti {
 
+/// std::map with its nodes in sized blocks.
 template <class Key, class Value, class Order = std::less<Key>>
 using SizedMap = std::map<Key, Value, Order, SizedAllocator<std::pair<const Key, Value>>>;
 
+/// std::set with its nodes in sized blocks.
 template <class Key, class Order = std::less<Key>>
 using SizedSet = std::set<Key, Order, SizedAllocator<Key>>;
 

@@ -23,20 +23,24 @@ ZVUTILIB_API void SizedFree(void* payload) noexcept;
 template <class T>
 class SizedAllocator {
  public:
-  using value_type = T;
+  using value_type = T;  ///< as the standard library asks for it
 
   SizedAllocator() = default;
+  /// All of them share one heap, so one may free what another gave.
   template <class U>
   SizedAllocator(const SizedAllocator<U>&) noexcept {}  // NOLINT(google-explicit-constructor)
 
+  /// Room for `count` elements. Throws std::bad_alloc when the heap refuses it and beyond 32 bits of bytes.
   T* allocate(std::size_t count) {
     if (count > std::numeric_limits<unsigned>::max() / sizeof(T)) throw std::bad_alloc();
     void* block = SizedAlloc(static_cast<unsigned>(count * sizeof(T)));
     if (!block) throw std::bad_alloc();
     return static_cast<T*>(block);
   }
+  /// Gives a block back.
   void deallocate(T* block, std::size_t) noexcept { SizedFree(block); }
 
+  /// Any two are equal.
   friend bool operator==(const SizedAllocator&, const SizedAllocator&) { return true; }
   friend bool operator!=(const SizedAllocator&, const SizedAllocator&) { return false; }
 };
@@ -50,8 +54,10 @@ class ZVUTILIB_API CBasicObject {
   CBasicObject& operator=(const CBasicObject&) = default;
   virtual ~CBasicObject();
 
+  /// A sized block, or null when the heap refuses; the constructor does not run then.
   static void* operator new(std::size_t size) noexcept;
   static void* operator new[](std::size_t size) noexcept;
+  /// Gives the block back; null does nothing.
   static void operator delete(void* payload) noexcept { SizedFree(payload); }
   static void operator delete[](void* payload) noexcept { SizedFree(payload); }
 };

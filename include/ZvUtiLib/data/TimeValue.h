@@ -16,8 +16,10 @@ class ZVUTILIB_API CTimeSpanValue {
   /// The four parts need not be in their usual ranges. They are summed up in 32 bits, so spans beyond
   /// 2,147,483,647 seconds, about 24,855 days, wrap.
   CTimeSpanValue(int days, int hours, int minutes, int seconds);
+  /// A span of `seconds`.
   explicit CTimeSpanValue(std::int64_t seconds) : seconds_(seconds) {}
 
+  /// All of the span, in seconds.
   std::int64_t GetTotalSeconds() const { return seconds_; }
   /// Whole hours of the count's low 32 bits, cut toward zero.
   std::int32_t GetTotalHours() const;
@@ -29,13 +31,16 @@ class ZVUTILIB_API CTimeSpanValue {
 /// A moment: seconds since 1970-01-01 00:00 UTC. The calendar knows the years from 1970 to 3000.
 class ZVUTILIB_API CTimeValue {
  public:
+  /// The moment `seconds` after 1970-01-01 00:00 UTC; 32 bits reach from 1901 to 2038.
   explicit CTimeValue(std::int32_t seconds) : seconds_(seconds) {}
   /// A moment of local time. Parts outside their ranges carry over, month 13 into the next year. A
   /// `dst` above 0 says that daylight saving is in force, 0 that it is not, -1 leaves it to the system.
   /// A date before 1970 or after 3000 gives a moment of -1.
   CTimeValue(int year, int month, int day, int hour, int minute, int second, int dst);
+  /// The same for 64 bits.
   static CTimeValue FromSeconds(std::int64_t seconds);
 
+  /// Seconds since 1970-01-01 00:00 UTC.
   std::int64_t GetTime() const { return seconds_; }
 
   /// Writes the local calendar fields to `out` and returns it. Without an `out` the result points to
@@ -43,7 +48,7 @@ class ZVUTILIB_API CTimeValue {
   /// the calendar does not know the moment.
   std::tm* GetLocalTm(std::tm* out) const;
 
-  // One field of the local calendar each; 0 when the calendar does not know the moment.
+  /// One field of the local calendar each; 0 when the calendar does not know the moment.
   int GetYear() const;    ///< four digits
   int GetMonth() const;   ///< 1 to 12
   int GetDay() const;     ///< 1 to 31
@@ -51,9 +56,12 @@ class ZVUTILIB_API CTimeValue {
   int GetMinute() const;  ///< 0 to 59
   int GetSecond() const;  ///< 0 to 59
 
+  /// The moment a span later.
   CTimeValue& operator+=(CTimeSpanValue span);
   CTimeValue operator+(CTimeSpanValue span) const;
+  /// The span from `other` to this moment.
   CTimeSpanValue operator-(CTimeValue other) const;
+  /// Whether this moment is not behind `other`.
   bool operator<=(CTimeValue other) const { return seconds_ <= other.seconds_; }
 
  private:

@@ -1,10 +1,10 @@
 // CComPtr: holds one counted reference to an interface, or none.
-//
-// The object behind it lives until the last reference is gone. It never throws.
 #pragma once
 
 #include <memory>
 
+/// The object behind it lives until the last reference is gone. It never throws. Copies share the object,
+/// by a reference of their own.
 template <class T>
 class CComPtr {
  public:
@@ -14,7 +14,9 @@ class CComPtr {
   CComPtr(T* object) noexcept : object_(object) {  // NOLINT(google-explicit-constructor): as users expect
     if (object_) object_->AddRef();
   }
+  /// Shares the object of `other`.
   CComPtr(const CComPtr& other) noexcept : CComPtr(other.object_) {}
+  /// Takes over the reference of `other` and leaves it empty.
   CComPtr(CComPtr&& other) noexcept : object_(other.Detach()) {}
   ~CComPtr() { Release(); }
 
@@ -24,10 +26,12 @@ class CComPtr {
     Attach(object);
     return *this;
   }
+  /// Shares the object of `other` in place of its own.
   CComPtr& operator=(const CComPtr& other) noexcept {
     if (this != std::addressof(other)) *this = other.object_;
     return *this;
   }
+  /// Takes over the reference of `other`, which is left empty, in place of its own.
   CComPtr& operator=(CComPtr&& other) noexcept {
     T* const object = other.Detach();
     Attach(object);
@@ -49,6 +53,7 @@ class CComPtr {
     return object;
   }
 
+  /// The object, or null. The reference stays the pointer's.
   operator T*() const noexcept { return object_; }  // NOLINT(google-explicit-constructor): as users expect
   T* operator->() const noexcept { return object_; }
   /// Where a call stores the reference that it gives. REQUIRES: the pointer is empty.

@@ -9,6 +9,7 @@
 /// is no exception, but a plain result.
 class ZVUTILIB_API CFileException : public std::runtime_error {
  public:
+  /// `what` says which operation failed.
   explicit CFileException(const char* what);
   ~CFileException() override;
 };

@@ -1,8 +1,4 @@
 // CString: the byte string of text results and of texts handed in by reference.
-//
-// Holds bytes in code page 936 (GBK); all lengths and indexes count bytes. A copy owns its bytes.
-// Distinct objects may be used on distinct threads; one object serves one thread at a time.
-// A heap that refuses memory shows as std::bad_alloc, with the object unchanged.
 #pragma once
 
 #include <cstdarg>
@@ -12,6 +8,9 @@
 
 #include <ZvUtiLib/Export.h>
 
+/// Holds bytes in code page 936 (GBK); all lengths and indexes count bytes. A copy owns its bytes.
+/// Distinct objects may be used on distinct threads; one object serves one thread at a time.
+/// A heap that refuses memory shows as std::bad_alloc, with the object unchanged.
 class ZVUTILIB_API CString {
  public:
   /// Empty.
@@ -27,11 +26,14 @@ class ZVUTILIB_API CString {
   /// Takes over the bytes, embedded zero bytes included.
   explicit CString(std::string&& text) noexcept : text_(std::move(text)) {}
 
+  /// Copies a zero-terminated text; null empties the string.
   CString& operator=(const char* text);
 
   /// Length in bytes, without the terminator.
   int GetLength() const { return static_cast<int>(text_.size()); }
+  /// Whether the length is 0.
   bool IsEmpty() const { return text_.empty(); }
+  /// Sets the length to 0.
   void Empty() { text_.clear(); }
 
   /// The bytes, always zero-terminated; good until the string changes.
@@ -52,6 +54,7 @@ class ZVUTILIB_API CString {
   CString Mid(int first) const;
   CString Mid(int first, int count) const;
 
+  /// Appends a string, a text (null counts as "") or a byte.
   CString& operator+=(const CString& other);
   CString& operator+=(const char* text);
   CString& operator+=(char added);
@@ -91,11 +94,13 @@ class ZVUTILIB_API CString {
   char* GetBuffer(int length);
   void ReleaseBuffer(int length = -1);
 
+  /// The left and then the right one, as operator+= appends them.
   friend CString operator+(const CString& left, const CString& right) { return CString(left) += right; }
   friend CString operator+(const CString& left, const char* right) { return CString(left) += right; }
   friend CString operator+(const char* left, const CString& right) { return CString(left) += right; }
   friend CString operator+(const CString& left, char right) { return CString(left) += right; }
 
+  /// Compare all bytes of a string, as unsigned; a text ends at its zero byte, and null counts as "".
   friend bool operator==(const CString& a, const CString& b) { return a.text_ == b.text_; }
   friend bool operator==(const CString& a, const char* b) { return a.Compare(b) == 0; }
   friend bool operator==(const char* a, const CString& b) { return b.Compare(a) == 0; }

@@ -3,8 +3,8 @@
 
 #include <ZvUtiLib/platform/CString.h>
 
-/// A place in a list; null behind the end. Good until its element is removed.
 struct StringListPosition;
+/// A place in a list; null behind the end. Good until its element is removed.
 using POSITION = const StringListPosition*;
 
 /// Elements stand in the order in which they were added. A list serves one thread at a time; several
@@ -17,10 +17,12 @@ class ZVUTILIB_API CStringList {
   CStringList(const CStringList&) = delete;
   CStringList& operator=(const CStringList&) = delete;
 
+  /// How many elements there are, and whether there are none.
   int GetCount() const { return count_; }
   bool IsEmpty() const { return count_ == 0; }
   /// Adds a copy of `text` (null counts as "") behind the last element and returns its place.
   POSITION AddTail(const char* text);
+  /// Removes all elements.
   void RemoveAll();
   /// The place of the first element, null in an empty list.
   POSITION GetHeadPosition() const { return head_; }

@@ -10,15 +10,16 @@
 
 #if !defined(_WIN32)
 
+/// A thread or an event; null is none.
 using HANDLE = void*;
 /// Only the low 32 bits count.
 using DWORD = unsigned long;
 
-constexpr DWORD INFINITE = 0xFFFFFFFF;  ///< a wait without a limit
-constexpr DWORD WAIT_OBJECT_0 = 0;
-constexpr DWORD WAIT_TIMEOUT = 0x102;
-constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
-constexpr DWORD STILL_ACTIVE = 259;  ///< exit code of a thread that is running
+constexpr DWORD INFINITE = 0xFFFFFFFF;     ///< a wait without a limit
+constexpr DWORD WAIT_OBJECT_0 = 0;         ///< a wait: signalled, or ended
+constexpr DWORD WAIT_TIMEOUT = 0x102;      ///< a wait: not within its time
+constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;  ///< a wait: the handle cannot be waited on
+constexpr DWORD STILL_ACTIVE = 259;        ///< exit code of a thread that is running
 
 /// Signals an event; returns 1, or 0 when the handle is none of an event.
 ZVUTILIB_API int SetEvent(HANDLE event);

@@ -6,7 +6,7 @@
 /// From the high end: year less 2000 (6 bits), month (4), day (5), hour (5), minute (6), second (6).
 /// No time zone, no validity mark; the fields are not checked against a calendar.
 struct tag_KxTimeDWord {
-  std::uint32_t word = 0;
+  std::uint32_t word = 0;  ///< the six fields
 
   /// Stores the low 32 bits of `value` unchanged.
   void operator=(unsigned long value) { word = static_cast<std::uint32_t>(value); }  // NOLINT(*-assign*)

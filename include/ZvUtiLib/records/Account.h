@@ -8,6 +8,7 @@
 #include <ZvUtiLib/records/Daily.h>
 #include <ZvUtiLib/records/RecordOperators.h>
 
+/// A part of AccountRecord.
 struct AccountExtra {
   std::uint8_t Flag = 0;
   std::uint32_t Value = 0;

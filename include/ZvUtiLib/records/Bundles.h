@@ -20,12 +20,14 @@ struct BundleEntry : ItemCount {
         static_cast<std::int32_t>(static_cast<std::uint32_t>(Value2) + static_cast<std::uint32_t>(delta));
   }
 
+  /// Compare all fields.
   friend bool operator==(const BundleEntry& a, const BundleEntry& b) {
     return a.ItemId == b.ItemId && a.Count == b.Count && a.Value1 == b.Value1 && a.Value2 == b.Value2;
   }
   friend bool operator!=(const BundleEntry& a, const BundleEntry& b) { return !(a == b); }
 };
 
+/// A package of items, with two amounts and a value.
 struct ZVUTILIB_API BundleRecord {
   std::int64_t Amount1 = 0;
   std::int64_t Amount2 = 0;
@@ -79,6 +81,7 @@ class ZVUTILIB_API CUtiBundleTable {
 
   /// Whether the id is among the marked ones, which neither travel nor go with Clear.
   bool IsMarked(unsigned id) const;
+  /// Adds the id to the marked ones.
   void MarkId(unsigned id);
 
   /// Writes both counts, the groups and the bundles. A group without numbers does not survive reading.
@@ -88,7 +91,7 @@ class ZVUTILIB_API CUtiBundleTable {
   /// bundle that is not complete is dropped. Counts below 0 read nothing.
   void Read(CStreamReader& in);
 
-  zvuti::SizedMap<std::uint32_t, std::vector<std::uint32_t>> Groups;
-  zvuti::SizedMap<std::uint32_t, BundleRecord> Bundles;
-  zvuti::SizedSet<std::uint32_t> MarkedIds;
+  zvuti::SizedMap<std::uint32_t, std::vector<std::uint32_t>> Groups;  ///< by group key
+  zvuti::SizedMap<std::uint32_t, BundleRecord> Bundles;               ///< by bundle key
+  zvuti::SizedSet<std::uint32_t> MarkedIds;                           ///< see IsMarked
 };

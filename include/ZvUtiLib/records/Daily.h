@@ -23,14 +23,18 @@ inline constexpr int KeyDaySeconds = 0x3000001;
 /// Changes of day so far; the one counter that outlives them.
 inline constexpr int KeyDayCount = 0x3000004;
 
+/// Counters by their key. An absent one reads as 0.
 class ZVUTILIB_API CUtiCounterTable {
  public:
   virtual ~CUtiCounterTable() = default;
 
+  /// The counter's value, 0 for an absent one.
   int GetCounter(int key) const;
+  /// Stores the value, 0 as well.
   void SetCounter(int key, int value);
-  /// Returns the new value.
+  /// Adds `delta` and returns the new value; beyond 32 bits it wraps.
   int AddCounter(int key, int delta);
+  /// Removes all counters.
   void Clear();
 
   /// Seconds of the current day by local time: those under KeyDaySeconds and the period that runs since
@@ -50,6 +54,7 @@ class ZVUTILIB_API CUtiCounterTable {
   zvuti::SizedMap<std::int32_t, std::int32_t> Counters;
 };
 
+/// Call Write and Read.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const CUtiCounterTable& table);
 ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, CUtiCounterTable& table);
 
@@ -59,6 +64,7 @@ enum FlagScope : std::int32_t {
   FlagScopeDaily = 1,    ///< those of the current day
 };
 
+/// The counters of an account and its flags, some of which are those of the current day.
 class ZVUTILIB_API CUtiDailyState {
  public:
   virtual ~CUtiDailyState() = default;
@@ -68,6 +74,7 @@ class ZVUTILIB_API CUtiDailyState {
   /// Replaces what the stream names and keeps the rest.
   virtual void Read(CStreamReader& in);
 
+  /// The counters.
   CUtiCounterTable& GetTable() { return Table; }
   const CUtiCounterTable& GetTable() const { return Table; }
 

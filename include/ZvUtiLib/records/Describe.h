@@ -5,7 +5,7 @@
 // sequence), "Attributes[-5]" (the value under a key of a map), "Block.Amount1". Fields of a record that
 // another one extends have no prefix. Numbers are decimal, also 0x... where a value is given. A tagged
 // enumeration is its member's name, "StatusKind3". Texts are GBK bytes as they are, but for control
-// bytes and the backslash, which are \x and two digits (a backslash may also be given as two of them).
+// bytes and the backslash, which are `\x` and two digits (a backslash may also be given as two of them).
 #pragma once
 
 #include <cstddef>
@@ -28,23 +28,25 @@ struct RecordRow {
 
 /// One value among the bytes of a record.
 struct DumpRow {
-  std::size_t offset = 0;
-  std::size_t size = 0;  ///< of a sequence or map: its count alone
-  std::string path;
-  std::string form;
-  std::string value;  ///< of a sequence or map: the count
+  std::size_t offset = 0;  ///< from the first byte of the record
+  std::size_t size = 0;    ///< of a sequence or map: its count alone
+  std::string path;        ///< of the field
+  std::string form;        ///< as in RecordRow, or "map entry"
+  std::string value;       ///< of a sequence or map: the count
 };
 
+/// The bytes of a record, value by value.
 struct RecordDump {
-  std::vector<DumpRow> rows;
-  std::size_t size = 0;  ///< bytes that the rows take; what is left belongs to something else
-  bool isWhole = false;
-  std::string problem;  ///< where the bytes end or stop making sense, when the record is not whole
+  std::vector<DumpRow> rows;  ///< in wire order, up to where the bytes end
+  std::size_t size = 0;       ///< bytes that the rows take; what is left belongs to something else
+  bool isWhole = false;       ///< all of the record was there
+  std::string problem;        ///< where the bytes end or stop making sense, when the record is not whole
 };
 
+/// A value for a field.
 struct NamedValue {
-  std::string path;
-  std::string value;
+  std::string path;   ///< which field
+  std::string value;  ///< as a DumpRow shows it
 };
 
 /// Names of all records.

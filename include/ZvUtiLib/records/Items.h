@@ -2,6 +2,7 @@
 //
 // An item is permanent, running or expired; that follows from its fields and the system clock alone.
 // Sums and products beyond their width wrap. The time rules use the calendar of the system's time zone.
+// The families of items go by bands of ids: each IsIdBand returns 1 for an id in its band, otherwise 0.
 #pragma once
 
 #include <cstdint>
@@ -12,13 +13,15 @@
 
 /// Which item, and how many.
 struct ItemCount {
-  std::int32_t ItemId = 0;
-  std::int32_t Count = 0;
+  std::int32_t ItemId = 0;  ///< which item
+  std::int32_t Count = 0;   ///< how many of them
 
+  /// One field each.
   int GetId() const { return ItemId; }
   int GetCount() const { return Count; }
   void SetId(int id) { ItemId = id; }
   void SetCount(int count) { Count = count; }
+  /// Adds to Count; beyond 32 bits the sum wraps.
   void AddCount(int delta) {
     Count = static_cast<std::int32_t>(static_cast<std::uint32_t>(Count) + static_cast<std::uint32_t>(delta));
   }
@@ -34,8 +37,11 @@ struct ZVUTILIB_API ItemRecord : ItemCount {
   std::uint32_t ItemKey = 0;
   std::uint8_t TailByte = 0;
 
+  /// False for a single piece.
   bool HasCountOnWire() const { return ItemKey < 1'000'000'000; }
+  /// Whether the item has this ItemKey.
   bool HasKey(unsigned key) const { return ItemKey == key; }
+  /// Whether the item is of the id 7101.
   bool IsId7101() const { return ItemId == 7101; }
 
   /// True when the item runs out, that is when StartTime and ValidDays are both set.
@@ -64,8 +70,6 @@ struct PricedItem : ItemRecord {
 
 ZVUTILIB_RECORD(ItemRecord)
 ZVUTILIB_RECORD(PricedItem)
-
-// The families of items go by bands of ids. Each function returns 1 for an id in its band, otherwise 0.
 
 ZVUTILIB_API int IsIdBand20(int id);        ///< 20 to 29
 ZVUTILIB_API int IsIdBand4101(int id);      ///< 4101 to 4109

@@ -25,6 +25,7 @@ enum PurseKind : std::int32_t { PurseKind1 = 1, PurseKind2 = 2, PurseKind4 = 4, 
 
 /// A player. Sex and AccountFlags travel as one byte each.
 struct ZVUTILIB_API PlayerRecord {
+  /// Values by their key.
   using AttributeMap = zvuti::SizedMap<std::int32_t, std::int32_t>;
 
   std::uint8_t Byte1 = 1;
@@ -61,7 +62,9 @@ struct ZVUTILIB_API PlayerRecord {
   /// Sets all fields to their defaults but Status, the texts and Attributes, which stay.
   void Reset();
 
+  /// False while SlotA is -1.
   bool HasSlotA() const { return SlotA != -1; }
+  /// Whether the low four bits of AccountFlags are `kind`.
   bool IsAccountKind(unsigned kind) const { return (AccountFlags & 15) == kind; }
   /// True for Sex 1, and for account kind 4 whatever Sex is.
   bool IsFemale() const;
@@ -72,8 +75,9 @@ struct ZVUTILIB_API PlayerRecord {
   /// The balance of a PurseKind; 0 for another kind.
   std::int64_t GetPurse(int kind) const;
 
+  /// Whether there is an attribute of this key.
   bool HasAttribute(int key) const;
-  /// 0 when there is no such attribute.
+  /// Its value; 0 when there is no such attribute.
   int GetAttribute(int key) const;
   /// Copies the entries of a map of 32-bit numbers; attributes that it does not name stay.
   template <class Map = AttributeMap>
@@ -85,6 +89,7 @@ struct ZVUTILIB_API PlayerRecord {
   }
 };
 
+/// A player's profile; AccountRecord has the same fields.
 struct PlayerProfile {
   std::uint8_t ProfileByte1 = 0;
   std::uint8_t ProfileByte2 = 0;

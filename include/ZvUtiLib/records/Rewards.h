@@ -70,6 +70,7 @@ struct ZVUTILIB_API BonusRule {
   bool IsUsable() const;
 };
 
+/// A rule with two numbers more.
 struct ExtendedBonusRule : BonusRule {
   std::uint16_t RuleWord = 0;
   std::uint32_t RuleTail = 0;

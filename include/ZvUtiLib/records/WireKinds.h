@@ -8,8 +8,10 @@
 #include <ZvUtiLib/Export.h>
 #include <ZvUtiLib/data/CStream.h>
 
+/// Goes as one of two tags.
 enum BinaryKind : std::uint32_t { BinaryKind0, BinaryKind1 };
 
+/// Goes as one of nine tags.
 enum StatusKind : std::uint32_t {
   StatusKind0,
   StatusKind1,
