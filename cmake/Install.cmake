@@ -34,3 +34,11 @@ file(RELATIVE_PATH pc_prefix_from_pcdir
   ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(${PROJECT_SOURCE_DIR}/cmake/ZvUtiLib.pc.in ${PROJECT_BINARY_DIR}/ZvUtiLib.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/ZvUtiLib.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# Pretty-printers for gdb, which loads them by itself with a library in /usr; elsewhere one sources them.
+set(printers ${PROJECT_SOURCE_DIR}/tools/gdb/zvutilib.py)
+install(FILES ${printers} DESTINATION ${CMAKE_INSTALL_DATADIR}/ZvUtiLib/gdb)
+if(NOT WIN32)
+  install(FILES ${printers} RENAME libZvUtiLib.so.${PROJECT_VERSION}-gdb.py
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load/usr/${CMAKE_INSTALL_LIBDIR})
+endif()
