@@ -12,53 +12,15 @@
 #include <vector>
 
 #include "tests/support/HeapFaults.h"
+#include "tests/support/PlainDict.h"
 
 namespace {
 
-using Pairs = std::vector<std::pair<std::string, std::string>>;
-
-struct Collector {
-  Pairs pairs;
-  int Take(const char* key, const char* value) {
-    pairs.emplace_back(key, value);
-    return 0;
-  }
-};
-
-Pairs PairsOf(const CStringDict& dict) {
-  Collector collector;
-  dict.Visit(&collector, &Collector::Take);
-  return collector.pairs;
-}
+using test::Pairs;
+using test::PairsOf;
 
 void Set(CStringDict& dict, const std::string& key, const char* value) {
   dict.SetValue(CTextString(std::string_view(key)), value);
-}
-
-std::uint32_t ExpectedHash(const std::string& key) {
-  std::uint64_t hash = 2166136261;
-  for (const char c : key) {
-    const std::uint64_t byte = static_cast<unsigned char>(c);
-    hash = (hash * 16777619 % 0x1'0000'0000) ^ (byte < 0x80 ? byte : 0xFFFF'FF00 + byte);
-  }
-  return static_cast<std::uint32_t>(hash);
-}
-
-/// The order of visiting as it follows from the keys and their number, without any table.
-Pairs Ordered(const std::map<std::string, std::string>& model) {
-  const std::size_t count = model.size();
-  const std::size_t buckets = count < 5 ? 1 : 1 + (count - 1) / 4;
-  std::size_t power = 2;
-  while (power < buckets) power *= 2;
-  std::vector<std::tuple<std::size_t, std::string, std::string>> order;
-  for (const auto& [key, value] : model) {
-    const std::size_t slot = ExpectedHash(key) % power;
-    order.emplace_back(slot < buckets ? slot : slot - power / 2, key, value);
-  }
-  std::sort(order.begin(), order.end());
-  Pairs pairs;
-  for (const auto& [bucket, key, value] : order) pairs.emplace_back(key, value);
-  return pairs;
 }
 
 TEST(CStringDict, OrderOfVisitingFollowsFromTheKeysAlone) {
@@ -76,12 +38,12 @@ TEST(CStringDict, OrderOfVisitingFollowsFromTheKeysAlone) {
     CStringDict dict;
     for (const std::string& key : keys) Set(dict, key, "early");
     for (const std::string& key : keys) Set(dict, key, model[key].c_str());
-    ASSERT_EQ(PairsOf(dict), Ordered(model)) << round;
+    ASSERT_EQ(PairsOf(dict), test::Ordered(model)) << round;
 
     std::shuffle(keys.begin(), keys.end(), random);
     CStringDict other;
     for (const std::string& key : keys) Set(other, key, model[key].c_str());
-    ASSERT_EQ(PairsOf(other), Ordered(model)) << round;
+    ASSERT_EQ(PairsOf(other), test::Ordered(model)) << round;
   }
 }
 
@@ -93,7 +55,7 @@ TEST(CStringDict, OrderHoldsInAFullHouse) {
     model.emplace(key, "x");
     Set(dict, key, "x");
   }
-  EXPECT_EQ(PairsOf(dict), Ordered(model));
+  EXPECT_EQ(PairsOf(dict), test::Ordered(model));
 }
 
 TEST(CStringDict, KeysAndValuesEndAtAZeroByte) {
@@ -129,7 +91,7 @@ TEST(CStringDict, RefusedBlocksLeaveThePairsAsTheyWere) {
           }
         }
         if (isStored) model[key] = longText;
-        ASSERT_EQ(PairsOf(dict), Ordered(model)) << i << " " << nth;
+        ASSERT_EQ(PairsOf(dict), test::Ordered(model)) << i << " " << nth;
       }
     }
   }

@@ -5,6 +5,8 @@
 #include <random>
 #include <string>
 
+#include "tests/support/SteppedParser.h"
+
 namespace {
 
 /// Writes down what the parser delivers.
@@ -80,58 +82,6 @@ TEST(KeyValueParser, ParseOfADictionaryFoldsKeysAndTrims) {
   EXPECT_EQ(last.got, "a>Y");
 }
 
-/// The parser as a machine that takes one byte after the other.
-std::string Stepped(unsigned options, std::string text, const std::string& separators) {
-  const bool isTrimming = (options & ParseTrim) != 0;
-  const auto isBlank = [](char byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); };
-  std::string result;
-  const char* const none = nullptr;
-  const char* key = none;
-  const char* value = none;
-  char* blanks = nullptr;
-  char* at = text.data();
-  const auto skip = [&] {
-    while (isTrimming && isBlank(*at) && separators.find(*at) == std::string::npos) ++at;
-  };
-  const auto cut = [&] {
-    *at = '\0';
-    if (blanks) *blanks = '\0';
-    blanks = nullptr;
-  };
-  const auto deliver = [&] {
-    if (*key != '\0' && value) ((((result += key) += '>') += value) += ';');
-  };
-  skip();
-  key = at;
-  while (*at != '\0') {
-    if (*at == separators[1]) {
-      cut();
-      deliver();
-      ++at;
-      skip();
-      key = at;
-      value = none;
-    } else if (*at == separators[0] && !value) {
-      cut();
-      ++at;
-      skip();
-      value = at;
-    } else {
-      if (isTrimming && !isBlank(*at)) {
-        blanks = nullptr;
-      } else if (isTrimming && !blanks) {
-        blanks = at;
-      }
-      if ((options & (value ? ParseFoldValues : ParseFoldKeys)) != 0 && *at >= 'A' && *at <= 'Z')
-        *at += 'a' - 'A';
-      ++at;
-    }
-  }
-  cut();
-  deliver();
-  return result;
-}
-
 TEST(KeyValueParser, EqualsAMachineOfSingleStepsOnRandomTexts) {
   std::mt19937 random(5);
   const std::string alphabet = "==&&  \t\nabAZ\x80\xFF";
@@ -142,7 +92,7 @@ TEST(KeyValueParser, EqualsAMachineOfSingleStepsOnRandomTexts) {
     if (random() % 2 == 0)
       separators = {alphabet[random() % alphabet.size()], alphabet[random() % alphabet.size()]};
     const auto options = static_cast<unsigned>(random() % 8);
-    ASSERT_EQ(Parsed(options, text, separators.c_str()), Stepped(options, text, separators))
+    ASSERT_EQ(Parsed(options, text, separators.c_str()), test::ParsedInSteps(options, text, separators))
         << options << text;
   }
 }

@@ -12,6 +12,7 @@
 
 #include "records/Units.h"
 #include "tests/support/LiteralRecords.h"
+#include "tests/support/RecordComparison.h"
 
 namespace {
 

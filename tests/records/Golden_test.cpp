@@ -4,66 +4,18 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include <ZvUtiLib/records/Describe.h>
 
-#include "platform/CodePage936.h"
 #include "records/Units.h"
+#include "tests/support/GoldenRecords.h"
 
 namespace {
 
+using test::Golden;
 using zvuti::wire::RecordType;
-
-struct GoldenRow {
-  std::string bytes, path, value;
-};
-
-struct Golden {
-  std::string record, kind;
-  std::vector<GoldenRow> rows;
-
-  std::string Bytes() const {
-    std::string all;
-    for (const GoldenRow& row : rows) all += row.bytes;
-    return all;
-  }
-};
-
-constexpr const char* kFixture =
-#include "golden_records.txt"
-    ;
-
-std::string FromHex(const std::string& hex) {
-  std::istringstream in(hex);
-  std::string bytes;
-  for (int byte = 0; in >> std::hex >> byte;) bytes += static_cast<char>(byte);
-  return bytes;
-}
-
-std::vector<Golden> ReadFixture() {
-  std::vector<Golden> all;
-  std::istringstream in(kFixture);
-  for (std::string line; std::getline(in, line);) {
-    if (line.substr(0, 2) == "# ") {
-      Golden golden;
-      std::istringstream(line.substr(2)) >> golden.record >> golden.kind;
-      all.push_back(golden);
-    } else if (const std::size_t bar = line.find(" | "); bar != std::string::npos) {
-      const std::size_t second = line.find(" | ", bar + 3);
-      all.back().rows.push_back({FromHex(line.substr(0, bar)), line.substr(bar + 3, second - bar - 3),
-                                 zvuti::gbk::FromUtf8(line.substr(second + 3))});
-    }
-  }
-  return all;
-}
-
-const std::vector<Golden>& Fixture() {
-  static const std::vector<Golden> all = ReadFixture();
-  return all;
-}
 
 std::string Written(const RecordType& type, const void* record) {
   CStreamReader stream;
@@ -72,9 +24,9 @@ std::string Written(const RecordType& type, const void* record) {
 }
 
 // A record and its name, for messages.
-class GoldenRecords : public testing::TestWithParam<const Golden*> {};
+class Goldens : public testing::TestWithParam<const Golden*> {};
 
-TEST_P(GoldenRecords, IsWrittenFromItsValues) {
+TEST_P(Goldens, IsWrittenFromItsValues) {
   const Golden& golden = *GetParam();
   const std::string wanted = golden.Bytes();
   zvuti::RecordDump dump;
@@ -92,7 +44,7 @@ TEST_P(GoldenRecords, IsWrittenFromItsValues) {
   EXPECT_EQ(bytes, wanted);
 }
 
-TEST_P(GoldenRecords, IsShownRowByRow) {
+TEST_P(Goldens, IsShownRowByRow) {
   const Golden& golden = *GetParam();
   const std::string bytes = golden.Bytes();
   zvuti::RecordDump dump;
@@ -107,7 +59,7 @@ TEST_P(GoldenRecords, IsShownRowByRow) {
   }
 }
 
-TEST_P(GoldenRecords, IsReadWholeAndWrittenBackAlike) {
+TEST_P(Goldens, IsReadWholeAndWrittenBackAlike) {
   const Golden& golden = *GetParam();
   const RecordType* type = zvuti::wire::FindRecord(golden.record);
   ASSERT_NE(type, nullptr);
@@ -121,17 +73,17 @@ TEST_P(GoldenRecords, IsReadWholeAndWrittenBackAlike) {
 
 std::vector<const Golden*> AllGolden() {
   std::vector<const Golden*> all;
-  for (const Golden& golden : Fixture()) all.push_back(&golden);
+  for (const Golden& golden : test::GoldenRecords()) all.push_back(&golden);
   return all;
 }
 
-INSTANTIATE_TEST_SUITE_P(All, GoldenRecords, testing::ValuesIn(AllGolden()),
+INSTANTIATE_TEST_SUITE_P(All, Goldens, testing::ValuesIn(AllGolden()),
                          [](const auto& row) { return row.param->record + "_" + row.param->kind; });
 
-TEST(GoldenRecords, CoverEveryRecord) {
+TEST(Goldens, CoverEveryRecord) {
   for (const std::string& name : zvuti::RecordNames()) {
     if (name == "CUtiBundleTable") continue;  // has a framing, and a test, of its own
-    EXPECT_TRUE(std::any_of(Fixture().begin(), Fixture().end(), [&](const Golden& g) {
+    EXPECT_TRUE(std::any_of(test::GoldenRecords().begin(), test::GoldenRecords().end(), [&](const Golden& g) {
       return g.record == name;
     })) << name;
   }

@@ -4,6 +4,7 @@
 // by fixtures of their own.
 #pragma once
 
+#include <functional>
 #include <random>
 #include <string>
 
@@ -22,8 +23,14 @@ void FillRandomly(const RecordType& type, void* record, std::mt19937& random);
 /// The fields as text, to compare and to look at; of a very long sequence, both ends and samples.
 std::string StateOf(const RecordType& type, void* record);
 
-/// Holds the engine against literal reading and writing: on random records, on every truncation of
-/// their bytes, on bytes changed at random, with default and with filled targets, on a full heap.
-void ExpectLiteralResults(const RecordType& type, unsigned seed, int rounds);
+/// What there is to see of an operation on a stream: what it threw, and the stream afterwards.
+struct Outcome {
+  std::string thrown, bytes;
+  std::string state;  ///< for the caller to fill in
+  int capacity = 0;
+  bool operator==(const Outcome&) const = default;
+};
+
+Outcome OutcomeOf(CStreamReader& stream, const std::function<void()>& operation);
 
 }  // namespace test

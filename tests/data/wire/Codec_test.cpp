@@ -16,6 +16,7 @@
 #include "records/WireTags.h"
 #include "tests/support/HeapFaults.h"
 #include "tests/support/LiteralRecords.h"
+#include "tests/support/RecordComparison.h"
 
 // Records that hold every kind of row between them, in places where short reads are awkward.
 

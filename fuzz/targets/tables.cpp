@@ -1,0 +1,104 @@
+// The loaders of level, rank and task files. The first byte picks the loader; a file follows.
+#include <stdlib.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <ZvUtiLib/CUtiExpLevel.h>
+#include <ZvUtiLib/CUtiIO.h>
+#include <ZvUtiLib/CUtiRank.h>
+#include <ZvUtiLib/CUtiTaskAuto.h>
+
+#include "fuzz/InputFile.h"
+#include "platform/Doors.h"
+#include "platform/Path.h"
+
+namespace {
+
+using Limits = std::numeric_limits<std::int64_t>;
+
+const fuzz::InputFile& File() {
+  static const fuzz::InputFile file;
+  return file;
+}
+
+// The program's folder for the library: one in memory, where possible, in which the file of each table
+// is a link to the input. An unknown game has its files in the folder itself.
+constexpr unsigned long kUnknownGame = 0;
+class AppFolder {
+ public:
+  AppFolder() {
+    std::string name =
+        std::filesystem::exists("/dev/shm") ? "/dev/shm/zvuti-fuzz-XXXXXX" : "/tmp/zvuti-fuzz-XXXXXX";
+    fuzz::Check(mkdtemp(name.data()) != nullptr, "the system gives a folder");
+    path_ = name + "/";
+    zvuti::TheDoors().applicationFolder = [] { return path_; };
+    for (const char* file : {"Rank.ini", "Task.ini"}) {
+      const std::string link(zvuti::NativePath(CUtiIO::GetGamePath(kUnknownGame, file)));
+      std::filesystem::create_directories(std::filesystem::path(link).parent_path());
+      std::filesystem::create_symlink(File().Path(), link);
+    }
+  }
+  ~AppFolder() { std::filesystem::remove_all(path_); }
+
+ private:
+  static inline std::string path_;
+};
+
+void Levels(std::string_view file) {
+  CUtiExpLevel table;
+  fuzz::Check(table.LoadLevelConfig(File().Path()) == 1, "a level file is loaded");
+  std::istringstream in{std::string(file)};
+  std::vector<std::pair<int, std::int64_t>> records;
+  int level = 0;
+  for (std::int64_t exp = 0; in >> level >> exp;) {
+    records.emplace_back(level, exp);
+    const int place = static_cast<int>(records.size());
+    fuzz::Check(table.GetExpByLevel(place) == exp, "a whole record is kept");
+  }
+  fuzz::Check(table.GetExpByLevel(static_cast<int>(records.size()) + 1) == 0, "only whole records are kept");
+  fuzz::Check(table.GetExpByLevel(0) == 0, "no level stands below the first");
+  for (const std::int64_t exp : {Limits::min(), std::int64_t{0}, std::int64_t{1000}, Limits::max()}) {
+    const int found = table.GetLevelByExp(exp);
+    const auto isIt = [&](const auto& record) {
+      return record.first == found && (record.second <= exp || &record == &records.front());
+    };
+    fuzz::Check(records.empty() ? found == 1 : std::any_of(records.begin(), records.end(), isIt),
+                "a level found is one of the file that is reached, or the first");
+  }
+}
+
+void Ranks() {
+  CUtiRank table;
+  fuzz::Check(table.LoadRankConfig(kUnknownGame), "a rank file is loaded");
+  const bool isEmpty = table.GetRank(0).empty();
+  for (const std::int64_t score : {Limits::min(), std::int64_t{-1}, std::int64_t{12'345}, Limits::max()})
+    fuzz::Check(table.GetRank(score).empty() == isEmpty, "every score has a rank, or none has");
+}
+
+void Tasks() {
+  CUtiTaskAuto table;
+  table.Load(kUnknownGame);
+  for (const int task : {0, 1, 2, 17, std::numeric_limits<int>::min()}) {
+    const std::string name = table.GetName(task).GetString();
+    fuzz::Check(name == table.GetName(task).GetString(), "a task keeps its name");
+    fuzz::Check(name.find('\n') == std::string::npos, "a name ends with its line");
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const AppFolder folder;
+  if (size == 0) return 0;
+  File().Write(fuzz::BytesOf(data + 1, size - 1));
+  data[0] % 3 == 0 ? Levels(fuzz::BytesOf(data + 1, size - 1)) : data[0] % 3 == 1 ? Ranks() : Tasks();
+  return 0;
+}

@@ -1,0 +1,27 @@
+// Records as bytes that were made without the library; see tests/records/make_golden.py.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace test {
+
+struct GoldenRow {
+  std::string bytes, path, value;
+};
+
+struct Golden {
+  std::string record;
+  std::string kind;  ///< "default" or "filled"
+  std::vector<GoldenRow> rows;
+
+  std::string Bytes() const {
+    std::string all;
+    for (const GoldenRow& row : rows) all += row.bytes;
+    return all;
+  }
+};
+
+const std::vector<Golden>& GoldenRecords();
+
+}  // namespace test
