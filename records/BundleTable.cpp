@@ -23,7 +23,15 @@ void CUtiBundleTable::Clear() {
   Bundles.clear();
 }
 
-void CUtiBundleTable::AddToGroup(unsigned value, unsigned groupKey) { Groups[groupKey].push_back(value); }
+// A group or bundle is made with its content, so that a refused block leaves no empty one behind.
+void CUtiBundleTable::AddToGroup(unsigned value, unsigned groupKey) {
+  const auto group = Groups.find(groupKey);
+  if (group != Groups.end()) {
+    group->second.push_back(value);
+  } else {
+    Groups.emplace(groupKey, std::vector<std::uint32_t>{value});
+  }
+}
 
 int CUtiBundleTable::RemoveGroup(unsigned groupKey) { return static_cast<int>(Groups.erase(groupKey)); }
 
@@ -46,7 +54,9 @@ int CUtiBundleTable::FindGroupsOf(unsigned value, std::vector<std::uint32_t>& ou
   return SizeOf(out);
 }
 
-void CUtiBundleTable::SetBundle(unsigned key, const BundleRecord& record) { Bundles[key] = record; }
+void CUtiBundleTable::SetBundle(unsigned key, const BundleRecord& record) {
+  Bundles.insert_or_assign(key, BundleRecord(record));
+}
 
 BundleRecord* CUtiBundleTable::GetBundle(unsigned key) {
   const auto bundle = Bundles.find(key);
