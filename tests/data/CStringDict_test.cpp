@@ -11,7 +11,6 @@
 #include <utility>
 #include <vector>
 
-#include "tests/support/HeapFaults.h"
 #include "tests/support/PlainDict.h"
 
 namespace {
@@ -65,37 +64,6 @@ TEST(CStringDict, KeysAndValuesEndAtAZeroByte) {
   Set(dict, "a", "second");
   Set(dict, "", nullptr);
   EXPECT_EQ(PairsOf(dict), (Pairs{{"", ""}, {"a", "second"}}));
-}
-
-TEST(CStringDict, RefusedBlocksLeaveThePairsAsTheyWere) {
-  const std::string longText(40, 'v');
-  const std::int64_t live = test::LiveBlocks();
-  for (int nth = 1; nth <= 2; ++nth) {
-    const test::HeapFaults faults(nth);
-    EXPECT_THROW(CStringDict(), std::bad_alloc);
-  }
-  {
-    CStringDict dict;
-    std::map<std::string, std::string> model;
-    for (int i = 0; i < 70; ++i) {  // the bucket edges are enlarged twice on the way
-      const std::string key = longText + std::to_string(i);
-      bool isStored = false;
-      for (int nth = 1; !isStored; ++nth) {
-        {
-          const CTextString name{std::string_view(key)};
-          const test::HeapFaults faults(nth);
-          try {
-            dict.SetValue(name, longText.c_str());
-            isStored = true;
-          } catch (const std::bad_alloc&) {
-          }
-        }
-        if (isStored) model[key] = longText;
-        ASSERT_EQ(PairsOf(dict), test::Ordered(model)) << i << " " << nth;
-      }
-    }
-  }
-  EXPECT_EQ(test::LiveBlocks(), live);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -11,6 +12,7 @@
 #include <type_traits>
 
 #include "tests/support/HeapFaults.h"
+#include "tests/support/RefuseEach.h"
 
 namespace {
 
@@ -159,30 +161,24 @@ TEST(CTextString, FormatGrowsWhereTheMeasureIsTooSmall) {
 
 TEST(CTextString, FormatSurvivesEveryRefusedBlock) {
   const std::u16string ideographs(300, u'\u4E2D');
-  const std::int64_t live = test::LiveBlocks();
-  bool isDone = false;
-  for (int nth = 1; !isDone; ++nth) {
-    CTextString text("what was there before");
-    const unsigned capacity = text.capacity();
-    {
-      const test::HeapFaults faults(nth);
-      try {
-        text.Format("a format of more than fifteen bytes %lld %S", 1LL, ideographs.c_str());
-        isDone = true;
-      } catch (const std::bad_alloc&) {
-      }
-      ASSERT_NE(isDone, faults.Refused());
-    }
-    ASSERT_EQ(text.c_str()[text.size()], '\0');
-    if (isDone) {
-      ASSERT_EQ(text.size(), 36u + 2 + 600);
-    } else if (text.capacity() == capacity) {
-      ASSERT_EQ(text, "what was there before");
-    } else {
-      ASSERT_TRUE(text.empty());
-    }
-  }
-  EXPECT_EQ(test::LiveBlocks(), live);
+  const int refusals = test::RefuseEach("format", test::AfterRefusal::kUsable, [&] {
+    auto text = std::make_shared<CTextString>("what was there before");
+    const unsigned capacity = text->capacity();
+    return test::Subject{[=, &ideographs] {
+                           text->Format("a format of more than fifteen bytes %lld %S", 1LL,
+                                        ideographs.c_str());
+                         },
+                         [=] {
+                           EXPECT_EQ(text->c_str()[text->size()], '\0');
+                           if (text->capacity() == capacity) {
+                             EXPECT_EQ(*text, "what was there before");
+                           } else {
+                             EXPECT_TRUE(text->empty() || text->size() == 36u + 2 + 600);
+                           }
+                           return Text(*text);
+                         }};
+  });
+  EXPECT_GT(refusals, 2);
 }
 
 struct Step {

@@ -1,10 +1,7 @@
 #include <ZvUtiLib/platform/CStringList.h>
 #include <gtest/gtest.h>
 
-#include <new>
 #include <string>
-
-#include "tests/support/HeapFaults.h"
 
 namespace {
 
@@ -28,18 +25,6 @@ TEST(CStringList, IsWalkedInTheOrderOfAdding) {
   EXPECT_TRUE(list.IsEmpty());
   list.AddTail("again");
   EXPECT_EQ(Joined(list), "again.");
-}
-
-TEST(CStringList, KeepsItsElementsWhenTheHeapRefusesOneMore) {
-  const std::string text(100, 'x');
-  CStringList list;
-  list.AddTail("kept");
-  for (int nth = 1; nth <= 2; ++nth) {
-    const test::HeapFaults faults(nth);
-    EXPECT_THROW(list.AddTail(text.c_str()), std::bad_alloc);
-  }
-  EXPECT_EQ(list.GetCount(), 1);
-  EXPECT_EQ(Joined(list), "kept.");
 }
 
 }  // namespace

@@ -318,32 +318,4 @@ TEST(Codec, HostileCountsCostNothing) {
   EXPECT_EQ(blockMap.begin()->first, 3);
 }
 
-TEST(Codec, ARefusedBlockIsBadAllocAndTheRestStaysWhole) {
-  TestWhole whole;
-  whole.Text.assign(100, 't');
-  whole.Texts = {std::string(50, 'a'), std::string(60, 'b')};
-  whole.Signed = {{1, 2}, {3, 4}};
-  whole.Parts = {TestPart(), TestPart(), TestPart()};
-  whole.Smalls = {TestSmall(), TestSmall()};
-  const std::string bytes = Written(whole);
-  const std::int64_t live = test::LiveBlocks();
-  bool isDone = false;
-  for (int nth = 1; !isDone; ++nth) {
-    CStreamReader stream(bytes);
-    TestWhole target;
-    {
-      const test::HeapFaults faults(nth);
-      try {
-        stream >> target;
-        isDone = !faults.Refused();
-      } catch (const std::bad_alloc&) {
-      }
-    }
-    const std::string rest = Bytes(stream);
-    EXPECT_TRUE(bytes.size() >= rest.size() && bytes.substr(bytes.size() - rest.size()) == rest) << nth;
-    EXPECT_TRUE(!isDone || Written(target) == bytes);
-  }
-  EXPECT_EQ(test::LiveBlocks(), live);
-}
-
 }  // namespace

@@ -1,0 +1,298 @@
+// Every operation that asks for memory, with each of its requests refused in turn.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <ZvUtiLib/ZvUtiLib.h>
+
+#include "records/Units.h"
+#include "tests/support/AppFolder.h"
+#include "tests/support/LiteralRecords.h"
+#include "tests/support/PlainDict.h"
+#include "tests/support/RefuseEach.h"
+
+namespace {
+
+using test::AfterRefusal;
+using test::RefuseEach;
+using test::RefuseEachOf;
+
+// Longer than what a string holds inside itself.
+const char* const kLong = "a text that is longer than any string keeps without the heap";
+constexpr unsigned long kGame = 0;  // of no name, so its files lie in the program's folder itself
+
+std::string Bytes(const CByteBuffer& buffer) {
+  return {reinterpret_cast<const char*>(buffer.Data()), static_cast<std::size_t>(buffer.Length())};
+}
+std::string See(const CString& text) {
+  return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
+}
+std::string See(const CTextString& text) { return std::string(std::string_view(text)); }
+std::string See(const CByteBuffer& buffer) { return Bytes(buffer); }
+std::string See(const CStringList& list) {
+  std::string all = std::to_string(list.GetCount());
+  for (POSITION position = list.GetHeadPosition(); position;) (all += ",") += See(list.GetNext(position));
+  return all;
+}
+std::string See(const CUtiCounterTable& table) {
+  std::string all;
+  for (const auto& [key, value] : table.Counters)
+    all += std::to_string(key) + "=" + std::to_string(value) + " ";
+  return all;
+}
+std::string See(const CUtiBundleTable& table) {
+  CStreamReader stream;
+  table.Write(stream);
+  return Bytes(stream) + (table.IsMarked(5) ? "marked" : "");
+}
+std::string See(const CStringDict& dict) { return testing::PrintToString(test::PairsOf(dict)); }
+
+// One operation on an object of type T that begins as `prepare` leaves it.
+template <class T>
+struct Row {
+  const char* what;
+  AfterRefusal promise;
+  void (*prepare)(T&);
+  void (*operate)(T&);
+};
+
+template <class T, std::size_t kCount>
+void RefuseRows(const Row<T> (&rows)[kCount]) {
+  for (const Row<T>& row : rows)
+    RefuseEachOf<T>(row.what, row.promise, row.prepare, row.operate, [](T& object) { return See(object); });
+}
+
+constexpr auto kAllOrNothing = AfterRefusal::kAllOrNothing;
+constexpr auto kSilent = AfterRefusal::kSilent;
+constexpr auto kUsable = AfterRefusal::kUsable;
+constexpr auto kUsableSilent = AfterRefusal::kUsableSilent;
+
+TEST(FullHeap, StringsStayAsTheyWere) {
+  const Row<CString> strings[] = {
+      {"assign", kAllOrNothing, nullptr, [](CString& s) { s = kLong; }},
+      {"append", kAllOrNothing, [](CString& s) { s = "begin"; }, [](CString& s) { s += kLong; }},
+      {"format", kAllOrNothing, [](CString& s) { s = "old"; },
+       [](CString& s) { s.Format("%s %S", kLong, u"wide"); }},
+      {"buffer", kAllOrNothing, [](CString& s) { s = "old"; }, [](CString& s) { s.GetBuffer(100); }},
+      {"separators", kAllOrNothing, [](CString& s) { s = "12345678901234567890"; },
+       [](CString& s) { CUtiNumber::InsertSeparator(s, s); }},
+      {"numerals", kAllOrNothing, [](CString& s) { s = "12345678901234567890"; },
+       [](CString& s) { CUtiNumber::ChangeLowerNum2UpperNum(s, s); }},
+      {"time", kAllOrNothing, nullptr, [](CString& s) { s = CKxTime::DWord2String(0x363AC8B8); }},
+      {"path", kAllOrNothing, nullptr, [](CString& s) { s = CUtiIO::GetGamePath(kGame, kLong); }},
+  };
+  RefuseRows(strings);
+  const Row<CStringList> lists[] = {
+      {"add", kAllOrNothing, [](CStringList& l) { l.AddTail("kept"); },
+       [](CStringList& l) { l.AddTail(kLong); }},
+  };
+  RefuseRows(lists);
+  const auto old = [](CTextString& s) { s = "what was there before"; };
+  const Row<CTextString> texts[] = {
+      {"assign", kAllOrNothing, old, [](CTextString& s) { s = kLong; }},
+      {"append", kAllOrNothing, old, [](CTextString& s) { s.append(500, 'x'); }},
+      {"insert", kAllOrNothing, old, [](CTextString& s) { s.replace(3, 1, kLong, 40); }},
+      {"replace all", kAllOrNothing, old, [](CTextString& s) { s.ReplaceAll("e", s.c_str()); }},
+      {"resize", kAllOrNothing, old, [](CTextString& s) { s.ResizeBuffer(1000); }},
+      {"copy", kAllOrNothing, old, [](CTextString& s) { s = CTextString(CTextString(kLong)); }},
+  };
+  RefuseRows(texts);
+}
+
+TEST(FullHeap, BuffersAndStreamsLoseWhatDoesNotFitAndNothingElse) {
+  const Row<CByteBuffer> buffers[] = {
+      {"append", kSilent, nullptr, [](CByteBuffer& b) { b.Append(kLong, 40); }},
+      {"text", kSilent, [](CByteBuffer& b) { b.SetLength(1000); },
+       [](CByteBuffer& b) { b.AppendText(kLong); }},
+      {"length", kSilent, [](CByteBuffer& b) { b.Append(kLong, 40); },
+       [](CByteBuffer& b) { b.SetLength(5000); }},
+  };
+  RefuseRows(buffers);
+  static const std::vector<std::string> someTexts{kLong, "short", kLong};
+  static const std::map<int, int> somePairs{{1, 2}, {3, 4}};
+  const auto texts = [](CStreamReader& s) { s << someTexts; };
+  const auto pairs = [](CStreamReader& s) { s << somePairs; };
+  const Row<CStreamReader> streams[] = {
+      {"write number", kSilent, nullptr, [](CStreamReader& s) { s << std::int64_t{5}; }},
+      {"write text", kUsableSilent, [](CStreamReader& s) { s.SetLength(1023); },
+       [](CStreamReader& s) { s << kLong; }},
+      {"write texts", kUsableSilent, nullptr, texts},
+      {"write map", kUsableSilent, nullptr, pairs},
+      {"read texts", kUsable, texts,
+       [](CStreamReader& s) {
+         std::vector<std::string> out;
+         s >> out;
+       }},
+      {"read map", kUsable, pairs,
+       [](CStreamReader& s) {
+         std::map<int, int> out;
+         s >> out;
+       }},
+  };
+  RefuseRows(streams);
+}
+
+TEST(FullHeap, DictionariesKeepTheirPairs) {
+  for (const int count : {0, 4, 5, 16, 64}) {  // some of these open buckets, and enlarge the list of them
+    RefuseEachOf<CStringDict>(
+        "set", kAllOrNothing,
+        [=](CStringDict& dict) {
+          for (int i = 0; i < count; ++i) dict.SetValue(std::to_string(i).c_str(), "value");
+        },
+        [](CStringDict& dict) { dict.SetValue("a key of more than fifteen bytes", kLong); },
+        [](CStringDict& dict) { return See(dict); });
+  }
+  const Row<CStringDict> rows[] = {
+      {"replace", kAllOrNothing, [](CStringDict& d) { d.SetValue("key", "old"); },
+       [](CStringDict& d) { d.SetValue("key", kLong); }},
+      {"parse", kUsable, nullptr,
+       [](CStringDict& d) { d.Parse("a=1&a key of more than fifteen bytes=2&c=3", "=&"); }},
+  };
+  RefuseRows(rows);
+  EXPECT_GT(RefuseEach("make", kUsable,
+                       [] {
+                         return test::Subject{[] { CStringDict(); }, [] { return std::string(); }};
+                       }),
+            0);
+}
+
+TEST(FullHeap, TablesCanBeUsedAfterwards) {
+  const Row<CUtiCounterTable> counters[] = {
+      {"set", kAllOrNothing, [](CUtiCounterTable& t) { t.SetCounter(1, 1); },
+       [](CUtiCounterTable& t) { t.SetCounter(2, 2); }},
+      {"from text", kUsable, nullptr, [](CUtiCounterTable& t) { t.LoadFromText("1=5&2=6&17=-9&"); }},
+  };
+  RefuseRows(counters);
+  const auto filled = [](CUtiBundleTable& t) {
+    t.AddToGroup(1, 1);
+    t.SetBundle(1, BundleRecord());
+  };
+  const Row<CUtiBundleTable> bundles[] = {
+      {"group", kAllOrNothing, filled, [](CUtiBundleTable& t) { t.AddToGroup(2, 2); }},
+      {"member", kAllOrNothing, filled, [](CUtiBundleTable& t) { t.AddToGroup(2, 1); }},
+      {"bundle", kAllOrNothing, filled,
+       [](CUtiBundleTable& t) {
+         BundleRecord bundle;
+         bundle.Entries.resize(3);
+         t.SetBundle(2, bundle);
+       }},
+      {"mark", kAllOrNothing, filled, [](CUtiBundleTable& t) { t.MarkId(5); }},
+  };
+  RefuseRows(bundles);
+}
+
+// A record is read as far as the heap allows. What was not taken stays on the stream, whole.
+TEST(FullHeap, RecordsLeaveTheRestOnTheStream) {
+  int refusals = 0;
+  for (const auto* type : zvuti::wire::AllRecords()) {
+    const auto filled = type->make();
+    std::mt19937 random(9);
+    if (!type->own) test::FillRandomly(*type, filled.get(), random);
+    CStreamReader written;
+    test::OutcomeOf(written, [&] { type->write(written, filled.get()); });
+    const std::string bytes = Bytes(written);
+    refusals += RefuseEach(type->name, kUsable, [&] {
+      auto stream = std::make_shared<CStreamReader>(bytes);
+      auto record = std::make_shared<zvuti::wire::RecordType::Object>(type->make());
+      return test::Subject{
+          [=] { type->read(*stream, record->get()); },
+          [=] {
+            const std::string rest = Bytes(*stream);
+            EXPECT_TRUE(bytes.size() >= rest.size() && bytes.substr(bytes.size() - rest.size()) == rest);
+            return type->own ? rest : rest + test::StateOf(*type, record->get());
+          }};
+    });
+    refusals += RefuseEach(type->name, kUsableSilent, [&] {
+      auto stream = std::make_shared<CStreamReader>();
+      return test::Subject{[=, &filled] {
+                             try {
+                               type->write(*stream, filled.get());
+                             } catch (const std::runtime_error&) {  // of a member that the wire does not know
+                             }
+                           },
+                           [=] { return Bytes(*stream); }};
+    });
+  }
+  EXPECT_GT(refusals, 100);
+}
+
+TEST(FullHeap, DescriptionsEndInBadAllocOrAreWhole) {
+  const std::string bytes(2000, '\x01');
+  const auto row = [](const char* what, std::function<void()> operate) {
+    EXPECT_GT(RefuseEach(what, kUsable,
+                         [=] {
+                           return test::Subject{operate, [] { return std::string(); }};
+                         }),
+              0);
+  };
+  row("names", [] { zvuti::RecordNames(); });
+  row("list", [] {
+    std::vector<zvuti::RecordRow> rows;
+    zvuti::ListRecord("PlayerRecord", rows);
+  });
+  for (const char* record : {"PlayerProfile", "CUtiBundleTable"}) {
+    row(record, [=] {
+      zvuti::RecordDump dump;
+      zvuti::DumpRecord(record, bytes.data(), bytes.size(), dump);
+    });
+  }
+  row("fill", [] {
+    std::string out, problem;
+    zvuti::FillRecord("CUtiBundleTable", {{"Groups[1][0]", "9"}, {"Bundles[2].Value", "6"}, {"Wrong", "1"}},
+                      out, problem);
+  });
+}
+
+TEST(FullHeap, FilesAreReadOrRefused) {
+  test::AppFolder folder;
+  const std::string levels = folder.Write("levels", "1 0\n2 100\n3 1000\n");
+  const std::string dword = folder.Write("dword", "\x01\x02\x03\x04");
+  folder.Write("Rank.ini", "first 0 a_name_of_more_than_fifteen_bytes 100 third 1000");
+  folder.Write("Task.ini", "[AutoTask]\n1=a name of more than fifteen bytes\n");
+  folder.Write("log/lobby.log", "");
+  const auto row = [](const char* what, AfterRefusal promise, std::function<void()> operate,
+                      std::function<std::string()> state) {
+    EXPECT_GT(RefuseEach(what, promise, [=] { return test::Subject{operate, state}; }), 0) << what;
+  };
+  const auto nothing = [] { return std::string(); };
+  row(
+      "levels", kUsable, [=] { CUtiExpLevel().LoadLevelConfig(levels); }, nothing);
+  row(
+      "ranks", kUsable, [] { CUtiRank().LoadRankConfig(kGame); }, nothing);
+  row(
+      "tasks", kUsable,
+      [] {
+        CUtiTaskAuto tasks;
+        tasks.Load(kGame);
+        tasks.GetName(1);
+      },
+      nothing);
+  row(
+      "number", kUsable, [=] { CUtiIO::ReadDWordFromFile(dword.c_str()); }, nothing);
+  row(
+      "adapters", kUsable,
+      [] {
+        unsigned char buffer[60];
+        int length = 0;
+        CUtiMacInfo::GetAllMacAddress(buffer, sizeof buffer, &length);
+        CUtiMacInfo::GetAllMacAddress2(buffer, sizeof buffer, &length);
+      },
+      nothing);
+  row(
+      "log", kUsable, [] { CDebug::LogOut("%s", kLong); },
+      [&] {
+        // Lines are whole or lost; then the log is emptied for the next try.
+        const std::string log = folder.ReadText("log/lobby.log");
+        EXPECT_TRUE(log.empty() || log.substr(24) == kLong + std::string("\n")) << log;
+        folder.Write("log/lobby.log", "");
+        return std::string();
+      });
+}
+
+}  // namespace
