@@ -1,0 +1,135 @@
+// Files that are forbidden, enormous or changed while they are read, and a log that loses its place.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <string>
+#include <thread>
+
+#include <ZvUtiLib/CDebug.h>
+
+#include "tests/reliability/Loaders.h"
+#include "tests/support/AppFolder.h"
+#include "tests/support/ResourceLimits.h"
+#include "tests/support/TempFolder.h"
+
+namespace {
+
+using std::filesystem::perms;
+
+// Rights are for others than root: while alive, a root's process acts as nobody in particular.
+class AsNobody {
+ public:
+  AsNobody() : user_(geteuid()) {
+    if (user_ == 0) Become(65534);
+  }
+  ~AsNobody() {
+    if (user_ == 0) Become(user_);
+  }
+  static void Become(uid_t user) { ASSERT_EQ(seteuid(user), 0); }
+  AsNobody(const AsNobody&) = delete;
+  AsNobody& operator=(const AsNobody&) = delete;
+
+ private:
+  const uid_t user_;
+};
+
+TEST(FileFaults, UnreadableFilesCountAsMissing) {
+  const test::TempFolder folder;
+  for (const test::Loader& loader : test::Loaders()) {
+    std::filesystem::permissions(folder.Write(loader.fileName, loader.good), perms::none);
+    const AsNobody nobody;
+    EXPECT_EQ(test::LoadOrThrow(loader, folder.Path()), loader.whenNone) << loader.fileName;
+  }
+}
+
+// A gigabyte of zero bytes without a place on the disk, and half a gigabyte to read it in.
+TEST(FileFaults, EnormousFilesEndInAnAnswer) {
+  const test::TempFolder folder;
+  for (const test::Loader& loader : test::Loaders()) {
+    folder.Write(loader.fileName, "");
+    std::filesystem::resize_file(folder.Path(loader.fileName), 1u << 30);
+    const test::ResourceLimits limits(60, std::size_t{512} << 20);
+    const std::string result = test::LoadOrThrow(loader, folder.Path());
+    EXPECT_TRUE(result == loader.whenEmpty || result == loader.whenNone || result == "no memory")
+        << loader.fileName << ": " << result;
+  }
+}
+
+TEST(FileFaults, FilesThatChangeWhileTheyAreReadGiveOldOrNewOrLess) {
+  const test::TempFolder folder;
+  for (const test::Loader& loader : test::Loaders()) {
+    const std::string path = folder.Write(loader.fileName, loader.good);
+    const std::string other = folder.Write("other", loader.good);
+    std::atomic<bool> isDone = false;
+    // In turn: cut to nothing, written again in place, replaced by another file, removed.
+    std::thread changer([&] {
+      for (int step = 0; !isDone; ++step) {
+        if (step % 4 == 0) std::filesystem::resize_file(path, 0);
+        if (step % 4 == 1) std::ofstream(path, std::ios::binary) << loader.good;
+        if (step % 4 == 2)
+          std::filesystem::copy_file(path, other, std::filesystem::copy_options::overwrite_existing);
+        if (step % 4 == 2) std::filesystem::rename(other, path);
+        if (step % 4 == 3)
+          std::filesystem::remove(path), std::ofstream(path, std::ios::binary) << loader.good;
+      }
+    });
+    for (int i = 0; i < 300; ++i) {
+      const std::string result = test::LoadOrThrow(loader, folder.Path());
+      EXPECT_TRUE(result == loader.whenGood || result == loader.whenEmpty || result == loader.whenNone)
+          << loader.fileName << ": " << result;
+    }
+    isDone = true;
+    changer.join();
+  }
+}
+
+// Each fault comes in mid-run and goes again: the lines meanwhile are lost, all others are there and whole.
+TEST(FileFaults, TheLogGoesOnWhenItsPlaceIsBack) {
+  const test::AppFolder folder;
+  const std::string log = folder.Path("log"), file = folder.Path("log/lobby.log"), away = folder.Path("away");
+  std::filesystem::permissions(folder.Path(), perms::all);
+  CDebug::LogInit();
+  std::filesystem::permissions(log, perms::all);
+  const auto move = [](const std::string& from, const std::string& to) { std::filesystem::rename(from, to); };
+  const auto rights = [](const std::string& path, perms to) { std::filesystem::permissions(path, to); };
+  const struct {
+    const char* what;
+    std::function<void()> begin, end;
+  } faults[] = {
+      {"folder gone", [&] { move(log, away); }, [&] { move(away, log); }},
+      {"folder a file", [&] { move(log, away), std::ofstream(log) << "x"; },
+       [&] { std::filesystem::remove(log), move(away, log); }},
+      {"file a folder", [&] { move(file, away), std::filesystem::create_directory(file); },
+       [&] { std::filesystem::remove(file), move(away, file); }},
+      {"disk full", [&] { move(file, away), std::filesystem::create_symlink("/dev/full", file); },
+       [&] { std::filesystem::remove(file), move(away, file); }},
+      {"read-only", [&] { rights(file, perms::owner_read | perms::others_read); },
+       [&] { rights(file, perms::all); }},
+  };
+  CDebug::LogOut("begin");
+  std::filesystem::permissions(file, perms::all);
+  std::string expected = "begin\n";
+  for (const auto& fault : faults) {
+    fault.begin();
+    {
+      const AsNobody nobody;
+      CDebug::LogOut("lost to: %s", fault.what);
+    }
+    fault.end();
+    const AsNobody nobody;
+    CDebug::LogOut("after: %s", fault.what);
+    expected += std::string("after: ") + fault.what + "\n";
+  }
+  std::ifstream in(file);
+  std::string seen;
+  for (std::string line; std::getline(in, line);)
+    seen += line.substr(std::min<std::size_t>(line.size(), 24)) + "\n";
+  EXPECT_EQ(seen, expected);
+}
+
+}  // namespace
