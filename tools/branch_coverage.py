@@ -1,0 +1,61 @@
+#!/usr/bin/env python3
+"""Reads what `llvm-cov export` says on standard input and reports the branches of the library.
+
+branch_coverage.py ROOT LEAST: prints the branches that no test takes and the part that is taken, and ends
+with 1 where that is below LEAST percent. A condition of a template counts once, however often the template
+is instantiated; conditions that the compiler decides do not count.
+"""
+import json
+import os
+import re
+import sys
+
+ROOMS = ("core", "text", "gameconfig", "turntable", "xml", "data", "records", "platform", "include")
+
+
+def branches_of(export, root):
+    """{(file, line, column, end line, end column): [times true, times false]}"""
+    found = {}
+    for entry in export["data"][0]["files"]:
+        path = os.path.relpath(entry["filename"], root)
+        if path.split(os.sep)[0] not in ROOMS:
+            continue
+        for line, column, end_line, end_column, taken, passed, *_ in entry.get("branches", []):
+            counts = found.setdefault((path, line, column, end_line, end_column), [0, 0])
+            counts[0] += taken
+            counts[1] += passed
+    return found
+
+
+def source_of(root, cache, place):
+    path, line, column, end_line, end_column = place
+    if path not in cache:
+        with open(os.path.join(root, path), encoding="utf-8") as file:
+            cache[path] = file.read().split("\n")
+    lines = cache[path]
+    condition = lines[line - 1][column - 1 : end_column - 1 if end_line == line else None]
+    return lines[line - 1], condition
+
+
+def main():
+    root, least = sys.argv[1], float(sys.argv[2])
+    cache, covered, total, uncovered = {}, 0, 0, []
+    for place, counts in sorted(branches_of(json.load(sys.stdin), root).items()):
+        line, condition = source_of(root, cache, place)
+        if re.search(r"\bif constexpr\b", line) or condition in ("true", "false"):
+            continue
+        for count, way in zip(counts, ("true", "false")):
+            total += 1
+            covered += count > 0
+            if count == 0:
+                uncovered.append(f"{place[0]}:{place[1]}: never {way}: {condition}")
+    if total == 0:
+        sys.exit("coverage: no branches of the library were measured")
+    print("\n".join(uncovered))
+    percent = 100 * covered / total
+    print(f"{covered} of {total} branches taken, {percent:.2f} percent; {total - covered} not")
+    if percent < least:
+        sys.exit(f"coverage: less than {least} percent")
+
+
+main()
