@@ -1,0 +1,154 @@
+// Many threads at full work, each on objects of its own: nothing is lost, nothing mixes, nothing piles up.
+//
+// Runs for two seconds, or as long as ZVUTILIB_SOAK_SECONDS says.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <ZvUtiLib/ZvUtiLib.h>
+
+#include "records/Units.h"
+#include "tests/support/AppFolder.h"
+#include "tests/support/GoldenRecords.h"
+#include "tests/support/HeapFaults.h"
+#include "tests/support/ResourceLimits.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int kThreads = 8;
+constexpr std::int64_t kRoundsForALine = 16;  // the log of a long run has to fit the disk
+
+std::chrono::milliseconds SoakTime() {
+  const char* const seconds = std::getenv("ZVUTILIB_SOAK_SECONDS");
+  return std::chrono::seconds(seconds ? std::max(1, std::atoi(seconds)) : 2);
+}
+
+class Worker {
+ public:
+  Worker(int number, const std::string& words) : number_(number), random_(static_cast<unsigned>(number)) {
+    words_.Load(words.c_str());
+  }
+
+  // One round of everything; false where a result is not what it has to be.
+  bool Round() {
+    const std::string number = std::to_string(random_() % 1'000'000'000);
+    CString masked, separated, joined;
+    words_.ReplaceBlackWord(("say CHEAP " + number + " \xB0\xA1\xB0\xA2").c_str(), masked);  // 啊阿
+    CUtiNumber::InsertSeparator(number.c_str(), separated);
+    CUtiNumber::RemoveSeparator(separated, joined);
+    CTextString text;
+    text.Format("%s|%d|%lld", number.c_str(), number_, static_cast<long long>(rounds_));
+    bool isRight = masked == ("say ***** " + number + " ****").c_str() && joined == number.c_str() &&
+                   text == (number + "|" + std::to_string(number_) + "|" + std::to_string(rounds_)).c_str();
+
+    const test::Golden& golden = test::GoldenRecords()[random_() % test::GoldenRecords().size()];
+    const auto& type = *zvuti::wire::FindRecord(golden.record);
+    const std::string bytes = golden.Bytes();
+    const auto record = type.make();
+    CStreamReader stream(bytes);
+    type.read(stream, record.get());
+    type.write(stream, record.get());
+    isRight = isRight && std::string(reinterpret_cast<const char*>(stream.Data()),
+                                     static_cast<std::size_t>(stream.Length())) == bytes;
+    const unsigned long word = random_() & 0xFFFFFFFF;
+    isRight = isRight && CKxTime::String2DWord(CKxTime::DWord2String(word)) == word;
+
+    if (rounds_++ % kRoundsForALine == 0)
+      CDebug::LogOut("%d %lld %s.", number_, static_cast<long long>(lines_++), Tail(number_).c_str());
+    return isRight;
+  }
+
+  // What ends a line of the worker; of another length and letter for each.
+  static std::string Tail(int number) {
+    return std::string(static_cast<std::size_t>(number) * 40, static_cast<char>('a' + number));
+  }
+
+  std::int64_t Rounds() const { return rounds_; }
+  std::int64_t Lines() const { return lines_; }
+
+ private:
+  const int number_;
+  std::mt19937 random_;
+  CUtiBlackList words_;
+  std::int64_t rounds_ = 0, lines_ = 0;
+};
+
+struct Done {
+  std::int64_t rounds = 0, lines = 0, wrong = 0, grown = 0;
+};
+
+// Lines of the log for each worker, all of them whole and in their order.
+std::array<std::int64_t, kThreads> LinesOf(const std::string& path) {
+  std::array<std::int64_t, kThreads> next{};
+  std::ifstream log(path);
+  for (std::string line; std::getline(log, line);) {
+    int number = -1;
+    long long count = -1;
+    if (std::sscanf(line.c_str(), "%*d-%*d-%*d %*d:%*d:%*d,%*d %d %lld", &number, &count) != 2 ||
+        number < 0 || number >= kThreads || count != next[static_cast<std::size_t>(number)]++ ||
+        line.substr(24) !=
+            std::to_string(number) + " " + std::to_string(count) + " " + Worker::Tail(number) + ".") {
+      ADD_FAILURE() << "torn, lost or out of order: " << line;
+      break;
+    }
+  }
+  return next;
+}
+
+TEST(Soak, ManyThreadsLoseNothingAndKeepNothing) {
+  const test::AppFolder folder;
+  const std::string words = folder.Write("words", "cheap\n\xB0\xA1\xB0\xA2\n");
+  CDebug::LogInit();
+  test::GoldenRecords();  // read once, before the threads
+  const auto begin = Clock::now(), warm = begin + SoakTime() / 4, end = begin + SoakTime();
+  std::vector<Done> done(kThreads);
+  std::vector<std::thread> threads;
+  for (int number = 0; number < kThreads; ++number) {
+    threads.emplace_back([&, number] {
+      Worker worker(number, words);
+      Done& mine = done[static_cast<std::size_t>(number)];
+      while (Clock::now() < warm) mine.wrong += worker.Round() ? 0 : 1;
+      const std::int64_t blocks = test::LiveBlocks();
+      while (Clock::now() < end) mine.wrong += worker.Round() ? 0 : 1;
+      mine.grown = test::LiveBlocks() - blocks;
+      mine.rounds = worker.Rounds();
+      mine.lines = worker.Lines();
+    });
+  }
+  std::this_thread::sleep_until(warm);
+  const std::size_t resident = test::ResidentBytes();
+  std::this_thread::sleep_until(end - std::chrono::milliseconds(100));
+  const std::size_t residentAtEnd = test::ResidentBytes();
+  for (std::thread& thread : threads) thread.join();
+
+  const auto lines = LinesOf(folder.Path("log/lobby.log"));
+  Done all;
+  for (int number = 0; number < kThreads; ++number) {
+    const Done& mine = done[static_cast<std::size_t>(number)];
+    EXPECT_GT(mine.rounds, kRoundsForALine);
+    EXPECT_EQ(mine.wrong, 0);
+    EXPECT_EQ(mine.grown, 0) << "blocks that were not given back";
+    EXPECT_EQ(lines[static_cast<std::size_t>(number)], mine.lines);
+    all.rounds += mine.rounds;
+    all.lines += mine.lines;
+  }
+  // Heaps and sanitizers keep some of what they were given back.
+  EXPECT_LT(residentAtEnd, resident + resident / 4 + (std::size_t{16} << 20));
+  std::cout << "soak: " << all.rounds << " rounds, " << all.lines << " lines of the log, " << (resident >> 20)
+            << " MB resident when warm, " << (residentAtEnd >> 20) << " MB at the end\n";
+}
+
+}  // namespace
