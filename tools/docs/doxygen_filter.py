@@ -64,7 +64,7 @@ def describe_members(lines):
             name = opening.group(1)
             size, fields = records.get(name, ([], {}))
             if size and not is_documented(lines, number) and lines[number - 1] == "":
-                lines[number - 1] = f"/// Carried only: {size[0]}"
+                lines[number - 1] = f'/// Carried only: {size[0]} See @ref {name.lower()} "the wire format".'
         elif line.startswith("};"):
             name = None
         elif name and not is_documented(lines, number):
