@@ -171,11 +171,13 @@ class Measurer {
     return item <= head.width ? head.width : item;
   }
 
-  /// Length with six digits more than are asked for, so that no digit of the default is missing.
+  /// Length with six digits more than are asked for, so that no digit of the default is missing. The
+  /// width is left to us: the system would take seconds to count a wide one out.
   static std::int64_t FixedLength(double value, const Head& head) {
     const int digits = std::min(head.precision, std::numeric_limits<int>::max() - 6) + 6;
-    const int length = std::snprintf(nullptr, 0, "%*.*f", head.width, digits, value);
-    return length >= 0 ? length : kMostTotal;  // beyond the int range
+    const std::int64_t length = std::snprintf(nullptr, 0, "%.*f", digits, value);
+    const std::int64_t width = head.width < 0 ? -std::int64_t{head.width} : head.width;
+    return length >= 0 ? std::max(length, width) : kMostTotal;  // beyond the int range
   }
 
   FormatArguments arguments_;

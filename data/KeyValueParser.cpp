@@ -26,11 +26,10 @@ struct Separators {
   char endMark;
 };
 
-/// Drops blanks on both sides. In front, a blank that is a separator is not skipped but is text: only
-/// a value can begin with one, as a mark of pairs means nothing there.
-void Trim(char*& begin, char*& end, Separators separators) {
-  while (begin != end && IsBlank(*begin) && *begin != separators.pairMark && *begin != separators.endMark)
-    ++begin;
+/// Drops blanks on both sides. In front, a blank that is the mark of pairs is not skipped but is text:
+/// only a value can begin with one, as the mark means nothing there.
+void Trim(char*& begin, char*& end, char pairMark) {
+  while (begin != end && IsBlank(*begin) && *begin != pairMark) ++begin;
   while (begin != end && IsBlank(end[-1])) --end;
 }
 
@@ -59,8 +58,8 @@ void ParseKeyValues(CStringDict& dict, const char* text, const char* separators,
     if (keyEnd) {
       char* value = keyEnd + 1;
       if ((options & ParseTrim) != 0) {
-        Trim(key, keyEnd, marks);
-        Trim(value, valueEnd, marks);
+        Trim(key, keyEnd, marks.pairMark);
+        Trim(value, valueEnd, marks.pairMark);
       }
       if ((options & ParseFoldKeys) != 0) Fold(key, keyEnd);
       if ((options & ParseFoldValues) != 0) Fold(value, valueEnd);

@@ -26,11 +26,12 @@ constexpr bool IsHighSurrogate(char32_t c) { return c >= 0xD800 && c < 0xDC00; }
 constexpr bool IsLowSurrogate(char32_t c) { return c >= 0xDC00 && c < 0xE000; }
 
 // Takes one code point off the front of `text`; a broken sequence takes one byte and gives U+FFFD.
+// REQUIRES: the first byte is no ASCII.
 char32_t TakeUtf8(std::string_view& text) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   const unsigned first = byte(0);
   std::size_t length = 1;
-  char32_t value = first;
+  char32_t value = kReplacement;
   char32_t least = 0;
   if (first >= 0xC2 && first < 0xE0) {
     length = 2, value = first & 0x1F, least = 0x80;
@@ -38,8 +39,6 @@ char32_t TakeUtf8(std::string_view& text) {
     length = 3, value = first & 0x0F, least = 0x800;
   } else if (first >= 0xF0 && first < 0xF5) {
     length = 4, value = first & 0x07, least = 0x10000;
-  } else if (first >= 0x80) {
-    value = kReplacement;
   }
   bool whole = length <= text.size();
   for (std::size_t i = 1; whole && i < length; ++i) {
@@ -112,7 +111,7 @@ void Fold(char* text, std::size_t length) {
 std::string_view CutWhole(std::string_view text, std::size_t limit) {
   if (text.size() <= limit) return text;
   std::size_t end = 0;
-  for (std::size_t step; end < text.size() && end + (step = CharLength(text, end)) <= limit;) end += step;
+  for (std::size_t step; end + (step = CharLength(text, end)) <= limit;) end += step;
   return text.substr(0, end);
 }
 

@@ -168,6 +168,7 @@ TEST(CStream, SequencesAppendAndMapsMerge) {
   using Texts = std::vector<std::string>;
   using Lists = std::vector<std::vector<std::int16_t>>;
   EXPECT_EQ(Written(Shorts{1, -1}), "\x02\0\x01\0\xFF\xFF"s);
+  EXPECT_EQ(Written(Shorts{}), "\0\0"s);
   EXPECT_EQ(ReadFrom("\x02\0\x01\0\xFF\xFF!"s, Shorts{9}, "!"), (Shorts{9, 1, -1}));
   EXPECT_EQ(ReadFrom("\x03\0\x01\0\xFF"s, Shorts{9}, "\xFF"), (Shorts{9, 1, 0, 0}));
   EXPECT_EQ(ReadFrom("\x03"s, Shorts{9}, "\x03"), (Shorts{9}));

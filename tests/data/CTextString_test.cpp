@@ -70,6 +70,7 @@ TEST(CTextString, PositionsAndLengthsOutOfRangeThrowAndChangeNothing) {
   EXPECT_EQ(text.find("", 4), CTextString::npos);
   EXPECT_EQ(text.find("cd", 0, 1), 2u);
   EXPECT_EQ(text.find("abc", 1), 0xFFFFFFFFu);
+  EXPECT_EQ(text.find("x", 0, 1), CTextString::npos);
 }
 
 TEST(CTextString, ReplaceAllNeverLooksIntoWhatItPutIn) {

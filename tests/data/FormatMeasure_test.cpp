@@ -60,6 +60,11 @@ TEST(FormatMeasure, GivesEachItemItsRoom) {
       {"ll only before d", Measured("%llu", 1ULL), 1},
       {"lone percent", Measured("abc%"), 3},
       {"ends in a conversion", Measured("abc%#5.2I64"), 5},
+      {"flags", Measured("%-+ 05d", 1), 32},
+      {"long double", Measured("%Le%Lf", 1.0L, 1.0L), 136},
+      {"narrow S", Measured("%hS", "abc"), 3},
+      {"wide without end", Measured("%2147483647f", 1.0), 2147483647},
+      {"half a prefix", Measured("%I6d", 1), 2},
       {"percent as second byte", Measured("\x81%d"), 3},
   };
   for (const auto& row : rows) EXPECT_EQ(Total(row.measure), row.expected) << row.what;
@@ -72,6 +77,7 @@ TEST(FormatMeasure, ArgumentsWithoutRoomArePassedOver) {
             7u);
   EXPECT_EQ(Total(Measured("%Id%I32d%s", std::ptrdiff_t{1}, 2, "abc")), 7u);
   EXPECT_EQ(Total(Measured("%*.*E%s", 5, 1, 1.5, "abc")), 3u);
+  EXPECT_EQ(Total(Measured("%LE%s", 1.5L, "abc")), 3u);
   EXPECT_EQ(Total(Measured("%n%F,%s", static_cast<int*>(nullptr), 1.5, "abc")), 3u);
 }
 

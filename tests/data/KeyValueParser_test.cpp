@@ -47,6 +47,8 @@ TEST(KeyValueParser, DeliversPairsInTheOrderOfTheText) {
       {"a b=c d ", "a b>c d;"},
       {"a=1&b=2", "a>1;", 3},
       {"a=1&b=2", "", 0},
+      {"a=1&b=2", "a>1;b>2;", 500},  // no further than the terminator
+      {"a=1&b=2", "", -1, ""},
       {"a=1&b=2", "a>1;b>2;", -5},
       {"a = 1\tb = 2", "a>1;b>2;", -1, "=\t"},
       {"a  b\na c\n", "a> b;a>c;", -1, " \n"},

@@ -80,7 +80,15 @@ TEST(Adapters, QueriesOnlyDevicesThatExist) {
   DWORD returned = 0;
   std::uint32_t question = 0x01010101;
   EXPECT_EQ(DeviceIoControl(loopback, 0x170002, &question, 4, reply, 6, &returned, nullptr), 0);
+  std::uint32_t otherQuestion = 0;
+  EXPECT_EQ(DeviceIoControl(loopback, 1, &question, 4, reply, 6, &returned, nullptr), 0);
+  EXPECT_EQ(DeviceIoControl(loopback, 0x170002, &question, 3, reply, 6, &returned, nullptr), 0);
+  EXPECT_EQ(DeviceIoControl(loopback, 0x170002, &otherQuestion, 4, reply, 6, &returned, nullptr), 0);
+  EXPECT_EQ(DeviceIoControl(nullptr, 0x170002, &question, 4, reply, 6, &returned, nullptr), 0);
   CloseHandle(loopback);
+  ULONG size = 0;
+  EXPECT_EQ(GetAdaptersAddresses(10, 0, nullptr, nullptr, &size), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(GetAdaptersAddresses(2, 1, nullptr, nullptr, &size), ERROR_INVALID_PARAMETER);
 }
 
 }  // namespace

@@ -35,6 +35,7 @@ TEST(CKxIniFileReader, FindsKeysOfTheFirstSectionOfAName) {
                         {"[Auto]\n2=two\n[Other]\n[Auto]\n1=no\n", "1", kNone},
                         {"[Auto]\n1=first\n1=second\n", "1", "first"},
                         {"[Auto]\n1=\n1=second\n", "1", ""},
+                        {"[Auto]\n1\n1=one\n", "1", "one"},
                         {"[Auto]\n01=one\n-1=minus\n", "1", kNone},
                         {"[Auto]\n01=one\n-1=minus\n", "-1", "minus"},
                         {"[Auto]\n;1=no\n ; 1=no\n;[Other]\n", ";1", kNone},

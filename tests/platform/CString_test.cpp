@@ -32,6 +32,7 @@ TEST(CString, NullTextsAreEmpty) {
   EXPECT_EQ(text, "x");
   EXPECT_TRUE(CString() == null);
   EXPECT_EQ(text.Find(null), -1);
+  text.Append(null, 5);
   text = null;
   EXPECT_EQ(text.GetLength(), 0);
 }
@@ -65,6 +66,7 @@ TEST(CString, ComparesBytesAsUnsigned) {
 TEST(CString, FindsAndReplacesByCharacters) {
   const CString text("a\x81\\b\\c");
   EXPECT_EQ(text.Find('\\'), 4);
+  EXPECT_EQ(text.Find('\\', -1), -1);
   EXPECT_EQ(text.ReverseFind('\\'), 4);
   EXPECT_EQ(text.Find("c", 5), 5);
   EXPECT_EQ(text.Find("c", 7), -1);

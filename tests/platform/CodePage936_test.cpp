@@ -129,6 +129,9 @@ TEST(CodePage936, EveryDecodedPairEncodesBack) {
 
 TEST(CodePage936, ReplacesWhatHasNoCounterpart) {
   EXPECT_EQ(gbk::ToUtf16("\x81"), u"?");
+  EXPECT_EQ(gbk::ToUtf16("\x81\xFF"), u"?");
+  for (const std::u16string lone : {u"\xD800", u"\xD800x", u"\xDC00"})
+    EXPECT_EQ(gbk::Utf16ToUtf8(lone), "\xEF\xBF\xBD" + std::string(lone.size() - 1, 'x'));
   EXPECT_EQ(gbk::ToUtf16("\x81<b"), u"?b");                    // a bad trail goes with its lead
   EXPECT_EQ(gbk::FromUtf16(u"\u00C0\u00B2"), "\xA8\xA4\x32");  // best fit
   EXPECT_EQ(gbk::FromUtf16(u"\U0001F600"), "??");
@@ -139,8 +142,8 @@ TEST(CodePage936, Utf8IsCheckedStrictly) {
   EXPECT_EQ(gbk::FromUtf8("\xE4\xB8\xAD!"), "\xD6\xD0!");
   EXPECT_EQ(gbk::Utf8ToUtf16("\xF0\x9F\x98\x80"), u"\U0001F600");
   EXPECT_EQ(gbk::Utf16ToUtf8(u"\U0001F600"), "\xF0\x9F\x98\x80");
-  const std::string broken[] = {"\xC0\x80",         "\xE0\x80\x80", "\xED\xA0\x80",
-                                "\xF5\x80\x80\x80", "\xE4\xB8",     "\x80"};
+  const std::string broken[] = {"\xC0\x80", "\xE0\x80\x80", "\xED\xA0\x80",     "\xF5\x80\x80\x80",
+                                "\xE4\xB8", "\x80",         "\xF4\x90\x80\x80", "\xED\xB0\x80"};
   for (const std::string& text : broken) {
     EXPECT_EQ(gbk::Utf8ToUtf16(text), std::u16string(text.size(), u'\uFFFD')) << text;
   }

@@ -24,4 +24,15 @@ TEST(Doors, LocalTimeIsTheSystemsOwn) {
   EXPECT_NE(now.wMilliseconds, 0);
 }
 
+TEST(Doors, EventsAreMadeAsAskedForAndNothingIsDuplicatedFromNothing) {
+  const zvuti::KernelDoors kernel = zvuti::SystemKernelDoors();
+  const HANDLE once = kernel.createEvent(false, true), held = kernel.createEvent(true, true);
+  for (const HANDLE event : {once, held}) EXPECT_EQ(kernel.waitForSingleObject(event, 0), WAIT_OBJECT_0);
+  EXPECT_EQ(kernel.waitForSingleObject(once, 0), static_cast<unsigned long>(WAIT_TIMEOUT));
+  EXPECT_EQ(kernel.waitForSingleObject(held, 0), WAIT_OBJECT_0);
+  EXPECT_EQ(kernel.duplicateHandle(nullptr), nullptr);
+  kernel.closeHandle(once);
+  kernel.closeHandle(held);
+}
+
 }  // namespace

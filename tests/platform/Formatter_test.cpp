@@ -94,6 +94,11 @@ TEST(Formatter, StrangeFormatsAreHarmless) {
       {Formatted("%d\x81", 1), "1\x81"},
       {Formatted("%*d|%-*d|%.*d", -3, 1, 3, 2, -1, 3), "1  |2  |3"},
       {Formatted("%99999999999999999999y"), "%99999999999999999999y"},
+      {Formatted("%Nd %F", 1, 0.5), "1 0.500000"},
+      {Formatted("%N"), "%N"},
+      {Formatted("%*s|%*d|", -4, "ab", -3, 1), "ab  |1  |"},
+      {Formatted("%jd %zu %td %Lf", std::intmax_t{1}, std::size_t{2}, std::ptrdiff_t{3}, 4.0L),
+       "1 2 3 4.000000"},
   };
   for (const Row& row : rows) EXPECT_EQ(row.got, row.expected);
   EXPECT_EQ(untouched, 7);

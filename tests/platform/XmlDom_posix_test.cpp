@@ -1,89 +1,150 @@
-// The stand-in for the object model gives the same texts in UTF-16 as on the short way in GBK.
+// The object model below the wrappers: what they do not use, or use in one way only.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
-#include <vector>
+
+#include <ZvUtiLib/platform/CComPtr.h>
+#include <ZvUtiLib/platform/XmlDom.h>
 
 #include "platform/CodePage936.h"
 #include "platform/com/Bstr.h"
-#include "platform/com/NodeText.h"
+#include "tests/support/TempFolder.h"
 
 namespace {
 
-std::string GbkOf(const zvuti::Bstr& text) {
-  return zvuti::gbk::FromUtf16({text.Get(), SysStringLen(text.Get())});
+using zvuti::Bstr;
+
+std::string GbkOf(BSTR text) {
+  return text ? zvuti::gbk::FromUtf16({text, SysStringLen(text)}) : std::string();
 }
 
-std::string BytesOf(const CString& text) {
-  return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
-}
-
-// All nodes below `node`, in document order, itself in front.
-std::vector<CComPtr<IXMLDOMNode>> NodesOf(const CComPtr<IXMLDOMNode>& node) {
-  std::vector<CComPtr<IXMLDOMNode>> nodes{node};
-  CComPtr<IXMLDOMNodeList> children;
-  long length = 0;
-  if (SUCCEEDED(node->get_childNodes(&children))) children->get_length(&length);
-  for (long i = 0; i < length; ++i) {
-    CComPtr<IXMLDOMNode> child;
-    children->get_item(i, &child);
-    for (const CComPtr<IXMLDOMNode>& below : NodesOf(child)) nodes.push_back(below);
-  }
-  return nodes;
-}
-
-TEST(XmlDom, NodesGiveTheSameInUtf16AndInGbk) {
+CComPtr<IXMLDOMDocument> NewDocument() {
   CComPtr<IXMLDOMDocument> document;
-  void* made = nullptr;
-  ASSERT_EQ(CoCreateInstance(CLSID_DOMDocument, nullptr, CLSCTX_ALL, IID_IXMLDOMDocument, &made), S_OK);
-  document.Attach(static_cast<IXMLDOMDocument*>(made));
-  VARIANT_BOOL isLoaded = VARIANT_FALSE;
-  // The name and text of the second element are "Zhongwen" in Chinese; the smiley has no place in GBK.
-  const zvuti::Bstr text(
-      "<a x='1'> t <\xD6\xD0\xCE\xC4 y=''>\xD6\xD0&#x1F600;\xCE\xC4</\xD6\xD0\xCE\xC4><!--c-->"
-      "<?pi d?><![CDATA[ raw ]]></a>");
-  ASSERT_EQ(document->loadXML(text.Get(), &isLoaded), S_OK);
-  CComPtr<IXMLDOMElement> root;
-  ASSERT_EQ(document->get_documentElement(&root), S_OK);
+  void* object = nullptr;
+  EXPECT_EQ(CoCreateInstance(CLSID_DOMDocument, nullptr, CLSCTX_ALL, IID_IXMLDOMDocument, &object), S_OK);
+  document.Attach(static_cast<IXMLDOMDocument*>(object));
+  return document;
+}
 
-  const auto nodes = NodesOf(CComPtr<IXMLDOMNode>(root));
-  ASSERT_EQ(nodes.size(), 7u);
-  for (const CComPtr<IXMLDOMNode>& node : nodes) {
-    zvuti::Bstr name, content;
-    ASSERT_EQ(node->get_nodeName(name.Receive()), S_OK);
-    ASSERT_EQ(node->get_text(content.Receive()), S_OK);
-    EXPECT_EQ(GbkOf(name), BytesOf(zvuti::NameOf(*node)));
-    EXPECT_EQ(GbkOf(content), BytesOf(zvuti::TextOf(*node))) << GbkOf(name);
+bool LoadsPath(const std::string& path) {
+  VARIANT source;
+  VariantInit(&source);
+  source.vt = VT_BSTR;
+  source.bstrVal = Bstr(path.c_str()).Detach();
+  VARIANT_BOOL isLoaded = VARIANT_FALSE;
+  NewDocument()->load(source, &isLoaded);
+  VariantClear(&source);
+  return isLoaded == VARIANT_TRUE;
+}
+
+CComPtr<IXMLDOMNode> Selected(IXMLDOMNode* from, const char* selection) {
+  CComPtr<IXMLDOMNode> node;
+  from->selectSingleNode(Bstr(selection).Get(), &node);
+  return node;
+}
+
+// Every object is what it is, and IUnknown, and nothing else.
+template <class Object>
+std::string Interfaces(Object* object) {
+  std::string all;
+  for (const int number : {0, 1, 2, 3, 4, 9}) {
+    void* found = nullptr;
+    if (object->QueryInterface(IID{number}, &found) != S_OK) continue;
+    all += std::to_string(number);
+    object->Release();
   }
-  EXPECT_EQ(BytesOf(zvuti::TextOf(*root)), "t \xD6\xD0??\xCE\xC4 raw ");
+  return all;
+}
+
+TEST(XmlDom, MakesDocumentsAndNothingElse) {
+  void* object = nullptr;
+  EXPECT_EQ(CoCreateInstance(CLSID{9}, nullptr, CLSCTX_ALL, IID_IUnknown, &object), REGDB_E_CLASSNOTREG);
+  EXPECT_EQ(CoCreateInstance(CLSID_DOMDocument, nullptr, 0, IID_IUnknown, &object), REGDB_E_CLASSNOTREG);
+  EXPECT_EQ(CoCreateInstance(CLSID_DOMDocument, NewDocument(), CLSCTX_ALL, IID_IUnknown, &object),
+            E_INVALIDARG);
+  EXPECT_EQ(CoCreateInstance(CLSID_DOMDocument, nullptr, CLSCTX_ALL, IID_IXMLDOMNode, &object),
+            E_NOINTERFACE);
+  EXPECT_EQ(object, nullptr);
+  EXPECT_EQ(SysAllocStringLen(nullptr, 0x7FFFFFFF), nullptr);
+  EXPECT_EQ(SysStringLen(nullptr), 0u);
+  const Bstr text("ab");
+  const BSTR copy = SysAllocStringLen(text.Get(), 1);
+  EXPECT_EQ(GbkOf(copy), "a");
+  SysFreeString(copy);
+}
+
+TEST(XmlDom, NodesOfAllKinds) {
+  const CComPtr<IXMLDOMDocument> document = NewDocument();
+  CComPtr<IXMLDOMElement> root;
+  EXPECT_EQ(document->get_documentElement(&root), S_FALSE);
+  VARIANT_BOOL isLoaded = VARIANT_FALSE;
+  document->loadXML(Bstr("<!--c--><?p i?><a k='v'>t<!--d--><?q j?><![CDATA[e]]><b/></a>").Get(), &isLoaded);
+  ASSERT_EQ(isLoaded, VARIANT_TRUE);
+  ASSERT_EQ(document->get_documentElement(&root), S_OK);
+  EXPECT_EQ(Interfaces(static_cast<IXMLDOMDocument*>(document)), "04");
+  EXPECT_EQ(Interfaces(static_cast<IXMLDOMElement*>(root)), "012");
 
   const struct {
-    const char* selection;
-    HRESULT result;
-    const char* text;
-  } selections[] = {{"\xD6\xD0\xCE\xC4", S_OK, "\xD6\xD0??\xCE\xC4"},
-                    {"@x", S_OK, "1"},
-                    {"nothing", S_FALSE, ""},
-                    {"[", S_FALSE, ""}};
-  for (const auto& c : selections) {
-    CComPtr<IXMLDOMNode> wide;
-    EXPECT_EQ(root->selectSingleNode(zvuti::Bstr(c.selection).Get(), &wide), c.result) << c.selection;
-    const CComPtr<IXMLDOMNode> narrow = zvuti::SelectFrom(*root, c.selection);
-    ASSERT_EQ(static_cast<bool>(wide), static_cast<bool>(narrow)) << c.selection;
-    if (!wide) continue;
-    zvuti::Bstr content;
-    ASSERT_EQ(wide->get_text(content.Receive()), S_OK);
-    EXPECT_EQ(GbkOf(content), c.text);
-    EXPECT_EQ(BytesOf(zvuti::TextOf(*narrow)), c.text);
+    const char *selection, *interfaces, *name, *text;
+    long children;
+  } rows[] = {
+      {"/", "01", "#document", "te", 3},
+      {".", "012", "a", "te", 5},
+      {"@k", "01", "k", "v", 0},
+      {"text()", "01", "#text", "t", 0},
+      {"comment()", "01", "#comment", "d", 0},
+      {"node()[2]", "01", "q", "j", 0},
+      {"node()[3]", "01", "#cdata-section", "e", 0},
+      {"b", "012", "b", "", 0},
+  };
+  for (const auto& row : rows) {
+    const CComPtr<IXMLDOMNode> node = Selected(root, row.selection);
+    ASSERT_NE(static_cast<IXMLDOMNode*>(node), nullptr) << row.selection;
+    EXPECT_EQ(Interfaces(static_cast<IXMLDOMNode*>(node)), row.interfaces) << row.selection;
+    Bstr name, text;
+    node->get_nodeName(name.Receive());
+    node->get_text(text.Receive());
+    EXPECT_EQ(GbkOf(name.Get()), row.name) << row.selection;
+    EXPECT_EQ(GbkOf(text.Get()), row.text) << row.selection;
+    VARIANT_BOOL has = VARIANT_FALSE;
+    node->hasChildNodes(&has);
+    EXPECT_EQ(has == VARIANT_TRUE, row.children > 0) << row.selection;
+    CComPtr<IXMLDOMNodeList> list;
+    ASSERT_EQ(node->get_childNodes(&list), S_OK);
+    EXPECT_EQ(Interfaces(static_cast<IXMLDOMNodeList*>(list)), "03");
+    long length = -1;
+    list->get_length(&length);
+    EXPECT_EQ(length, row.children) << row.selection;
+    CComPtr<IXMLDOMNode> none;
+    EXPECT_EQ(list->get_item(-1, &none), S_FALSE);
+    EXPECT_EQ(list->get_item(length, &none), S_FALSE);
   }
+}
 
-  VARIANT value;
-  EXPECT_EQ(root->getAttribute(zvuti::Bstr("x").Get(), &value), S_OK);
-  ASSERT_EQ(value.vt, VT_BSTR);
-  EXPECT_EQ(std::u16string(value.bstrVal), u"1");
-  VariantClear(&value);
-  EXPECT_EQ(root->getAttribute(zvuti::Bstr("y").Get(), &value), S_FALSE);
-  EXPECT_EQ(value.vt, VT_NULL);
+TEST(XmlDom, LoadsPathsAndAddressesOfFiles) {
+  const test::TempFolder folder;
+  folder.Write("a b.xml", "<a/>");
+  folder.Write("a%zz%4.xml", "<a/>");
+  const std::string path = folder.Path();
+  for (const std::string& good :
+       {path + "/a b.xml", path + "/a%20b.xml", "file://" + path + "/a%20b.xml",
+        "FILE://localhost" + path + "/a%20%62.xml", "file://" + path + "/a%zz%4.xml"})
+    EXPECT_TRUE(LoadsPath(good)) << good;
+  for (const std::string& bad : {"file://localhostx" + path + "/a b.xml", "file://" + path,
+                                 path + "/a%2fb.xml", std::string("file://localhost")})
+    EXPECT_FALSE(LoadsPath(bad)) << bad;
+
+  const CComPtr<IXMLDOMDocument> document = NewDocument();
+  VARIANT nothing;
+  VariantInit(&nothing);
+  VARIANT_BOOL isLoaded = VARIANT_TRUE;
+  EXPECT_EQ(document->load(nothing, &isLoaded), E_INVALIDARG);
+  EXPECT_EQ(isLoaded, VARIANT_FALSE);
+  const WCHAR lone[] = {u'<', u'a', 0xD800, u'/', u'>', 0};
+  const BSTR broken = SysAllocStringLen(lone, 5);
+  EXPECT_EQ(document->loadXML(broken, &isLoaded), S_FALSE);
+  SysFreeString(broken);
 }
 
 }  // namespace

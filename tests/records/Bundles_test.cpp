@@ -179,6 +179,10 @@ TEST(BundleTable, QuestionsAppendAndCountWhatIsThere) {
   EXPECT_EQ(table.Bundles.size(), 2u);
 
   CUtiBundleTable copy(table);
+  EXPECT_EQ(copy.GetBundle(3), nullptr);
+  ASSERT_NE(copy.GetBundle(2), nullptr);
+  copy.GetBundle(2)->Value = 7;
+  EXPECT_EQ(table.GetBundle(2)->Value, 6u);
   EXPECT_EQ(copy.RemoveGroup(1), 1);
   EXPECT_EQ(copy.RemoveGroup(1), 0);
   EXPECT_EQ(table.IsInGroup(9, 1), 1);
@@ -191,6 +195,8 @@ TEST(BundleTable, SamenessGoesOneWayAndTheLowestKeyWins) {
   EXPECT_TRUE(Bundle({a, a}).IsSameAs(Bundle({a, b})));
   EXPECT_FALSE(Bundle({a, b}).IsSameAs(Bundle({a, a})));
   EXPECT_FALSE(Bundle({a}).IsSameAs(Bundle({b})));
+  for (const BundleEntry& other : {Entry(2), Entry(1, 2), Entry(1, 1, 3)})
+    EXPECT_FALSE(Bundle({a}).IsSameAs(Bundle({other})));
   EXPECT_FALSE(Bundle({a}).IsSameAs(Bundle({a, a})));
   EXPECT_FALSE(Bundle({a}, 1).IsSameAs(Bundle({a}, 2)));
   BundleRecord other = Bundle({a});
@@ -234,9 +240,11 @@ TEST(BundleTable, IsShownAndFilledByName) {
   EXPECT_TRUE(dump.isWhole) << dump.problem;
   EXPECT_EQ(dump.size, bytes.size());
   for (const char* path :
-       {"Groups[1]", "Groups[x][0]", "Groups[1][0].x", "Bundles[1]", "Bundles[1].Nothing", "X"}) {
+       {"Groups[1]", "Groups[x][0]", "Groups[1][0].x", "Groups[1][0", "Groups[1 ][0]", "Groups",
+        "Groups[1][4294967295]", "Bundles[1]", "Bundles[x].Value", "Bundles[1].Nothing", "X"}) {
     EXPECT_FALSE(zvuti::FillRecord("CUtiBundleTable", {{path, "1"}}, bytes, problem)) << path;
   }
+  EXPECT_FALSE(zvuti::FillRecord("CUtiBundleTable", {{"Groups[1][0]", "x"}}, bytes, problem));
 }
 
 static_assert(std::has_virtual_destructor_v<CUtiBundleTable>);

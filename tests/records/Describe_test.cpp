@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/GoldenRecords.h"
+
 namespace {
 
 using namespace std::string_literals;
@@ -58,6 +60,41 @@ TEST(Describe, SaysWhereShortBytesEnd) {
             "0+1 Tag (8) 1\nthe bytes end in ItemKey at offset 1: 4 needed, 2 left");
 }
 
+// Whatever is cut off: the rows that are whole stand side by side, and the problem names the next one.
+TEST(Describe, ShowsEveryBeginningOfEveryRecord) {
+  for (const test::Golden& golden : test::GoldenRecords()) {
+    const std::string bytes = golden.Bytes();
+    for (std::size_t length = 0; length < bytes.size(); ++length) {
+      zvuti::RecordDump dump;
+      ASSERT_TRUE(zvuti::DumpRecord(golden.record, bytes.data(), length, dump));
+      std::size_t end = 0;
+      for (const auto& row : dump.rows) {
+        ASSERT_EQ(row.offset, end) << golden.record << " " << row.path;
+        end += row.size;
+      }
+      ASSERT_EQ(dump.size, end) << golden.record << length;
+      ASSERT_FALSE(dump.isWhole) << golden.record << length;
+      ASSERT_NE(dump.problem.find(" left"), std::string::npos) << golden.record << length;
+    }
+  }
+  std::string bytes =
+      Filled("CUtiBundleTable", {{"Groups[1][0]", "9"}, {"Bundles[2].Entries[0].ItemId", "3"}});
+  for (std::size_t length = 0; length < bytes.size(); ++length) {
+    zvuti::RecordDump dump;
+    ASSERT_TRUE(zvuti::DumpRecord("CUtiBundleTable", bytes.data(), length, dump));
+    ASSERT_FALSE(dump.isWhole) << length;
+  }
+}
+
+TEST(Describe, ShowsAndFillsTextsAndTags) {
+  EXPECT_EQ(Shown("TextValue", "\x05\0a\x7F\\\n\x81"s + std::string(4, '\0')).substr(0, 34),
+            "0+7 Text (text) a\\x7F\\x5C\\x0A\x81\n7+4 ");
+  for (const char* text : {"a\\x7F\\x5C\\x0A", "a\x7F\\\\\\x0a"})
+    EXPECT_EQ(Filled("TextValue", {{"Text", text}}).substr(0, 6), "\x04\0a\x7F\\\n"s);
+  const std::string tag = Shown("PlayerStatus", "\x01\x02\x03\x04");
+  EXPECT_NE(tag.find("unknown tag 0x04030201"), std::string::npos) << tag;
+}
+
 TEST(Describe, FillsByName) {
   EXPECT_EQ(Filled("ItemRecord", {{"Count", "7"}, {"ItemKey", "0x3B9ACA00"}, {"ItemId", "-1"}}),
             "\0\0\xCA\x9A\x3B\xFF\xFF\xFF\xFF\0\0\0\0\0\0\0\0\0\0\0\0\0"s);
@@ -81,6 +118,36 @@ TEST(Describe, RefusesWhatItCannotFill) {
       {{"ItemId", "99999999999999999999"}, "ItemId: not a number that the field can hold"},
   };
   for (const auto& c : cases) EXPECT_EQ(Filled("ItemRecord", {c.value}), c.problem);
+  const struct {
+    const char *record, *path, *value, *problem;
+  } others[] = {
+      {"TextValue", "Text", "\\", "a backslash stands before x and two digits, or before another one"},
+      {"TextValue", "Text", "\\y00", "a backslash stands before x and two digits, or before another one"},
+      {"TextValue", "Text", "\\x0", "a backslash stands before x and two digits, or before another one"},
+      {"TextValue", "Text", "\\xg0", "a backslash stands before x and two digits, or before another one"},
+      {"TextValue", "Text", "\\x0g", "a backslash stands before x and two digits, or before another one"},
+      {"ItemRecord", "Tag", "0Xg", "not a number that the field can hold"},
+      {"PlayerStatus", "Kind", "StatusKind9", "not a member of StatusKind"},
+      {"AccountRecord", "TextList", "65536", "not a number of elements up to 65535"},
+      {"AccountRecord", "TextList[65535]", "x", "a sequence has up to 65535 elements"},
+      {"AccountRecord", "TextList[0].x", "x", "a text has no fields"},
+      {"AccountRecord", "TextList[0]x", "x", "no such field"},
+      {"AccountRecord", "TextList[0", "x", "no such element"},
+      {"AccountRecord", "TextList[x]", "x", "no such element"},
+      {"AccountRecord", "TextLists", "x", "there is no such field in AccountRecord"},
+      {"CUtiCounterTable", "Counters", "1", "a map is filled by its entries, as in Name[5]"},
+      {"CUtiCounterTable", "Counters[1].x", "1", "a number has no fields"},
+      {"GrantEntry", "Reserved", "00 0", "not 3 bytes, as in 00 FF"},
+      {"GrantEntry", "Reserved", "00 00-00", "not 3 bytes, as in 00 FF"},
+      {"GrantEntry", "Reserved", "00 00 00 ", "not 3 bytes, as in 00 FF"},
+      {"GrantEntry", "Reserved", "00 00 00 00", "not 3 bytes, as in 00 FF"},
+      {"PlayerRecord", "Status", "1", "there is no such field in PlayerRecord"},
+      {"PlayerRecord", "StatusKind", "1", "there is no such field in PlayerRecord"},
+  };
+  for (const auto& c : others) {
+    EXPECT_EQ(Filled(c.record, {{c.path, c.value}}), std::string(c.path) + ": " + c.problem) << c.value;
+  }
+  EXPECT_EQ(Filled("ItemRecord", {{"Tag", "0XfF"}})[0], '\xFF');
   EXPECT_EQ(Filled("Nothing", {}), "there is no record Nothing");
   std::vector<zvuti::RecordRow> rows;
   zvuti::RecordDump dump;

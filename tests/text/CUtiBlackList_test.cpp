@@ -74,6 +74,7 @@ TEST(CUtiBlackList, MasksEveryWordAndNothingElse) {
       {"abc", "xABCx aBc", "x***x ***"},
       {"ABC\r\nBCD\r\n", "xabcdx", "x****x"},
       {"AA", "aaa", "**a"},
+      {"abc\nde", "xab", "xab"},
       {"AA\nBAA", "baaa aaaa", "***a ****"},  // the hidden AA at 1 keeps the next one, at 2, from counting
       {"a\na\nA", "bab", "b*b"},
       {" ", "a b", "a*b"},
@@ -151,6 +152,18 @@ TEST(CUtiBlackList, LongTextsAndLongWordsGiveTheSame) {
     ASSERT_EQ(list.Load(folder.Write("words", FileOf(words)).c_str()), 1);
     ASSERT_NO_FATAL_FAILURE(ExpectPlainResults(list, words, text));
     ASSERT_NO_FATAL_FAILURE(ExpectPlainResults(list, words, std::string(length, 'a')));
+  }
+}
+
+TEST(CUtiBlackList, TensOfThousandsOfWordsGiveTheSame) {
+  const test::TempFolder folder;
+  std::mt19937 random(4);
+  for (const std::size_t count : {300u, 2'000u, 40'000u}) {
+    Words words;
+    for (std::size_t i = 0; i < count; ++i) words.push_back(std::to_string(random()) + "\xB0\xA1");
+    CUtiBlackList list;
+    ASSERT_EQ(list.Load(folder.Write("words", FileOf(words)).c_str()), 1);
+    ExpectPlainResults(list, words, "x" + words[0] + words[count - 1] + "1234567");
   }
 }
 

@@ -191,6 +191,17 @@ TEST(CUtiTurnTable, CopiesOwnTheirSlotsAndGoOnAlike) {
   }
 }
 
+TEST(CUtiTurnTable, AWheelWithoutSlotsCanBeCopiedAndARefusedEndOfTheOldOneMakesNoNew) {
+  Wheel wheel;
+  Wheel copy(wheel);
+  EXPECT_EQ(copy.TurnTable_End(0), 0);
+  struct Stuck : Wheel {
+    int TurnTable_Uninitial() override { return 0; }
+  } stuck;
+  EXPECT_EQ(stuck.TurnTable_Initial(), 0);
+  EXPECT_EQ(stuck.slotRanges, nullptr);
+}
+
 TEST(CUtiTurnTable, AHeapThatRefusesLeavesNoSlots) {
   Wheel wheel, copy;
   wheel.TurnTable_Initial();

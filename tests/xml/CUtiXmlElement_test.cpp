@@ -70,6 +70,8 @@ TEST_P(CUtiXmlElementTable, ReadsTheSameFromBothForms) {
   EXPECT_EQ(a.GetOneChildNode("b", &child), 1);
   EXPECT_EQ(child.GetAttribute("y"), "5");
   EXPECT_EQ(a.GetOneChildNode("B", &child), 0);
+  EXPECT_EQ(a.GetOneChildNode("b", nullptr), 1);
+  EXPECT_EQ(a.GetOneChildNode(nullptr, &child), 0);
   EXPECT_EQ(a.GetOneChildNode("", &child), 0);
   EXPECT_EQ(child.GetAttribute("y"), "5");
 }

@@ -24,6 +24,22 @@ TEST(CUtiXmlSelection, MalformedOrUnknownFormsMatchNothing) {
   EXPECT_EQ(parser.GetRootElement()->IsHasChild(" "), 0);
 }
 
+TEST(CUtiXmlSelection, ReachesAttributesAndTheirElements) {
+  CUtiXmlParser parser("<a _k='1' k-2.x='2'><b k='v'>t<!--z--><c/></b><b/><d><![CDATA[c]]></d><e k=''/></a>",
+                       0);
+  ASSERT_NE(parser.GetRootElement(), nullptr);
+  const std::string found =
+      "@_k ~ @k-2.x ~ / ~ b[/] ~ b[/a/b] ~ d/text() ~ b/text() ~ b/comment() ~ @_k/../b ~ @_k[.] ~ @_k[..] ~ "
+      "e[@k/..] ~ b[.//../c] ~ b[@k/../c] ~ @_k[.//.] ~ @_k[.//..] ~ b[1] ~ .//@k ~ b[@k = \"v\"] ~ b[ 0 ]";
+  for (const std::string& text : test::Rows(found))
+    EXPECT_EQ(parser.GetRootElement()->IsHasChild(text.c_str()), 1) << text;
+  const std::string notFound =
+      "b[/x] ~ b[99999999999] ~ b[1 ~ b[1 ] [ ~ b[@k[0]='v'] ~ b[@k= ~ @_k//b ~ @_k/@_k ~ text()/@k ~ "
+      "@_k[@k='1'] ~ b/text()[@k='v'] ~ b[1][.//../c] ~ b[c/@k] ~ @_k/x ~ b[2] ~ @1";
+  for (const std::string& text : test::Rows(notFound))
+    EXPECT_EQ(parser.GetRootElement()->IsHasChild(text.c_str()), 0) << text;
+}
+
 TEST(CUtiXmlSelection, LongOnesWorkAndDeepOnesAreRefused) {
   CUtiXmlParser parser("<r><a/></r>", 0);
   CUtiXmlElement& root = *parser.GetRootElement();

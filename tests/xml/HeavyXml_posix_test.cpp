@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "tests/support/HeapFaults.h"
 #include "tests/support/RefuseEach.h"
@@ -191,6 +192,29 @@ TEST(HeavyXml, TabsAndLineEndsStayInAttributes) {
   EXPECT_EQ(root.GetAttribute("d"), "p q");
 }
 
+TEST(HeavyXml, TabsStayInAttributesOfEveryShape) {
+  const struct {
+    const char *declarations, *document, *value;
+  } cases[] = {
+      {"", "<a\tk='p\tq'/>", "p\tq"},
+      {"", "<a k='p\t&#xE9;&#x4E2D;&#65;&lt;\tq'/>", "p\t\xA8\xA6\xD6\xD0\x41<\tq"},
+      {"", "<a k='p\t&#x1F600;q'/>", "p\t??q"},
+      {"<!ATTLIST a k NMTOKENS #IMPLIED>", "<a k='\tp\t q\t'/>", "p q"},  // cut to tokens
+      {"<!ATTLIST a k NMTOKENS #IMPLIED>", "<a k='p q\t'/>", "p q"},
+      {"<!ENTITY e '&#38;#60;&lt;'>", "<a k='\t&e;'/>", " <<"},  // not beside an entity
+      {"<!ENTITY % p 'x'><!ENTITY e 'x'>", "<a k='\t&e;'/>", " x"},
+  };
+  for (const auto& c : cases) {
+    CUtiXmlParser parser(Document(c.declarations, c.document).c_str(), 0);
+    ASSERT_NE(parser.GetRootElement(), nullptr) << c.document;
+    EXPECT_EQ(parser.GetRootElement()->GetAttribute("k"), c.value) << c.document;
+  }
+  // An element that stands in an entity is not there in the document.
+  CUtiXmlParser parser(Document("<!ENTITY e \"<b k='p\tq'/>\">", "<a>&e;</a>").c_str(), 0);
+  ASSERT_NE(parser.GetRootElement(), nullptr);
+  EXPECT_EQ(parser.GetRootElement()->GetChildAttribute("b", "k"), "p q");
+}
+
 TEST(HeavyXml, DeclaredEncodingsOfOtherPlaces) {
   test::TempFolder folder;
   const auto text = [&](const std::string& encoding, const std::string& bytes) -> std::string {
@@ -208,6 +232,41 @@ TEST(HeavyXml, DeclaredEncodingsOfOtherPlaces) {
   EXPECT_EQ(text("us-ascii", "x"), "x");
   EXPECT_EQ(text("us-ascii", "\xE9"), "(none)");
   EXPECT_EQ(text("Big5", "\xA4"), "(none)");
+  const std::string big5 = std::string(3000, 'x') + "\xA4\xA4";
+  EXPECT_EQ(text("Big5", big5).size(), big5.size());  // more than one step of the converter
+  // Declarations that name no encoding, or not as they should: what the parser then makes of UTF-8.
+  const std::pair<std::string, bool> declarations[] = {
+      {"<?xml version='1.0'?><a/>", true},
+      {"<?xml", false},
+      {"<?xmlx encoding='big5'?><a/>", true},
+      {"<?xml version='1.0' encoding?><a/>", false},
+      {"<?xml version='1.0' encoding=?><a/>", false},
+      {"<?xml version='1.0' encoding=gbk?><a/>", false},
+      {"<?xml version='1.0' encoding=", false},
+      {"<?xml version='1.0' encoding='utf-16'?><a/>", false},
+  };
+  for (const auto& [document, loads] : declarations) {
+    CUtiXmlParser parser(folder.Write("a.xml", document).c_str());
+    EXPECT_EQ(parser.GetRootElement() != nullptr, loads) << document;
+  }
+  // Without a byte order mark, UTF-16 has to be declared.
+  for (const auto& [document, loads] :
+       {std::pair<std::string, bool>("<?xml version='1.0' encoding='utf-16'?><a/>", true),
+        {"<?xml version='1.0'?><a/>", false}}) {
+    std::string little, big;
+    for (const char byte : document) (little += byte) += '\0', (big += '\0') += byte;
+    for (const std::string& bytes : {little, big}) {
+      CUtiXmlParser parser(folder.Write("a.xml", bytes).c_str());
+      EXPECT_EQ(parser.GetRootElement() != nullptr, loads) << document;
+    }
+    CUtiXmlParser odd(folder.Write("a.xml", little + "x").c_str());
+    EXPECT_EQ(odd.GetRootElement(), nullptr);
+  }
+  for (const char* broken :
+       {"\xFF\xFE\x3C\x00\x00\xD8", "\xFF\xFE\x00\xDC\x3C\x00", "\xFE\xFF\xD8\x00\x00\x3C"}) {
+    CUtiXmlParser parser(folder.Write("a.xml", std::string(broken, 6)).c_str());
+    EXPECT_EQ(parser.GetRootElement(), nullptr);
+  }
   EXPECT_EQ(text("Windows-936", "x"), "(none)");
   EXPECT_EQ(text("UTF-32", "x"), "(none)");
 }
