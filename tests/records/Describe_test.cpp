@@ -87,7 +87,7 @@ TEST(Describe, ShowsEveryBeginningOfEveryRecord) {
 }
 
 TEST(Describe, ShowsAndFillsTextsAndTags) {
-  EXPECT_EQ(Shown("TextValue", "\x05\0a\x7F\\\n\x81"s + std::string(4, '\0')).substr(0, 34),
+  EXPECT_EQ(Shown("TextValue", "\x05\0a\x7F\\\n\x81"s + std::string(4, '\0')).substr(0, 35),
             "0+7 Text (text) a\\x7F\\x5C\\x0A\x81\n7+4 ");
   for (const char* text : {"a\\x7F\\x5C\\x0A", "a\x7F\\\\\\x0a"})
     EXPECT_EQ(Filled("TextValue", {{"Text", text}}).substr(0, 6), "\x04\0a\x7F\\\n"s);
