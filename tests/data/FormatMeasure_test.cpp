@@ -61,6 +61,7 @@ TEST(FormatMeasure, GivesEachItemItsRoom) {
       {"lone percent", Measured("abc%"), 3},
       {"ends in a conversion", Measured("abc%#5.2I64"), 5},
       {"flags", Measured("%-+ 05d", 1), 32},
+      {"left width of a float", Measured("%*f", -12, 1.0), 12},
       {"long double", Measured("%Le%Lf", 1.0L, 1.0L), 136},
       {"narrow S", Measured("%hS", "abc"), 3},
       {"wide without end", Measured("%2147483647f", 1.0), 2147483647},

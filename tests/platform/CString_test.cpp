@@ -33,6 +33,8 @@ TEST(CString, NullTextsAreEmpty) {
   EXPECT_TRUE(CString() == null);
   EXPECT_EQ(text.Find(null), -1);
   text.Append(null, 5);
+  text.Append("abc", 2);
+  EXPECT_EQ(text, "xab");
   text = null;
   EXPECT_EQ(text.GetLength(), 0);
 }

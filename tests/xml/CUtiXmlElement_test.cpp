@@ -52,6 +52,7 @@ TEST_P(CUtiXmlElementTable, ReadsTheSameFromBothForms) {
   ASSERT_EQ(a.GetChildNodes(&list), 1);
   EXPECT_EQ(list.GetLength(), 3);
   CUtiXmlElement item;
+  EXPECT_EQ(list.GetItem(1, nullptr), 1);
   EXPECT_EQ(list.GetItem(1, &item), 1);
   EXPECT_EQ(item.GetAttribute("y"), "6");
   EXPECT_EQ(item.IsHasChild(""), 0);
