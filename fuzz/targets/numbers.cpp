@@ -85,7 +85,8 @@ void CheckNames(const std::string& text) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string text = std::string(fuzz::BytesOf(data, size)).c_str();
+  std::string_view bytes = fuzz::BytesOf(data, size);
+  const std::string text(fuzz::TakeUntil(bytes, '\0'));
   CheckSeparators(text);
   CheckNumerals(text);
   CheckInt(text);

@@ -42,7 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::string separators = "=&";
   if (data[0] >= 0x80 && data[1] != 0 && data[2] != 0) separators.assign(data + 1, data + 3);
   const std::string all(fuzz::BytesOf(data + 3, size - 3));
-  const std::string text = all.c_str();  // up to a zero byte
+  const std::string text = all.substr(0, all.find('\0'));
 
   Recorder recorder;
   zvuti::ParseKeyValues(recorder, all.c_str(), separators.c_str(), -1, options);
