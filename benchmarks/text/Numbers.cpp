@@ -1,0 +1,71 @@
+// Separators and capital numerals, against appending them piece by piece to a CString.
+#include <ZvUtiLib/CUtiNumber.h>
+
+#include <string_view>
+
+#include "benchmarks/Common.h"
+
+namespace bench {
+namespace {
+
+constexpr const char* kNumber = "9876543210987654321";
+
+CString GroupByLibrary() {
+  CString text;
+  CUtiNumber::InsertSeparator(kNumber, text);
+  return text;
+}
+
+CString GroupByDigits() {
+  CString text;
+  const std::string_view digits = kNumber;
+  for (std::size_t i = 0; i < digits.size(); ++i) {
+    if (i > 0 && (digits.size() - i) % 4 == 0) text += ',';
+    text += digits[i];
+  }
+  return text;
+}
+
+constexpr const char* kSpelled = "123456789";
+
+CString SpellByLibrary() {
+  CString text;
+  CUtiNumber::ChangeLowerNum2UpperNum(kSpelled, text);
+  return text;
+}
+
+// Enough of the rules for a number without zeros.
+CString SpellByDigits() {
+  static constexpr const char* kDigits[] = {
+      "",         "\xD2\xBC", "\xB7\xA1", "\xC8\xFE", "\xCB\xC1",                     // 壹贰叁肆
+      "\xCE\xE9", "\xC2\xBD", "\xC6\xE2", "\xB0\xC6", "\xBE\xC1"};                    // 伍陆柒捌玖
+  static constexpr const char* kPlaces[] = {"", "\xCA\xB0", "\xB0\xDB", "\xC7\xAA"};  // 拾佰仟
+  static constexpr const char* kGroups[] = {"", "\xCD\xF2", "\xD2\xDA"};              // 万亿
+  CString text;
+  const std::string_view digits = kSpelled;
+  for (std::size_t i = 0; i < digits.size(); ++i) {
+    const std::size_t right = digits.size() - 1 - i;
+    text += kDigits[digits[i] - '0'];
+    text += kPlaces[right % 4];
+    if (right % 4 == 0) text += kGroups[right / 4];
+  }
+  return text;
+}
+
+void Add(const char* subject, CString (*library)(), CString (*plain)()) {
+  const CString expected = plain();
+  const auto isRight = [expected](const CString& text) { return text == expected; };
+  benchmark::RegisterBenchmark(Row(subject, "library").c_str(),
+                               [=](auto& state) { Measure(state, library, isRight); });
+  benchmark::RegisterBenchmark(Row(subject, "digits").c_str(),
+                               [=](auto& state) { Measure(state, plain, isRight); });
+}
+
+const bool kRegistered = [] {
+  Add("Separators", GroupByLibrary, GroupByDigits);
+  Add("Numerals", SpellByLibrary, SpellByDigits);
+  return true;
+}();
+
+}  // namespace
+}  // namespace bench
