@@ -1,0 +1,200 @@
+#!/usr/bin/env python3
+"""Sets the library's benchmark rows beside their peers' and says which goals are met.
+
+table.py [--markdown FILE] RESULTS.json...   prints the table; with --markdown also puts it between the
+marker lines of FILE. Ends with 1 when a row failed or no row is there; a goal that is missed is no failure.
+"""
+import argparse
+import datetime
+import json
+import math
+import pathlib
+import platform
+import subprocess
+import sys
+
+BEGIN, END = "<!-- table: begin -->", "<!-- table: end -->"
+LISTS = (100, 1000, 10000, 100000)
+
+
+def comparisons():
+    """(section, label, our row, peer's row, highest ratio or None, what is compared)"""
+    items = {"cereal": (0.06, 0.05), "protobuf": (0.06, 0.15)}
+    players = {"protobuf": (0.16, 0.23)}
+    for subject, goals in (("Items1000", items), ("Items65535", {}), ("Snapshot10", {}), ("Snapshot40", players),
+                           ("Account", {}), ("Bundles10000", {})):
+        for peer in ("cereal", "protobuf", "msgpack", "memcpy"):
+            for verb, goal in zip(("Decode", "Encode"), goals.get(peer, (None, None))):
+                yield ("Records", f"{verb} {subject}", f"{verb}{subject}/library", f"{verb}{subject}/{peer}", goal,
+                       "cpu")
+    yield "Records", "Decode Items1000", "DecodeItems1000/library", "DecodeItems1000/plain", 1 / 200, "cpu"
+
+    for words in LISTS:
+        for row, goal in (("CleanLine20", 1), ("CleanLine60", 1), ("CleanLine250", None), ("CleanText", None),
+                          ("HitLine60", None), ("MaskLine20", 1), ("MaskLine60", 1), ("MaskLine250", 1),
+                          ("NearMisses", None)):
+            yield ("Words", f"{row}, {words} words", f"{row}/library/{words}", f"{row}/hyperscan/{words}", goal,
+                   "cpu")
+        yield "Words", f"Load {words} words", f"Load/library/{words}", f"Load/hyperscan/{words}", 1 / 40, "cpu"
+        yield "Words", f"Memory of {words} words", f"Load/library/{words}", f"Load/hyperscan/{words}", 1, "held"
+        yield ("Words", f"CleanLine60, {words} words", f"CleanLine60/library/{words}", f"CleanLine60/scan/{words}",
+               0.001 if words == 1000 else None, "cpu")
+
+    for row in ("FormatSeconds", "FormatMinutes"):
+        yield "Text", row, f"{row}/library", f"{row}/snprintf", 1.2, "cpu"
+        yield "Text", row, f"{row}/library", f"{row}/fmt", None, "cpu"
+    yield "Text", "PackedTime", "PackedTime/library", "PackedTime/snprintf", None, "cpu"
+    yield "Text", "Numerals", "Numerals/library", "Numerals/digits", 0.5, "cpu"
+    yield "Text", "Separators", "Separators/library", "Separators/digits", 0.5, "cpu"
+    for pairs in (10, 100, 1000, 10000):
+        yield ("Text", f"Dictionary, {pairs} pairs", f"Dictionary/library/{pairs}", f"Dictionary/splitter/{pairs}",
+               1.5 if pairs == 1000 else None, "cpu")
+
+    for size, name in ((2048, "2 KB"), (1048576, "1 MB")):
+        for peer, goal in (("libxml2", 0.5), ("pugixml", None)):
+            yield "XML", f"Load and walk {name}", f"Xml/library/{size}", f"Xml/{peer}/{size}", goal, "cpu"
+            yield "XML", f"Memory of {name}", f"Xml/library/{size}", f"Xml/{peer}/{size}", goal, "held"
+
+
+GROWTHS = [(f"{verb} of items", [(n, f"{verb}Items{n}/library") for n in (1000, 4000, 16000, 65535)])
+           for verb in ("Encode", "Decode")]
+GROWTHS += [("Masking, over the text", [(n, f"MaskText/library/{n}") for n in (1, 8, 64, 512)]),
+            ("Near misses, over the text", [(n, f"NearText/library/{n}") for n in (1, 8, 64, 512)]),
+            ("Load, over the list", [(n, f"Load/library/{n}") for n in LISTS]),
+            ("Clean line of 60 bytes, over the list", [(n, f"CleanLine60/library/{n}") for n in LISTS])]
+
+
+def read(paths):
+    """The medians by row, times in ns; ends the program where a row failed."""
+    unit = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
+    rows, failed = {}, []
+    for path in paths:
+        try:
+            entries = json.loads(pathlib.Path(path).read_text())["benchmarks"]
+        except (OSError, ValueError, KeyError) as error:
+            sys.exit(f"table.py: {path} holds no benchmark results ({error})")
+        for row in entries:
+            if row.get("error_occurred"):
+                failed.append(f"{row['run_name']}: {row['error_message']}")
+            elif row.get("aggregate_name") == "median":
+                row["cpu"] = row["cpu_time"] * unit[row["time_unit"]]
+                rows[row["run_name"]] = row
+    if failed:
+        sys.exit("table.py: these rows failed:\n  " + "\n  ".join(sorted(set(failed))))
+    if not rows:
+        sys.exit("table.py: there are no rows")
+    return rows
+
+
+def quantity(value, what):
+    steps = (("GB", 2**30), ("MB", 2**20), ("KB", 2**10)) if what == "held" else (("s", 1e9), ("ms", 1e6), ("us", 1e3))
+    for name, size in steps:
+        if value >= size:
+            return f"{value / size:.3g} {name}"
+    return f"{value:.3g} {'B' if what == 'held' else 'ns'}"
+
+
+def verdict(ratio, goal):
+    return "" if goal is None else "met" if ratio <= goal else "missed"
+
+
+def exponent(points):
+    """The slope of a straight line through the points on logarithmic scales."""
+    xs, ys = [math.log(x) for x, _ in points], [math.log(y) for _, y in points]
+    x, y = sum(xs) / len(xs), sum(ys) / len(ys)
+    return sum((a - x) * (b - y) for a, b in zip(xs, ys)) / sum((a - x) ** 2 for a in xs)
+
+
+def table(rows):
+    """Sections of lines: what, library, peer, ratio, goal, verdict."""
+    sections = {}
+
+    def add(section, *cells):
+        sections.setdefault(section, []).append(cells)
+
+    for section, label, ours, peer, goal, what in comparisons():
+        if ours not in rows or peer not in rows:
+            continue
+        mine, theirs = rows[ours][what], rows[peer][what]
+        if theirs <= 0:
+            continue
+        ratio = mine / theirs
+        add(section, label, quantity(mine, what), f"{peer.split('/')[1]} {quantity(theirs, what)}", f"{ratio:.3g}",
+            "" if goal is None else f"{goal:g}", verdict(ratio, goal))
+    small, large = (rows.get(f"DecodeItems{n}/library") for n in (1000, 65535))
+    if small and large:
+        ratio = large["cpu"] / 65535 / (small["cpu"] / 1000)
+        add("Records", "Decode an item at 65535", f"{large['cpu'] / 65535:.3g} ns",
+            f"at 1000 {small['cpu'] / 1000:.3g} ns", f"{ratio:.3g}", "1.5", verdict(ratio, 1.5))
+    for words in LISTS:
+        row = rows.get(f"NearMisses/library/{words}")
+        if row:
+            each = row["cpu"] / row["bytes"]
+            add("Words", f"NearMisses a byte, {words} words", f"{each:.3g} ns", "limit 10 ns", f"{each / 10:.3g}", "1",
+                verdict(each, 10))
+    for label, sizes in GROWTHS:
+        points = [(rows[name].get("bytes", size) if "Text/" in name else size, rows[name]["cpu"])
+                  for size, name in sizes if name in rows]
+        if len(points) == len(sizes):
+            power = exponent(points)
+            add("Growth", label, quantity(points[0][1], "cpu"), f"to {quantity(points[-1][1], 'cpu')}", f"{power:.2f}",
+                "1.1", verdict(power, 1.1))
+    return sections
+
+
+HEAD = ("what", "library", "beside", "ratio", "goal", "")
+
+
+def plain(sections):
+    lines = []
+    for section, cells in sections.items():
+        widths = [max(len(line[i]) for line in [HEAD, *cells]) for i in range(len(HEAD))]
+        lines += ["", section]
+        lines += ["  " + "  ".join(cell.ljust(width) for cell, width in zip(line, widths)).rstrip()
+                  for line in [HEAD, *cells]]
+    return "\n".join(lines)
+
+
+def output_of(*command):
+    return subprocess.run(command, capture_output=True, text=True, check=True).stdout
+
+
+def cpu_model():
+    for line in pathlib.Path("/proc/cpuinfo").read_text().splitlines():
+        if line.startswith("model name"):
+            return line.split(":", 1)[1].strip()
+    return platform.machine()
+
+
+def markdown(sections):
+    lines = [f"Measured {datetime.date.today()}, {output_of('c++', '--version').splitlines()[0]}, {cpu_model()}."]
+    for section, cells in sections.items():
+        lines += ["", f"### {section}", "", "| " + " | ".join(HEAD) + " |", "|---|---|---|---|---|---|"]
+        lines += ["| " + " | ".join(line) + " |" for line in cells]
+    return "\n".join(lines)
+
+
+def put(path, text):
+    page = pathlib.Path(path).read_text()
+    if page.count(BEGIN) != 1 or page.count(END) != 1:
+        sys.exit(f"table.py: {path} lacks its two marker lines")
+    head, rest = page.split(BEGIN)
+    pathlib.Path(path).write_text(f"{head}{BEGIN}\n{text}\n{END}{rest.split(END)[1]}")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--markdown", metavar="FILE", help="put the table between the marker lines of FILE, too")
+    parser.add_argument("results", nargs="+")
+    arguments = parser.parse_args()
+    sections = table(read(arguments.results))
+    print(plain(sections))
+    missed = sum(line[-1] == "missed" for cells in sections.values() for line in cells)
+    met = sum(line[-1] == "met" for cells in sections.values() for line in cells)
+    print(f"\n{met} goals met, {missed} missed")
+    if arguments.markdown:
+        put(arguments.markdown, markdown(sections))
+
+
+if __name__ == "__main__":
+    main()
