@@ -1,0 +1,59 @@
+// zvuti encode: the bytes of a record that JSON describes.
+#include <iostream>
+#include <string>
+
+#include "Commands.h"
+#include "shared/Files.h"
+#include "shared/RecordJson.h"
+#include "shared/Shape.h"
+#include "shared/Terminal.h"
+
+namespace tool {
+namespace {
+
+struct Options {
+  std::string record, file, out;
+  bool isHex = false;
+};
+
+int Encode(const Options& options) {
+  RowsOf(options.record);
+  if (options.out.empty() && !options.isHex && IsOutputTerminal()) {
+    throw Failure("bytes are nothing for a terminal: take --hex, or -o FILE");
+  }
+  Json json;
+  try {
+    json = Json::parse(ReadAll(options.file));
+  } catch (const Json::parse_error& e) {
+    const std::string what = e.what();  // "[json.exception.parse_error.101] parse error at line 1, ..."
+    const std::size_t close = what.find("] ");
+    throw Failure(NameOf(options.file) + ": " + (close == what.npos ? what : what.substr(close + 2)));
+  }
+  const std::string bytes = ToBytes(options.record, json);
+  WriteAll(options.out, options.isHex ? ToHex(bytes) + "\n" : bytes);
+  return kOk;
+}
+
+}  // namespace
+
+void AddEncode(CLI::App& program, int& exitCode) {
+  auto options = std::make_shared<Options>();
+  CLI::App* command = program.add_subcommand("encode", "make the bytes of a record from JSON");
+  command->add_option("RECORD", options->record, "name of the record; zvuti records lists them")
+      ->required()
+      ->type_name("");
+  command->add_option("FILE", options->file, "the JSON; standard input without it")->type_name("");
+  command->add_flag("--hex", options->isHex, "write hexadecimal digits");
+  command->add_option("-o,--output", options->out, "write to a file, not to standard output")
+      ->type_name("FILE");
+  command->footer(
+      "The JSON is what zvuti decode --json prints. Fields that it leaves out have their defaults.\n"
+      "Numbers may also be texts, \"0x3B9ACA00\"; texts take \\x and two digits for a byte (in JSON\n"
+      "\"\\\\x01\"), and a backslash is two of them.\n\n"
+      "  zvuti decode ItemRecord item.bin --json | sed 's/\"Count\": 1/\"Count\": 2/' |\n"
+      "    zvuti encode ItemRecord -o item2.bin\n"
+      "  echo '{\"ItemId\": 7101}' | zvuti encode ItemRecord --hex");
+  command->callback([options, &exitCode] { exitCode = Encode(*options); });
+}
+
+}  // namespace tool

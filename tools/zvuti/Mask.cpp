@@ -1,0 +1,140 @@
+// zvuti mask: text with its forbidden words masked, or how often each of them occurs.
+#include <algorithm>
+#include <iostream>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <ZvUtiLib/CUtiBlackList.h>
+
+#include "Commands.h"
+#include "shared/Files.h"
+#include "shared/GbkText.h"
+#include "shared/Progress.h"
+#include "shared/Terminal.h"
+#include "shared/WordFile.h"
+
+namespace tool {
+namespace {
+
+struct Options {
+  std::string words, file, out, from;
+  bool hasCounts = false;
+};
+
+// The text in GBK. A file is GBK; what comes from a terminal or another program is UTF-8.
+std::string ReadText(const Options& options) {
+  const bool isStandard = options.file.empty() || options.file == "-";
+  std::string text = ReadAll(options.file);
+  if (options.from.empty() ? !isStandard : options.from == "gbk") return text;
+  std::string gbk;
+  std::size_t line = 0;
+  for (std::string_view rest = text; !rest.empty();) {
+    const std::size_t length = std::min(rest.find('\n'), rest.size() - 1) + 1;
+    const std::string where = NameOf(options.file) + ", line " + std::to_string(++line);
+    if (!IsUtf8(rest.substr(0, length))) throw Failure(where + ": no UTF-8; --from gbk reads GBK");
+    gbk += ToGbk(rest.substr(0, length), where);
+    rest.remove_prefix(length);
+  }
+  return gbk;
+}
+
+// Calls visit(piece, end) for each line and what ends it: a line end, a zero byte or nothing.
+template <class Visit>
+void VisitLines(std::string_view text, Visit visit) {
+  constexpr std::string_view kEnds("\n\0", 2);
+  Progress progress(text.size());
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = std::min(text.find_first_of(kEnds, at), text.size());
+    const std::size_t next = std::min(end + 1, text.size());
+    visit(std::string(text.substr(at, end - at)), text.substr(end, next - end));
+    at = next;
+    progress.Reach(at);
+  }
+}
+
+int PrintCounts(const CUtiBlackList& list, const WordFile& file, std::string_view text) {
+  struct Tally {
+    std::string shown;
+    std::size_t count = 0;
+  };
+  std::map<CString, Tally> tallies;
+  for (const Word& word : file.words) {
+    if (!word.text.empty()) tallies.try_emplace(word.folded, Tally{Shown(word.text), 0});
+  }
+  std::size_t lines = 0, hitLines = 0, all = 0;
+  VisitLines(text, [&](const std::string& line, std::string_view) {
+    ++lines;
+    if (list.IsMatched(line.c_str()) == 0) return;
+    ++hitLines;
+    CString folded(line.c_str());
+    folded.MakeUpper();
+    for (auto& [word, tally] : tallies) tally.count += Occurrences(folded, word);
+  });
+  std::vector<Tally> found;
+  for (const auto& [word, tally] : tallies) {
+    if (tally.count > 0) found.push_back(tally);
+    all += tally.count;
+  }
+  std::stable_sort(found.begin(), found.end(),
+                   [](const Tally& a, const Tally& b) { return a.count > b.count; });
+  for (const Tally& tally : found)
+    std::cout << Right(std::to_string(tally.count), 8) << "  " << tally.shown << '\n';
+  std::cout << Right(std::to_string(all), 8) << "  in all, of " << Count(found.size(), "word") << ", in "
+            << hitLines << " of " << Count(lines, "line") << '\n';
+  return kOk;
+}
+
+int MaskText(const CUtiBlackList& list, const Options& options, std::string_view text) {
+  std::string all;
+  VisitLines(text, [&](const std::string& line, std::string_view end) {
+    CString masked;
+    list.ReplaceBlackWord(line.c_str(), masked);
+    const std::string_view result(masked.GetString(), static_cast<std::size_t>(masked.GetLength()));
+    if (!options.out.empty()) {
+      all.append(result).append(end);
+    } else {
+      std::cout << Shown(result) << end;
+    }
+  });
+  if (!options.out.empty()) WriteAll(options.out, all);
+  return kOk;
+}
+
+int Mask(const Options& options) {
+  const std::string bytes = ReadAll(options.words);  // says why where the library only fails
+  CUtiBlackList list;
+  if (list.Load(options.words.c_str()) == 0) throw Failure("cannot read " + options.words);
+  const std::string text = ReadText(options);
+  if (list.IsLoaded() == 0) Say(options.words + " has no words");
+  const int code =
+      options.hasCounts ? PrintCounts(list, ParseWords(bytes), text) : MaskText(list, options, text);
+  return list.IsLoaded() == 0 ? int{kFound} : code;
+}
+
+}  // namespace
+
+void AddMask(CLI::App& program, int& exitCode) {
+  auto options = std::make_shared<Options>();
+  CLI::App* command = program.add_subcommand("mask", "mask forbidden words in text, or count them");
+  command->add_option("WORDS", options->words, "the words: GBK, one on each line")->required()->type_name("");
+  command->add_option("FILE", options->file, "the text, GBK; without it standard input, UTF-8")
+      ->type_name("");
+  command->add_flag("--count", options->hasCounts,
+                    "print how often each word occurs, the most frequent first");
+  command->add_option("--from", options->from, "encoding of the text: gbk or utf-8")
+      ->check(CLI::IsMember({"gbk", "utf-8"}, CLI::ignore_case))
+      ->type_name("ENC");
+  CLI::Option* out =
+      command->add_option("-o,--output", options->out, "write to a file, in GBK")->type_name("FILE");
+  out->excludes("--count");
+  command->footer(
+      "Each line is masked by itself, as a chat message is. Bytes that are no text show as \\x and two\n"
+      "digits; a file written with -o has them as they were.\n\n"
+      "  zvuti mask words.txt chat.txt\n"
+      "  zvuti mask words.txt --count < evening.txt");
+  command->callback([options, &exitCode] { exitCode = Mask(*options); });
+}
+
+}  // namespace tool

@@ -1,0 +1,150 @@
+// zvuti number: digits, groups of four and Chinese capital numerals, in all directions.
+#include <array>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <ZvUtiLib/CUtiNumber.h>
+
+#include "Commands.h"
+#include "shared/GbkText.h"
+#include "shared/Terminal.h"
+
+namespace tool {
+namespace {
+
+constexpr std::size_t kMostDigits = 20;  // that can be spelled
+constexpr std::size_t kGroup = 4;
+
+std::string Spelled(const std::string& digits) {
+  CString spelled;
+  return CUtiNumber::ChangeLowerNum2UpperNum(digits.c_str(), spelled) == 1 ? spelled.GetString() : "";
+}
+
+// What the characters of a spelling mean, learnt from spellings of the library.
+struct Numerals {
+  std::array<std::string, 10> capital, plain;
+  std::array<std::string, 4> place;  ///< units of ten, hundred, thousand
+  std::string group, square;         ///< 10^4 and 10^8
+
+  Numerals() {
+    for (std::size_t digit = 0; digit < 10; ++digit) {
+      plain[digit] = CUtiNumber::GetNumCN(static_cast<int>(digit)).GetString();
+      capital[digit] = Spelled(std::to_string(digit));
+    }
+    const std::string one = capital[1];
+    capital[0] = Spelled("101").substr(2 * one.size(), one.size());
+    place[1] = Spelled("10");
+    place[2] = Spelled("100").substr(one.size());
+    place[3] = Spelled("1000").substr(one.size());
+    group = Spelled("10000").substr(one.size());
+    square = Spelled("100000000").substr(one.size());
+  }
+};
+
+bool Take(std::string_view& text, const std::string& start) {
+  if (start.empty() || text.substr(0, start.size()) != start) return false;
+  text.remove_prefix(start.size());
+  return true;
+}
+
+// The digits of a spelling; "" where it is none.
+std::string DigitsOf(std::string_view spelling) {
+  static const Numerals numerals;
+  std::string digits(kMostDigits, '0');
+  std::string section(kGroup, '0');
+  char digit = 0;
+  bool isAny = false;
+  const auto close = [&](std::size_t unit) {
+    if (digit != 0) section[kGroup - 1] = digit;
+    for (std::size_t i = 0; i < kGroup; ++i) {
+      char& target = digits[kMostDigits - (unit + 1) * kGroup + i];
+      if (section[i] != '0') target = section[i];
+    }
+    section.assign(kGroup, '0');
+    digit = 0;
+  };
+  while (!spelling.empty()) {
+    bool isKnown = false;
+    for (std::size_t i = 0; i < 10 && !isKnown; ++i) {
+      isKnown = Take(spelling, numerals.capital[i]) || Take(spelling, numerals.plain[i]);
+      if (isKnown) digit = static_cast<char>('0' + i);
+    }
+    for (std::size_t i = 1; i < kGroup && !isKnown; ++i) {
+      isKnown = Take(spelling, numerals.place[i]);
+      if (isKnown) section[kGroup - 1 - i] = digit == 0 || digit == '0' ? '1' : digit, digit = 0;
+    }
+    if (!isKnown && Take(spelling, numerals.group)) {
+      isKnown = true;
+      close(Take(spelling, numerals.square) ? 3 : 1);
+    } else if (!isKnown && Take(spelling, numerals.square)) {
+      isKnown = true;
+      close(Take(spelling, numerals.square) ? 4 : 2);
+    }
+    if (!isKnown) return {};
+    isAny = true;
+  }
+  close(0);
+  const std::size_t first = digits.find_first_not_of('0');
+  if (!isAny) return {};
+  return first == digits.npos ? "0" : digits.substr(first);
+}
+
+void Print(const std::string& digits, const std::string& spelled) {
+  CString separated;
+  CUtiNumber::InsertSeparator(digits.c_str(), separated);
+  std::cout << "digits     " << digits << "\nseparated  " << separated.GetString() << "\nnumerals   "
+            << spelled << '\n';
+}
+
+int Convert(const std::string& given) {
+  CString plain;
+  CUtiNumber::RemoveSeparator(given.c_str(), plain);
+  const std::string digits = plain.GetString();
+  if (CUtiNumber::CheckNumber(digits.c_str()) == 1 && digits != "-") {
+    const bool isLong = digits.size() > kMostDigits;
+    const std::string spelled = Spelled(digits);
+    Print(digits, !spelled.empty()   ? Shown(spelled)
+                  : digits[0] == '-' ? "(none for a number below zero)"
+                  : isLong           ? "(none beyond 20 digits)"
+                                     : "(none for zero)");
+    CString separated;
+    CUtiNumber::InsertSeparator(digits.c_str(), separated);
+    if (given == digits || given == separated.GetString()) return kOk;
+    Say(given + ": the commas are not where the library sets them, at every four digits");
+    return kFound;
+  }
+  if (FindForeign(given) != given.npos) throw Failure("'" + given + "' is no number");
+  const std::string spelling = ToGbk(given, given);
+  const std::string read = DigitsOf(spelling);
+  if (read.empty()) throw Failure("'" + given + "' is neither digits nor numerals");
+  const std::string spelled = Spelled(read);
+  Print(read, spelled.empty() ? "(none for zero)" : Shown(spelled));
+  if (spelled == spelling) return kOk;
+  Say(given + ": the library spells this number another way");
+  return kFound;
+}
+
+}  // namespace
+
+void AddNumber(CLI::App& program, int& exitCode) {
+  auto given = std::make_shared<std::vector<std::string>>();
+  CLI::App* command =
+      program.add_subcommand("number", "numbers as digits, in groups of four, in Chinese numerals");
+  command->add_option("NUMBER", *given, "digits with commas or without, or Chinese numerals")
+      ->required()
+      ->type_name("");
+  command->footer(
+      "Ends with 1 where the library would write the number another way.\n\n"
+      "  zvuti number 1234567\n"
+      "  zvuti number 123,4567 -5");
+  command->callback([given, &exitCode] {
+    for (std::size_t i = 0; i < given->size(); ++i) {
+      if (i > 0) std::cout << '\n';
+      exitCode = std::max(exitCode, Convert((*given)[i]));
+    }
+  });
+}
+
+}  // namespace tool

@@ -1,0 +1,116 @@
+// zvuti time: packed time words as text, and back.
+#include <charconv>
+#include <cstdint>
+#include <cstdio>
+#include <ctime>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <ZvUtiLib/CKxTime.h>
+
+#include "Commands.h"
+#include "shared/Terminal.h"
+
+namespace tool {
+namespace {
+
+// Digits, or 0x and hexadecimal ones: a word. A text of a point in time has more in it.
+bool ParseWord(std::string_view text, std::uint32_t& word) {
+  const bool isHex = text.substr(0, 2) == "0x" || text.substr(0, 2) == "0X";
+  if (isHex) text.remove_prefix(2);
+  if (text.empty() || (!isHex && text.find_first_not_of("0123456789") != text.npos)) return false;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), word, isHex ? 16 : 10);
+  if (error == std::errc::result_out_of_range) throw Failure(std::string(text) + " is no word of 32 bits");
+  if (end != text.data() + text.size()) throw Failure("'" + std::string(text) + "' is no number");
+  return true;
+}
+
+std::string NowText() {
+  const std::time_t now = std::time(nullptr);
+  char text[32];
+  std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", std::localtime(&now));
+  return text;
+}
+
+// What is odd about the fields of a word; "" for a day of the calendar.
+std::string OddityOf(unsigned long word) {
+  const unsigned long month = CKxTime::GetMonthFromWord(word), day = CKxTime::GetDayFromWord(word);
+  if (month < 1 || month > 12) return "there is no month " + std::to_string(month);
+  constexpr unsigned kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  const bool isLeap = CKxTime::GetYearFromWord(word) % 4 == 0;  // so from 2000 to 2063
+  const unsigned long most = kDays[month - 1] + (month == 2 && isLeap ? 1u : 0u);
+  if (day < 1 || day > most) return "there is no day " + std::to_string(day) + " in this month";
+  if (CKxTime::GetHourFromWord(word) > 23)
+    return "there is no hour " + std::to_string(CKxTime::GetHourFromWord(word));
+  if (CKxTime::GetMinuteFromWord(word) > 59)
+    return "there is no minute " + std::to_string(CKxTime::GetMinuteFromWord(word));
+  if (CKxTime::GetSecondFromWord(word) > 59)
+    return "there is no second " + std::to_string(CKxTime::GetSecondFromWord(word));
+  return {};
+}
+
+// The numbers of a text as far as the library reads them: six of them, as they were meant.
+std::vector<long long> NumbersOf(const std::string& text) {
+  long long n[6] = {};
+  const int count = std::sscanf(text.c_str(), "%18lld-%18lld-%18lld %18lld:%18lld:%18lld", &n[0], &n[1],
+                                &n[2], &n[3], &n[4], &n[5]);
+  return {n, n + (count < 0 ? 0 : count)};
+}
+
+void Print(unsigned long word) {
+  char line[160];
+  std::snprintf(line, sizeof line, "%s  0x%08lX  %10lu  bytes %02lX %02lX %02lX %02lX",
+                CKxTime::DWord2String(word).GetString(), word, word, word & 0xFF, word >> 8 & 0xFF,
+                word >> 16 & 0xFF, word >> 24 & 0xFF);
+  std::cout << line << '\n';
+}
+
+int Convert(const std::string& given) {
+  std::uint32_t number = 0;
+  if (ParseWord(given, number)) {
+    Print(number);
+    const std::string oddity = OddityOf(number);
+    if (oddity.empty()) return kOk;
+    Say(given + ": " + oddity);
+    return kFound;
+  }
+  const std::string text = given == "now" ? NowText() : given;
+  const std::vector<long long> numbers = NumbersOf(text);
+  if (numbers.size() < 3)
+    throw Failure("'" + given + "' is neither a word nor a time, as in \"2013-08-29 12:34:56\"");
+  const unsigned long word = CKxTime::String2DWord(text.c_str());
+  Print(word);
+  const std::vector<long long> kept = NumbersOf(CKxTime::DWord2String(word).GetString());
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    if (numbers[i] == kept[i]) continue;
+    Say(given + ": " + std::to_string(numbers[i]) + " does not fit the word, which holds " +
+        std::to_string(kept[i]) + " instead" + (i == 0 ? "; years are 2000 to 2063" : ""));
+    return kFound;
+  }
+  const std::string oddity = OddityOf(word);
+  if (oddity.empty()) return kOk;
+  Say(given + ": " + oddity);
+  return kFound;
+}
+
+}  // namespace
+
+void AddTime(CLI::App& program, int& exitCode) {
+  auto given = std::make_shared<std::vector<std::string>>();
+  CLI::App* command = program.add_subcommand("time", "packed time words as text, and back");
+  command->add_option("TIME", *given, "a word (decimal, or 0x...), a text \"2013-08-29 12:34:56\", or now")
+      ->required()
+      ->type_name("");
+  command->footer(
+      "Prints the text, the word in both forms, and its bytes in a file. Ends with 1 where a number\n"
+      "does not fit its field, or the fields are no point on the calendar.\n\n"
+      "  zvuti time 0x371D3938\n"
+      "  zvuti time '2013-08-29 12:34:56' now");
+  command->callback([given, &exitCode] {
+    for (const std::string& one : *given) exitCode = std::max(exitCode, Convert(one));
+  });
+}
+
+}  // namespace tool

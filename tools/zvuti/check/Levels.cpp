@@ -1,0 +1,49 @@
+#include <cstdint>
+
+#include "check/Report.h"
+#include "check/TableTokens.h"
+
+namespace tool {
+
+void CheckLevels(Report& report, const std::string& file, const std::string& bytes) {
+  TableTokens tokens(bytes);
+  std::size_t levels = 0;
+  std::int64_t last = 0;
+  for (;;) {
+    const auto level = tokens.TakeNumber<int>();
+    if (!level.isThere) break;
+    const std::string before = "; the table ends with the " + std::to_string(levels) + " levels before it";
+    if (!level.isNumber) {
+      report.Add({file, level.line}, "cut", Quoted(level.text) + " is no level" + before);
+      break;
+    }
+    const auto exp = tokens.TakeNumber<std::int64_t>();
+    if (!exp.isThere || !exp.isNumber) {
+      report.Add(
+          {file, exp.isThere ? exp.line : level.line}, "cut",
+          (exp.isThere ? Quoted(exp.text) + " is no experience of level " : "no experience follows level ") +
+              std::to_string(level.value) + before);
+      break;
+    }
+    for (const std::string& text : {level.isRunOn ? level.text : "", exp.isRunOn ? exp.text : ""}) {
+      if (!text.empty()) report.Add({file, level.line}, "run-on", Quoted(text) + " is read as two tokens");
+    }
+    if (static_cast<std::size_t>(level.value) != levels + 1) {
+      report.Add({file, level.line}, "order",
+                 "level " + std::to_string(level.value) + " stands in the place of level " +
+                     std::to_string(levels + 1));
+    }
+    if (levels > 0 && exp.value <= last) {
+      report.Add({file, exp.line}, "order",
+                 "the experience " + std::to_string(exp.value) + " of level " + std::to_string(level.value) +
+                     " is not above " + std::to_string(last));
+    }
+    last = exp.value;
+    ++levels;
+  }
+  if (levels == 0) report.Add({file, 1}, "cut", "there is no level in this file");
+  report.Read("level table");
+  report.Read("level", levels);
+}
+
+}  // namespace tool

@@ -1,0 +1,77 @@
+#include <cstdint>
+#include <map>
+
+#include <ZvUtiLib/platform/CString.h>
+
+#include "check/Report.h"
+#include "check/TableTokens.h"
+
+namespace tool {
+namespace {
+
+constexpr char kEndWord[] = "[INTRODUCE]";
+
+bool LooksLikeEndWord(const std::string& name) {
+  CString folded(name.c_str());
+  return folded.MakeUpper().Find("INTRODUCE") >= 0;
+}
+
+}  // namespace
+
+void CheckRanks(Report& report, const std::string& file, const std::string& bytes) {
+  CheckEncoding(report, file, bytes);
+  if (bytes.compare(0, kUtf8Mark.size(), kUtf8Mark) == 0) {
+    report.Add({file, 1}, "encoding", "the UTF-8 mark at the start becomes part of the first rank's name");
+  }
+  TableTokens tokens(bytes);
+  std::map<std::string, std::size_t> lines;  // of names
+  std::size_t ranks = 0, line = 0;
+  std::string name, lastName;
+  std::int64_t last = 0;
+  bool isEnded = false;
+  while (tokens.TakeWord(name, line)) {
+    isEnded = name == kEndWord;
+    if (isEnded) break;
+    if (LooksLikeEndWord(name)) {
+      report.Add(
+          {file, line}, "sentinel",
+          Quoted(name) + " does not end the table: only " + kEndWord + ", in capitals and by itself, does");
+    }
+    const auto threshold = tokens.TakeNumber<std::int64_t>();
+    if (!threshold.isThere || !threshold.isNumber) {
+      const std::string why = !threshold.isThere ? "no threshold follows the rank " + Quoted(name)
+                                                 : Quoted(threshold.text) + " behind the rank " +
+                                                       Quoted(name) + " is no threshold";
+      report.Add({file, threshold.isThere ? threshold.line : line}, "cut",
+                 why + "; the table ends with the " + std::to_string(ranks) + " ranks before it");
+      break;
+    }
+    if (threshold.isRunOn) {
+      report.Add({file, threshold.line}, "run-on",
+                 "only the number at the start of " + Quoted(threshold.text) +
+                     " is the threshold; the rest begins the next name");
+    }
+    if (ranks > 0 && threshold.value <= last) {
+      report.Add({file, threshold.line}, "order",
+                 "the threshold " + std::to_string(threshold.value) + " of " + Quoted(name) +
+                     " is not above " + std::to_string(last) + " of " + Quoted(lastName));
+    }
+    const auto [known, isNew] = lines.emplace(name, line);
+    if (!isNew)
+      report.Add(
+          {file, line}, "duplicate",
+          "the rank " + Quoted(name) + " stands in line " + std::to_string(known->second) + " already");
+    last = threshold.value;
+    lastName = name;
+    ++ranks;
+  }
+  if (!isEnded) {
+    report.Add({file, tokens.LastLine()}, "sentinel",
+               std::string("no ") + kEndWord + " ends the table: text added here would be read as ranks");
+  }
+  if (ranks == 0) report.Add({file, 1}, "cut", "there is no rank in this file");
+  report.Read("rank table");
+  report.Read("rank", ranks);
+}
+
+}  // namespace tool

@@ -1,0 +1,117 @@
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string_view>
+#include <unordered_map>
+
+#include "check/Report.h"
+#include "shared/Files.h"
+#include "shared/GbkText.h"
+#include "shared/WordFile.h"
+
+namespace tool {
+namespace {
+
+std::string_view ViewOf(const CString& text) {
+  return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
+}
+
+bool IsControl(char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F; }
+
+// The words by their folded form; of equal ones the first.
+using Lines = std::unordered_map<std::string, const Word*>;
+
+class WordCheck {
+ public:
+  WordCheck(Report& report, const std::string& file, const WordFile& words) : report_(report), file_(file) {
+    for (const Word& word : words.words) {
+      if (!word.text.empty()) lines_.emplace(ViewOf(word.folded), &word);
+    }
+    for (const auto& [folded, word] : lines_) lengths_.insert(folded.size());
+  }
+
+  void CheckOne(const Word& word) {
+    if (word.isCut) Add(word, "odd-word", "a zero byte cuts this line; the word is " + Quoted(word.text));
+    if (word.text.empty()) return;
+    CheckBytes(word);
+    const Word* const first = lines_.at(std::string(ViewOf(word.folded)));
+    if (first != &word) {
+      Add(word, "duplicate",
+          Quoted(word.text) + " stands in line " + std::to_string(first->line) + " already");
+    } else if (const Word* const inner = InnerOf(word)) {
+      Add(word, "hidden-word",
+          Quoted(word.text) + " holds " + Quoted(inner->text) + " of line " + std::to_string(inner->line) +
+              ": a text with it is refused for that one already");
+    }
+  }
+
+ private:
+  void CheckBytes(const Word& word) {
+    const std::string& text = word.text;
+    if (text.compare(0, kUtf8Mark.size(), kUtf8Mark) == 0) {
+      return Add(word, "dead-word",
+                 "the UTF-8 mark at the start is taken for part of the word, which is never found");
+    }
+    const auto control = std::find_if(text.begin(), text.end(), IsControl);
+    if (control != text.end()) {
+      return Add(
+          word, "dead-word",
+          Quoted(text) + " has the control byte " + ToHex({&*control, 1}) + ", which no chat text has");
+    }
+    const std::size_t broken = FindBroken(text);
+    if (broken != text.npos && broken + 1 == text.size()) {
+      Add(word, "odd-word", Quoted(text) + " ends in half a character: it masks halves of other characters");
+    } else if (broken != text.npos) {
+      Add(word, "dead-word",
+          Quoted(text) + " has the bytes " + ToHex(std::string_view(text).substr(broken, 2)) +
+              ", which make no character: it is never found in sound text");
+    } else if (text.find_first_not_of(' ') == text.npos) {
+      Add(word, "odd-word", "a line of blanks is a word: it masks the blanks of every text");
+    } else if (text.front() == ' ' || text.back() == ' ') {
+      Add(word, "odd-word", Quoted(text) + " is only found with its blanks");
+    }
+  }
+
+  // Another word within a word; each piece as long as one of the words is looked up.
+  const Word* InnerOf(const Word& word) const {
+    const std::string folded(ViewOf(word.folded));
+    for (std::size_t at = 0; at < folded.size(); ++at) {
+      for (const std::size_t length : lengths_) {
+        if (length >= folded.size() || at + length > folded.size()) break;
+        const auto inner = lines_.find(folded.substr(at, length));
+        if (inner != lines_.end() && Occurrences(word.folded, inner->second->folded) > 0)
+          return inner->second;
+      }
+    }
+    return nullptr;
+  }
+
+  void Add(const Word& word, const char* kind, const std::string& message) {
+    report_.Add({file_, word.line}, kind, message);
+  }
+
+  Report& report_;
+  const std::string& file_;
+  Lines lines_;
+  std::set<std::size_t> lengths_;
+};
+
+}  // namespace
+
+void CheckWords(Report& report, const std::string& file, const std::string& bytes) {
+  if (LooksLikeUtf8(bytes)) {
+    report.Add({file, 1}, "encoding",
+               "this is UTF-8; the library takes the bytes for GBK, and finds no word that is not ASCII");
+  }
+  const WordFile words = ParseWords(bytes);
+  WordCheck check(report, file, words);
+  for (const Word& word : words.words) check.CheckOne(word);
+  if (words.endLine != 0) {
+    report.Add({file, words.endLine}, "cut", "the byte 1A ends the list here for the library");
+  }
+  if (words.words.empty()) report.Add({file, 1}, "cut", "there is no word in this file");
+  report.Read("word list");
+  report.Read("word", words.words.size());
+}
+
+}  // namespace tool

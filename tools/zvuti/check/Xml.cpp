@@ -1,0 +1,124 @@
+// A document is good when the library loads it. Why it does not is told by the parser beneath, on the
+// same text.
+#include <expat.h>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <ZvUtiLib/CUtiXmlParser.h>
+
+#include "check/Report.h"
+#include "shared/Files.h"
+#include "shared/GbkText.h"
+
+namespace tool {
+namespace {
+
+std::size_t LineAt(std::string_view text, std::size_t at) {
+  return 1 + static_cast<std::size_t>(
+                 std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
+}
+
+// The column in characters: bytes that go on with a character do not count.
+std::size_t ColumnAt(std::string_view utf8, std::size_t at) {
+  const std::size_t lineEnd = utf8.substr(0, at).rfind('\n');
+  const std::size_t begin = lineEnd == utf8.npos ? 0 : lineEnd + 1;
+  const auto line = utf8.substr(begin, at - begin);
+  return 1 + static_cast<std::size_t>(
+                 std::count_if(line.begin(), line.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
+}
+
+std::string DeclaredEncoding(std::string_view bytes) {
+  if (bytes.substr(0, 5) != "<?xml") return {};
+  const std::string_view head = bytes.substr(0, bytes.find("?>"));
+  const std::size_t word = head.find("encoding");
+  const std::size_t quote = word == head.npos ? word : head.find_first_of("'\"", word);
+  if (quote == head.npos) return {};
+  const std::string_view name = head.substr(quote + 1);
+  return std::string(name.substr(0, name.find(head[quote])));
+}
+
+bool IsGbkName(std::string name) {
+  for (char& c : name) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
+  return name.find("gb") == 0 || name == "cp936" || name == "x-gbk";
+}
+
+// The document in UTF-8; without one, the place and the message are filled in.
+std::optional<std::string> InUtf8(const std::string& bytes, Place& place, std::string& message) {
+  const std::string_view view = bytes;
+  if (view.substr(0, 3) == kUtf8Mark) return bytes.substr(3);
+  const bool isLittle = view.substr(0, 2) == "\xFF\xFE";
+  const bool isBig = view.substr(0, 2) == "\xFE\xFF";
+  std::string utf8;
+  if (isLittle || isBig) {
+    if (FromNamed(isLittle ? "UTF-16LE" : "UTF-16BE", view.substr(2), utf8)) return utf8;
+    message = "broken UTF-16";
+    return std::nullopt;
+  }
+  const std::string name = DeclaredEncoding(view);
+  if (name.empty() || name == "UTF-8" || name == "utf-8") return bytes;
+  if (IsGbkName(name)) {
+    const std::size_t broken = FindBroken(view);
+    if (broken == view.npos) return Shown(view);
+    const std::string before = Shown(view.substr(0, broken));
+    place.line = LineAt(before, before.size());
+    place.column = ColumnAt(before, before.size());
+    message = "the bytes " + ToHex(view.substr(broken, 2)) + " make no character of " + name;
+    return std::nullopt;
+  }
+  if (FromNamed(name, view, utf8)) return utf8;
+  message = "the declared encoding " + name + " is unknown, or the bytes break it";
+  return std::nullopt;
+}
+
+void ExplainRefusal(const std::string& utf8, Place& place, std::string& message) {
+  const std::unique_ptr<XML_ParserStruct, void (*)(XML_Parser)> parser(XML_ParserCreate("UTF-8"),
+                                                                       XML_ParserFree);
+  if (utf8.size() > 0x7FFFFFFF ||
+      XML_Parse(parser.get(), utf8.data(), static_cast<int>(utf8.size()), 1) != XML_STATUS_ERROR) {
+    message =
+        "the library refuses the document, though it is well-formed: its encoding or its entities are beyond "
+        "what it takes";
+    return;
+  }
+  const auto at = std::min(
+      static_cast<std::size_t>(std::max<XML_Index>(0, XML_GetCurrentByteIndex(parser.get()))), utf8.size());
+  place.line = LineAt(utf8, at);
+  place.column = ColumnAt(utf8, at);
+  message = XML_ErrorString(XML_GetErrorCode(parser.get()));
+}
+
+// Texts come out of the library in GBK.
+void CheckCharacters(Report& report, const std::string& file, std::string_view utf8) {
+  for (std::string_view rest = utf8; !rest.empty();) {
+    const std::size_t foreign = FindForeign(rest);
+    if (foreign == rest.npos) return;
+    const std::size_t at = utf8.size() - rest.size() + foreign;
+    report.Add({file, LineAt(utf8, at), ColumnAt(utf8, at)}, "xml",
+               NameOfFirst(rest.substr(foreign)) +
+                   " has no place in GBK: it is read as its nearest likeness, or as ?");
+    const std::size_t lineEnd = rest.find('\n', foreign);  // one for each line is enough
+    rest.remove_prefix(lineEnd == rest.npos ? rest.size() : lineEnd);
+  }
+}
+
+}  // namespace
+
+void CheckXml(Report& report, const std::string& file, const std::string& bytes) {
+  report.Read("XML document");
+  Place place{file, 1, 1};
+  std::string message;
+  const std::optional<std::string> utf8 = InUtf8(bytes, place, message);
+  const bool isLoaded = CUtiXmlParser(file.c_str()).GetRootElement() != nullptr;
+  if (isLoaded) {
+    if (utf8) CheckCharacters(report, file, *utf8);
+    return;
+  }
+  if (utf8) ExplainRefusal(*utf8, place, message);
+  report.Add(place, "xml", message);
+}
+
+}  // namespace tool

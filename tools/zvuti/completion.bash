@@ -1,0 +1,48 @@
+# Bash completion of zvuti: commands, options, names of records, files.
+_zvuti() {
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+  local commands='decode encode records guess check mask number time wheel'
+  local command= place=0 i
+  for ((i = 1; i < COMP_CWORD; i++)); do
+    case ${COMP_WORDS[i]} in
+      --color) ((i++)) ;;
+      -*) ;;
+      *)
+        if [[ -z $command ]]; then command=${COMP_WORDS[i]}; else ((place++)); fi
+        ;;
+    esac
+  done
+
+  case $previous in
+    --color) mapfile -t COMPREPLY < <(compgen -W 'auto always never' -- "$current"); return ;;
+    --from) mapfile -t COMPREPLY < <(compgen -W 'gbk utf-8' -- "$current"); return ;;
+    --ignore)
+      mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" check --help 2>/dev/null |
+        sed -n '/The kinds:/,$s/^  \([a-z-]*\)  .*/\1/p')" -- "$current")
+      return
+      ;;
+  esac
+
+  local options=--help
+  case $command in
+    '') options='--help --version --color' ;;
+    decode) options+=' --hex --json --all-bytes --skip' ;;
+    encode) options+=' --hex --output' ;;
+    records) options+=' --names --json' ;;
+    guess) options+=' --hex' ;;
+    check) options+=' --words --levels --ignore' ;;
+    mask) options+=' --count --from --output' ;;
+    wheel) options+=' --slot --slots --top-speed --gain --start --even --every --csv --svg' ;;
+  esac
+  if [[ $current == -* ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
+  elif [[ -z $command ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "$commands" -- "$current")
+  elif [[ $place -eq 0 && $command =~ ^(decode|encode|records)$ ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" records --names 2>/dev/null)" -- "$current")
+  elif [[ $command =~ ^(decode|encode|guess|check|mask|wheel)$ ]]; then
+    compopt -o filenames 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -f -- "$current")
+  fi
+}
+complete -F _zvuti zvuti

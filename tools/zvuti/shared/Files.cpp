@@ -1,0 +1,95 @@
+#include "shared/Files.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <iostream>
+#include <memory>
+
+#include "shared/Terminal.h"
+
+namespace tool {
+namespace {
+
+using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
+
+bool IsStandard(const std::string& path) { return path.empty() || path == "-"; }
+
+int DigitOf(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  const char small = static_cast<char>(c | 0x20);
+  return small >= 'a' && small <= 'f' ? small - 'a' + 10 : -1;
+}
+
+}  // namespace
+
+std::string NameOf(const std::string& path) { return IsStandard(path) ? "standard input" : path; }
+
+std::string ReadAll(const std::string& path) {
+  struct stat status {};
+  if (!IsStandard(path) && stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
+    throw Failure("cannot read " + path + ": it is a folder");
+  }
+  const File file(IsStandard(path) ? stdin : std::fopen(path.c_str(), "rb"),
+                  IsStandard(path) ? [](std::FILE*) { return 0; } : std::fclose);
+  if (!file) throw Failure("cannot read " + path + ": " + std::strerror(errno));
+  std::string bytes;
+  std::array<char, 65536> chunk;
+  while (const std::size_t count = std::fread(chunk.data(), 1, chunk.size(), file.get())) {
+    bytes.append(chunk.data(), count);
+  }
+  if (std::ferror(file.get())) throw Failure("cannot read " + NameOf(path) + ": " + std::strerror(errno));
+  return bytes;
+}
+
+void WriteAll(const std::string& path, std::string_view bytes) {
+  if (IsStandard(path)) {
+    std::cout.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return;
+  }
+  File file(std::fopen(path.c_str(), "wb"), std::fclose);
+  const bool isWritten = file && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
+                         std::fclose(file.release()) == 0;
+  if (!isWritten) throw Failure("cannot write " + path + ": " + std::strerror(errno));
+}
+
+std::string FromHex(std::string_view text, const std::string& what) {
+  constexpr std::string_view kBetween = " \t\r\n\f\v,;:-";
+  std::string bytes;
+  for (std::size_t at = 0; at < text.size();) {
+    if (kBetween.find(text[at]) != kBetween.npos) {
+      ++at;
+      continue;
+    }
+    if (text[at] == '0' && at + 1 < text.size() && (text[at + 1] | 0x20) == 'x') {
+      at += 2;
+      continue;
+    }
+    const int high = DigitOf(text[at]);
+    const int low = at + 1 < text.size() ? DigitOf(text[at + 1]) : -1;
+    if (high < 0 || low < 0) {
+      const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n');
+      throw Failure(what + ", line " + std::to_string(line) + ": not a pair of hexadecimal digits");
+    }
+    bytes += static_cast<char>(high << 4 | low);
+    at += 2;
+  }
+  return bytes;
+}
+
+std::string ToHex(std::string_view bytes) {
+  std::string text;
+  for (const char byte : bytes) {
+    char digits[8];
+    std::snprintf(digits, sizeof digits, "%02X ", static_cast<unsigned>(static_cast<unsigned char>(byte)));
+    text += digits;
+  }
+  if (!text.empty()) text.pop_back();
+  return text;
+}
+
+}  // namespace tool
