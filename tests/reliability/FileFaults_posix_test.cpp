@@ -47,13 +47,13 @@ TEST(FileFaults, UnreadableFilesCountAsMissing) {
   }
 }
 
-// A gigabyte of zero bytes without a place on the disk, and half a gigabyte to read it in.
+// A gigabyte of zero bytes without a place on the disk, and an eighth of that to read it in.
 TEST(FileFaults, EnormousFilesEndInAnAnswer) {
   const test::TempFolder folder;
   for (const test::Loader& loader : test::Loaders()) {
     folder.Write(loader.fileName, "");
     std::filesystem::resize_file(folder.Path(loader.fileName), 1u << 30);
-    const test::ResourceLimits limits(60, std::size_t{512} << 20);
+    const test::ResourceLimits limits(60, std::size_t{128} << 20);
     const std::string result = test::LoadOrThrow(loader, folder.Path());
     EXPECT_TRUE(result == loader.whenEmpty || result == loader.whenNone || result == "no memory")
         << loader.fileName << ": " << result;
