@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <random>
 #include <string>
 
 #include "platform/CodePage936.h"
@@ -127,6 +128,46 @@ TEST(CUtiNumber, SpellsInCapitalNumerals) {
   for (const auto& c : cases) {
     EXPECT_EQ(Spell(c.digits), std::string("1:") + c.spelling)
         << c.digits << " reads " << zvuti::gbk::ToUtf8(Spell(c.digits));
+  }
+}
+
+// A comma or a numeral at a time, by the rules alone.
+std::string Grouped(const std::string& digits) {
+  std::string text;
+  for (std::size_t i = 0; i < digits.size(); ++i) {
+    if (i > 0 && (digits.size() - i) % 4 == 0) text += ',';
+    text += digits[i];
+  }
+  return text;
+}
+
+std::string Spelled(const std::string& digits) {
+  const char* const capitals[] = {"",         "\xD2\xBC", "\xB7\xA1", "\xC8\xFE", "\xCB\xC1",  // 壹贰叁肆
+                                  "\xCE\xE9", "\xC2\xBD", "\xC6\xE2", "\xB0\xC6", "\xBE\xC1"};  // 伍陆柒捌玖
+  const char* const places[] = {"", "\xCA\xB0", "\xB0\xDB", "\xC7\xAA"};                        // 拾佰仟
+  const char* const groups[] = {"", "\xCD\xF2", "\xD2\xDA", "\xCD\xF2\xD2\xDA", "\xD2\xDA\xD2\xDA"};
+  std::string text;
+  for (std::size_t i = 0; i < digits.size(); ++i) {
+    const std::size_t right = digits.size() - 1 - i, place = right % 4;
+    if (digits[i] != '0') {
+      if (digits[i] != '1' || place != 1) text += capitals[digits[i] - '0'];
+      text += places[place];
+    } else if (place > 0 && digits[i + 1] != '0') {
+      text += "\xC1\xE3";  // 零
+    }
+    const std::size_t head = i < 3 ? 0 : i - 3;
+    if (place == 0 && digits.find_first_not_of('0', head) <= i) text += groups[right / 4];
+  }
+  return text;
+}
+
+TEST(CUtiNumber, RandomNumbersReadAsByTheRulesAlone) {
+  std::mt19937 random(1);
+  for (int round = 0; round < 20'000; ++round) {
+    std::string digits(1 + random() % 20, '0');
+    for (char& digit : digits) digit = "0011023456789"[random() % 13];
+    ASSERT_EQ(Answer(InsertInText, digits.c_str()), "1:" + Grouped(digits));
+    ASSERT_EQ(Spell(digits), "1:" + Spelled(digits)) << digits;
   }
 }
 
