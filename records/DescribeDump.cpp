@@ -29,13 +29,15 @@ std::string Element(const char* name, const std::string& index) {
   return std::string(name).append("[").append(index).append("]");
 }
 
-// Control bytes and the backslash as \x and two digits; a trail byte of 0x5C is no backslash.
+// Control bytes and the backslash as \x and two digits; a trail byte of 0x5C is no backslash. So is half a
+// character before a zero byte: it would take the backslash of the next escape along.
 std::string Escaped(const std::string& text) {
   std::string shown;
   for (std::size_t i = 0; i < text.size();) {
     const std::size_t length = gbk::CharLength(text, i);
     const auto byte = static_cast<unsigned char>(text[i]);
-    if (length == 1 && (byte < 0x20 || byte == 0x7F || byte == '\\')) {
+    const bool isHalf = length == 1 && gbk::IsLeadByte(text[i]) && i + 1 < text.size();
+    if (isHalf || (length == 1 && (byte < 0x20 || byte == 0x7F || byte == '\\'))) {
       shown.append("\\x").append(Hex(&byte, 1));
     } else {
       shown.append(text, i, length);
@@ -89,8 +91,11 @@ void DumpWalk::Stop(const std::string& problem) {
 bool DumpWalk::Take(const std::string& name, void* out, std::size_t count) {
   if (isEnded_) return false;
   if (count_ - at_ < count) {
-    Stop("the bytes end in " + Path(name) + " at offset " + std::to_string(at_) + ": " +
-         std::to_string(count) + " needed, " + std::to_string(count_ - at_) + " left");
+    // A block is taken before its fields have names: the path then ends in their point, or is empty.
+    std::string place = Path(name);
+    if (!place.empty() && place.back() == '.') place.pop_back();
+    Stop("the bytes end in " + (place.empty() ? "the block" : place) + " at offset " + std::to_string(at_) +
+         ": " + std::to_string(count) + " needed, " + std::to_string(count_ - at_) + " left");
     return false;
   }
   if (count > 0) std::memcpy(out, bytes_ + at_, count);

@@ -58,6 +58,22 @@ TEST(Describe, SaysWhereShortBytesEnd) {
   EXPECT_EQ(Shown("ItemRecord", ""), "the bytes end in Tag at offset 0: 1 needed, 0 left");
   EXPECT_EQ(Shown("ItemRecord", "\x01\x02\0"s),
             "0+1 Tag (8) 1\nthe bytes end in ItemKey at offset 1: 4 needed, 2 left");
+  EXPECT_EQ(Shown("BundleEntry", "\x01"), "the bytes end in the block at offset 0: 16 needed, 1 left");
+  const std::string bundle = std::string(20, '\0') + "\x01\0"s;
+  const std::string shown = Shown("BundleRecord", bundle + "\x01"s);
+  EXPECT_EQ(shown.substr(shown.rfind('\n') + 1),
+            "the bytes end in Entries[0] at offset 22: 16 needed, 1 left");
+}
+
+TEST(Describe, ShowsEveryTextSoThatItCanBeFilledBack) {
+  const std::string texts[] = {"\x81\0"s, "\xD2\xBB\x81"s, "\x81\\\\"s, "a\x81\0\x81\0b\n"s,
+                               "\x81\n\xFF\x80"s};
+  for (const std::string& text : texts) {
+    const std::string bytes = std::string(1, static_cast<char>(text.size())) + "\0"s + text;
+    zvuti::RecordDump dump;
+    ASSERT_TRUE(zvuti::DumpRecord("PlayerRecord", bytes.data(), bytes.size(), dump));
+    EXPECT_EQ(Filled("PlayerRecord", {{"Text1", dump.rows.at(0).value}}).substr(0, bytes.size()), bytes);
+  }
 }
 
 // Whatever is cut off: the rows that are whole stand side by side, and the problem names the next one.

@@ -5,7 +5,8 @@
 // sequence), "Attributes[-5]" (the value under a key of a map), "Block.Amount1". Fields of a record that
 // another one extends have no prefix. Numbers are decimal, also 0x... where a value is given. A tagged
 // enumeration is its member's name, "StatusKind3". Texts are GBK bytes as they are, but for control
-// bytes and the backslash, which are `\x` and two digits (a backslash may also be given as two of them).
+// bytes, the backslash and half a character before a zero byte, which are `\x` and two digits (a backslash
+// may also be given as two of them).
 #pragma once
 
 #include <cstddef>
