@@ -106,7 +106,7 @@ void AddTime(CLI::App& program, int& exitCode) {
   command->footer(
       "Prints the text, the word in both forms, and its bytes in a file. Ends with 1 where a number\n"
       "does not fit its field, or the fields are no point on the calendar.\n\n"
-      "  zvuti time 0x371D3938\n"
+      "  zvuti time 0x363AC8B8\n"
       "  zvuti time '2013-08-29 12:34:56' now");
   command->callback([given, &exitCode] {
     for (const std::string& one : *given) exitCode = std::max(exitCode, Convert(one));

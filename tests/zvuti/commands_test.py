@@ -1,0 +1,115 @@
+"""Exit codes, the small commands, and the transcripts of the tour."""
+import re
+import shlex
+import subprocess
+import tempfile
+import unittest
+import xml.etree.ElementTree
+from pathlib import Path
+
+from support import PROGRAM, SOURCE, run
+
+APP = SOURCE / "examples/lobby/app"
+
+# Arguments, standard input, exit code, and a part of what is said.
+CASES = [
+    ([], b"", 2, "subcommand is required"),
+    (["--version"], b"", 0, "zvuti 1."),
+    (["decode"], b"", 2, "RECORD is required"),
+    (["decode", "ItmRecord"], b"", 2, "is it ItemRecord?"),
+    (["decode", "ItemRecord", "no-such-file"], b"", 2, "No such file"),
+    (["decode", "ItemRecord", "/"], b"", 2, "it is a folder"),
+    (["decode", "ItemRecord", "--hex"], b"00\n0g", 2, "line 2: not a pair"),
+    (["decode", "ItemRecord", "--skip", "9"], b"123", 2, "leads beyond the 3 bytes"),
+    (["records", "ItemRecord"], b"", 0, "ItemRecord: 22-26 bytes"),
+    (["check", "no-such-folder"], b"", 2, "there is no folder"),
+    (["check", "."], b"", 2, "has nothing that a client reads"),
+    (["check", ".", "--ignore", "nothing"], b"", 2, "--ignore"),
+    (["mask", APP / "words.txt"], "\u514d\u8d39\u5916\u6302 GOLD4U.example".encode(), 0, "******** **************"),
+    (["mask", APP / "words.txt"], b"\xcd\xe2\xb9\xd2", 2, "no UTF-8; --from gbk"),
+    (["mask", APP / "words.txt", "--from", "gbk"], b"\xcd\xe2\xb9\xd2!", 0, "****!"),
+    (["number", "-5"], b"", 0, "none for a number below zero"),
+    (["number", "abc"], b"", 2, "neither digits nor numerals"),
+    (["number", "12,34"], b"", 1, "not where the library sets them"),
+    (["time", "0x1FFFFFFFF"], b"", 2, "no word of 32 bits"),
+    (["time", "2013-02-29 00:00:00"], b"", 1, "there is no day 29"),
+    (["time", "1999-01-01"], b"", 1, "years are 2000 to 2063"),
+    (["time", "nonsense"], b"", 2, "neither a word nor a time"),
+    (["wheel"], b"", 2, "--slot is required"),
+    (["wheel", "--slot", "12"], b"", 2, "0 to 11"),
+    (["wheel", "--slot", "1", "--gain", "nan"], b"", 2, "--gain is above 0"),
+    (["wheel", "--slot", "1", "--gain", "1e-9"], b"", 2, "more than a million ticks"),
+]
+
+
+class Commands(unittest.TestCase):
+    def test_exit_codes_and_messages(self):
+        for arguments, stdin, code, part in CASES:
+            with self.subTest(arguments=arguments):
+                done = run(*arguments, stdin=stdin, cwd=Path(__file__).parent)
+                self.assertEqual(done[0], code, done)
+                self.assertIn(part, (done[1] + done[2]).decode())
+                if code == 2:
+                    self.assertEqual(done[1], b"")
+
+    def test_says_that_a_list_has_no_words(self):
+        with tempfile.NamedTemporaryFile() as words:
+            self.assertEqual(run("mask", words.name, stdin=b"text")[:2], (1, b"text"))
+
+    def test_every_command_has_help_with_an_example(self):
+        for command in ("decode", "encode", "records", "guess", "check", "mask", "number", "time", "wheel"):
+            code, out, _ = run(command, "--help")
+            self.assertEqual(code, 0)
+            self.assertIn(f"  zvuti {command}".encode(), out.split(b"Options:")[1])
+
+    def test_numerals_lead_back_to_their_number(self):
+        for digits in ("1", "10", "101", "20005", "110000010", "12345678901234567890", "99999999999999999999",
+                       "100000000", "1000000000001", "10000000000000000000"):
+            numerals = re.search("numerals   (.*)", run("number", digits)[1].decode()).group(1)
+            code, out, error = run("number", numerals)
+            self.assertEqual((code, out.split()[1].decode(), error), (0, digits, b""))
+
+    def test_counts_agree_with_the_masked_text(self):
+        _, out, _ = run("mask", APP / "words.txt", APP / "chat.txt", "--count")
+        rows = [line.split(None, 1) for line in out.decode().splitlines()]
+        self.assertEqual(sum(int(count) for count, _ in rows[:-1]), int(rows[-1][0]))
+        before = (APP / "chat.txt").read_bytes().splitlines()
+        after = run("mask", APP / "words.txt", APP / "chat.txt", "-o", "/dev/stdout")[1].splitlines()
+        changed = sum(a != b for a, b in zip(before, after, strict=True))
+        self.assertIn(f"in {changed} of {len(before)} lines", rows[-1][1])
+
+    def test_the_wheel_stops_in_its_slot(self):
+        for slot, slots in ((0, 12), (11, 12), (3, 8)):
+            lines = run("wheel", "--slot", slot, "--slots", slots, "--csv")[1].decode().splitlines()
+            _, angle, _, speed = map(float, lines[-1].split(","))
+            self.assertEqual(speed, 0)
+            self.assertLess((angle - slot * 6.283185307179586 / slots) % 6.283185307179586, 0.0004)
+        picture = xml.etree.ElementTree.fromstring(run("wheel", "--slot", 3, "--svg", "-")[1])
+        self.assertIn("slot 3 of 12", "".join(picture.itertext()))
+
+    def test_the_tour_shows_what_the_program_prints(self):
+        blocks = re.findall(r"```console\n(.*?)```", (SOURCE / "docs/zvuti.md").read_text(), re.S)
+        transcripts = [part for block in blocks for part in re.split(r"^\$ ", block, flags=re.M)[1:]]
+        self.assertGreater(len(transcripts), 8)
+        for transcript in transcripts:
+            command, _, shown = transcript.partition("\n")
+            with self.subTest(command):
+                script = f"zvuti() {{ {shlex.quote(PROGRAM)} \"$@\"; }}; {command}"
+                done = subprocess.run(["bash", "-c", script], cwd=SOURCE, capture_output=True, timeout=60, text=True,
+                                      stdin=subprocess.DEVNULL)
+                self.assertEqual(done.stdout + done.stderr, shown)
+
+    def test_completion_knows_commands_and_records(self):
+        def complete(line):
+            words = shlex.join([PROGRAM, *line])
+            script = (f"source {SOURCE}/tools/zvuti/completion.bash; COMP_WORDS=({words} ''); "
+                      "COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _zvuti; printf '%s\\n' \"${COMPREPLY[@]}\"")
+            return subprocess.run(["bash", "-c", script], capture_output=True, text=True, timeout=60).stdout.split()
+        help_text = run("--help")[1].decode()
+        self.assertEqual(complete([]), re.findall(r"^  (\w+) {4,}", help_text.split("Subcommands:")[1], re.M))
+        self.assertEqual(complete(["decode"]), run("records", "--names")[1].decode().split())
+        self.assertIn("hidden-word", complete(["check", ".", "--ignore"]))
+
+
+if __name__ == "__main__":
+    unittest.main()
