@@ -2,7 +2,7 @@
 _zvuti() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local commands='decode encode records guess check mask number time wheel'
-  local command= place=0 i
+  local command="" place=0 i
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
       --color) ((i++)) ;;

@@ -23,7 +23,7 @@ bool& HasColor() {
 
 void Say(const std::string& message) {
   std::cout.flush();
-  std::cerr << "zvuti: " << message << '\n';
+  std::cerr << ("zvuti: " + message + "\n");  // in one go, where two of us write to one terminal
 }
 
 void UseColor(const std::string& when) {
