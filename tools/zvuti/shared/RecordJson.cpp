@@ -56,7 +56,7 @@ void Put(Json& root, const std::string& record, const zvuti::DumpRow& row) {
   std::string_view path = row.path;
   const auto takeName = [&path] {
     const std::size_t end = std::min(path.find_first_of(".["), path.size());
-    const std::string name(path.substr(0, end));
+    std::string name(path.substr(0, end));
     path.remove_prefix(end);
     return name;
   };
@@ -110,13 +110,13 @@ class Values {
         if (!json.is_array()) Refuse(path, "an array is needed", json);
         Push(path + shape.sizePath, std::to_string(json.size()));
         for (std::size_t i = 0; i < json.size(); ++i) {
-          Add(path + "[" + std::to_string(i) + "]", shape.element[0], json[i]);
+          Add(Inside(path, std::to_string(i)), shape.element[0], json[i]);
         }
         return;
       case Shape::Kind::kMap:
         if (!json.is_object()) Refuse(path, "an object of keys and values is needed", json);
         for (const auto& [key, value] : json.items()) {
-          const std::string entry = path + "[" + key + "]";
+          const std::string entry = Inside(path, key);
           const std::size_t count = values_.size();
           Add(entry, shape.element[0], value);
           if (values_.size() == count) Refuse(entry, "an entry needs at least one field", value);
@@ -133,13 +133,17 @@ class Values {
     for (const auto& [name, value] : json.items()) {
       const Field* field = FindField(record, name);
       if (!field) throw Failure(prefix + name + ": there is no such field in " + record);
-      Add(prefix + name, field->shape, value);
+      Add(std::string(prefix).append(name), field->shape, value);
     }
   }
 
   std::vector<zvuti::NamedValue> Take() { return std::move(values_); }
 
  private:
+  static std::string Inside(const std::string& path, const std::string& key) {
+    return std::string(path).append("[").append(key).append("]");
+  }
+
   void Push(const std::string& path, std::string value) { values_.push_back({path, std::move(value)}); }
 
   [[noreturn]] static void Refuse(const std::string& path, const char* need, const Json& json) {
