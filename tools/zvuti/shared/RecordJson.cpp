@@ -132,7 +132,8 @@ class Values {
     }
     for (const auto& [name, value] : json.items()) {
       const Field* field = FindField(record, name);
-      if (!field) throw Failure(prefix + name + ": there is no such field in " + record);
+      if (!field)
+        throw Failure(std::string(prefix).append(name).append(": there is no such field in ").append(record));
       Add(std::string(prefix).append(name), field->shape, value);
     }
   }
