@@ -17,7 +17,7 @@ TEST(FileFaults, LoadersGiveTheirFailureValues) {
   for (const test::Loader& loader : test::Loaders()) {
     const std::string name = loader.fileName;
     folder.Write("good/" + name, loader.good);
-    folder.Write(gbk + "/" + name, loader.good);
+    folder.Write(std::string(gbk).append("/").append(name), loader.good);
     folder.Write("empty/" + name, "");
     std::filesystem::create_directories(folder.Path("folder/" + name));
     const struct {
@@ -28,9 +28,10 @@ TEST(FileFaults, LoadersGiveTheirFailureValues) {
         {"nothing", loader.whenNone},      {"folder", loader.whenNone}, {longName, loader.whenNone},
         {"good/" + name, loader.whenNone},
     };
-    for (const auto& row : rows)
+    for (const auto& row : rows) {
       EXPECT_EQ(test::LoadOrThrow(loader, folder.Path(row.place)), row.expected)
           << name << " in " << row.place;
+    }
   }
 }
 
