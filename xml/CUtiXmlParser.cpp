@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "platform/com/Bstr.h"
+#include "platform/com/NodeText.h"
 
 namespace {
 
@@ -52,7 +53,6 @@ int CUtiXmlParser::Parse(const char* path) {
 }
 
 int CUtiXmlParser::Parse(const char* text, int) {
-  return Replace(document, root, [&](VARIANT_BOOL* isLoaded) {
-    return document->loadXML(zvuti::Bstr(text).Get(), isLoaded);
-  });
+  return Replace(document, root,
+                 [&](VARIANT_BOOL* isLoaded) { return zvuti::LoadText(*document, text, isLoaded); });
 }

@@ -1,4 +1,5 @@
-// NarrowNode: the interface by which nodes of our object model give their texts without UTF-16 between.
+// NarrowNode, NarrowDocument: the interfaces by which our object model takes and gives texts without UTF-16
+// between.
 #pragma once
 
 #include <string_view>
@@ -21,6 +22,18 @@ class NarrowNode {
 
  protected:
   ~NarrowNode() = default;
+};
+
+constexpr IID IID_NarrowDocument{7};
+
+class NarrowDocument {
+ public:
+  /// Loads the document from UTF-8, white space in front of it skipped; false when it is not well-formed.
+  /// Throws std::bad_alloc when the heap refuses.
+  virtual bool Load(std::string_view text) = 0;
+
+ protected:
+  ~NarrowDocument() = default;
 };
 
 }  // namespace zvuti

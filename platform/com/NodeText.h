@@ -1,4 +1,4 @@
-// What the object model says of its nodes, asked and answered in GBK.
+// What goes into the object model and what it says of its nodes, in GBK.
 //
 // On Windows the model's own calls take and give UTF-16. Our stand-in has its texts in UTF-8, and walking a
 // document by way of UTF-16 would take longer than loading it: there these calls go straight to the tree.
@@ -11,6 +11,8 @@
 
 namespace zvuti {
 
+/// Loads a document from its text, whatever encoding it declares; a null text reads as "".
+HRESULT LoadText(IXMLDOMDocument& document, const char* text, VARIANT_BOOL* isLoaded);
 /// The node's name, "" on failure.
 CString NameOf(IXMLDOMNode& node);
 /// All text within the node, "" on failure.

@@ -6,17 +6,26 @@
 namespace zvuti {
 namespace {
 
-// The node's narrow side, with no reference of its own; null where the node is none of ours.
-const NarrowNode* NarrowSideOf(IXMLDOMNode& node) {
+// The narrow side of an object, with no reference of its own; null where the object is none of ours.
+template <class Narrow>
+Narrow* SideOf(IUnknown& object, const IID& iid) {
   void* side = nullptr;
-  if (FAILED(node.QueryInterface(IID_NarrowNode, &side))) return nullptr;
-  node.Release();
-  return static_cast<const NarrowNode*>(side);
+  if (FAILED(object.QueryInterface(iid, &side))) return nullptr;
+  object.Release();
+  return static_cast<Narrow*>(side);
 }
+
+const NarrowNode* NarrowSideOf(IXMLDOMNode& node) { return SideOf<NarrowNode>(node, IID_NarrowNode); }
 
 std::string Utf8Of(const char* text) { return text ? gbk::ToUtf8(text) : std::string(); }
 
 }  // namespace
+
+HRESULT LoadText(IXMLDOMDocument& document, const char* text, VARIANT_BOOL* isLoaded) {
+  auto* const narrow = SideOf<NarrowDocument>(document, IID_NarrowDocument);
+  *isLoaded = narrow && narrow->Load(Utf8Of(text)) ? VARIANT_TRUE : VARIANT_FALSE;
+  return *isLoaded == VARIANT_TRUE ? S_OK : S_FALSE;
+}
 
 CString NameOf(IXMLDOMNode& node) {
   const NarrowNode* const narrow = NarrowSideOf(node);

@@ -14,6 +14,10 @@ CString GbkOf(BSTR text) {
 
 }  // namespace
 
+HRESULT LoadText(IXMLDOMDocument& document, const char* text, VARIANT_BOOL* isLoaded) {
+  return document.loadXML(Bstr(text).Get(), isLoaded);
+}
+
 CString NameOf(IXMLDOMNode& node) {
   Bstr name;
   return SUCCEEDED(node.get_nodeName(name.Receive())) ? GbkOf(name.Get()) : CString();

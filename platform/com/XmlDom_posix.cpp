@@ -282,13 +282,17 @@ bool ReadSource(const std::string& source, std::string& bytes) {
   return ReadFile(WithoutEscapes(path), bytes);
 }
 
-class DocumentView final : public Counted<IXMLDOMDocument> {
+class DocumentView final : public Counted<IXMLDOMDocument>, public NarrowDocument {
  public:
   HRESULT QueryInterface(const IID& iid, void** out) override {
     *out = nullptr;
-    if (!(iid == IID_IUnknown) && !(iid == IID_IXMLDOMDocument)) return E_NOINTERFACE;
+    if (iid == IID_NarrowDocument) {
+      *out = static_cast<NarrowDocument*>(this);
+    } else if (iid == IID_IUnknown || iid == IID_IXMLDOMDocument) {
+      *out = static_cast<IXMLDOMDocument*>(this);
+    }
+    if (!*out) return E_NOINTERFACE;
     AddRef();
-    *out = static_cast<IXMLDOMDocument*>(this);
     return S_OK;
   }
 
@@ -301,7 +305,7 @@ class DocumentView final : public Counted<IXMLDOMDocument> {
     return Guarded([&] {
       std::string bytes;
       if (!ReadSource(gbk::FromUtf16(ViewOf(source.bstrVal)), bytes) || !ToUtf8(bytes)) return S_FALSE;
-      return Replace(bytes, isLoaded);
+      return Loaded(Replace(bytes), isLoaded);
     });
   }
 
@@ -309,11 +313,15 @@ class DocumentView final : public Counted<IXMLDOMDocument> {
     *isLoaded = VARIANT_FALSE;
     tree_.Release();
     return Guarded([&] {
-      std::u16string_view units = ViewOf(text);
-      units.remove_prefix(std::min(units.find_first_not_of(u" \t\r\n"), units.size()));
-      if (!IsWellFormedUtf16(units)) return S_FALSE;
-      return Replace(gbk::Utf16ToUtf8(units), isLoaded);
+      const std::u16string_view units = ViewOf(text);
+      return Loaded(IsWellFormedUtf16(units) && Load(gbk::Utf16ToUtf8(units)), isLoaded);
     });
+  }
+
+  bool Load(std::string_view text) override {
+    tree_.Release();
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+    return Replace(text);
   }
 
   HRESULT get_documentElement(IXMLDOMElement** element) override {
@@ -325,12 +333,16 @@ class DocumentView final : public Counted<IXMLDOMDocument> {
   }
 
  private:
-  HRESULT Replace(std::string_view utf8, VARIANT_BOOL* isLoaded) {
+  static HRESULT Loaded(bool isWellFormed, VARIANT_BOOL* isLoaded) {
+    *isLoaded = isWellFormed ? VARIANT_TRUE : VARIANT_FALSE;
+    return isWellFormed ? S_OK : S_FALSE;
+  }
+
+  bool Replace(std::string_view utf8) {
     const CComPtr<SharedTree> tree(new SharedTree);
-    if (!Build(utf8, *tree)) return S_FALSE;
+    if (!Build(utf8, *tree)) return false;
     tree_ = tree;
-    *isLoaded = VARIANT_TRUE;
-    return S_OK;
+    return true;
   }
 
   CComPtr<SharedTree> tree_;
