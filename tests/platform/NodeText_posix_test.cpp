@@ -86,4 +86,41 @@ TEST(NodeText, NodesGiveTheSameInUtf16AndInGbk) {
   EXPECT_EQ(value.vt, VT_NULL);
 }
 
+// Objects of somebody else's model, which have no narrow side.
+class ForeignNode final : public IXMLDOMElement {
+ public:
+  HRESULT QueryInterface(const IID&, void**) override { return E_NOINTERFACE; }
+  std::uint32_t AddRef() override { return 1; }
+  std::uint32_t Release() override { return 1; }
+  HRESULT get_nodeName(BSTR*) override { return E_FAIL; }
+  HRESULT get_text(BSTR*) override { return E_FAIL; }
+  HRESULT selectSingleNode(BSTR, IXMLDOMNode**) override { return E_FAIL; }
+  HRESULT hasChildNodes(VARIANT_BOOL*) override { return E_FAIL; }
+  HRESULT get_childNodes(IXMLDOMNodeList**) override { return E_FAIL; }
+  HRESULT getAttribute(BSTR, VARIANT*) override { return E_FAIL; }
+};
+
+class ForeignDocument final : public IXMLDOMDocument {
+ public:
+  HRESULT QueryInterface(const IID&, void**) override { return E_NOINTERFACE; }
+  std::uint32_t AddRef() override { return 1; }
+  std::uint32_t Release() override { return 1; }
+  HRESULT put_async(VARIANT_BOOL) override { return E_FAIL; }
+  HRESULT load(VARIANT, VARIANT_BOOL*) override { return E_FAIL; }
+  HRESULT loadXML(BSTR, VARIANT_BOOL*) override { return E_FAIL; }
+  HRESULT get_documentElement(IXMLDOMElement**) override { return E_FAIL; }
+};
+
+TEST(NodeText, ForeignObjectsGiveFailureValues) {
+  ForeignNode node;
+  EXPECT_EQ(BytesOf(zvuti::NameOf(node)), "");
+  EXPECT_EQ(BytesOf(zvuti::TextOf(node)), "");
+  EXPECT_EQ(BytesOf(zvuti::AttributeOf(node, "x")), "");
+  EXPECT_FALSE(zvuti::SelectFrom(node, "x"));
+  ForeignDocument document;
+  VARIANT_BOOL isLoaded = VARIANT_TRUE;
+  EXPECT_EQ(zvuti::LoadText(document, "<a/>", &isLoaded), S_FALSE);
+  EXPECT_EQ(isLoaded, VARIANT_FALSE);
+}
+
 }  // namespace
