@@ -224,7 +224,7 @@ TEST(FullHeap, RecordsLeaveTheRestOnTheStream) {
 
 TEST(FullHeap, DescriptionsEndInBadAllocOrAreWhole) {
   const std::string bytes(2000, '\x01');
-  const auto row = [](const char* what, std::function<void()> operate) {
+  const auto row = [](const char* what, const std::function<void()>& operate) {
     EXPECT_GT(RefuseEach(what, kUsable,
                          [=] {
                            return test::Subject{operate, [] { return std::string(); }};
@@ -256,8 +256,8 @@ TEST(FullHeap, FilesAreReadOrRefused) {
   folder.Write("Rank.ini", "first 0 a_name_of_more_than_fifteen_bytes 100 third 1000");
   folder.Write("Task.ini", "[AutoTask]\n1=a name of more than fifteen bytes\n");
   folder.Write("log/lobby.log", "");
-  const auto row = [](const char* what, AfterRefusal promise, std::function<void()> operate,
-                      std::function<std::string()> state) {
+  const auto row = [](const char* what, AfterRefusal promise, const std::function<void()>& operate,
+                      const std::function<std::string()>& state) {
     EXPECT_GT(RefuseEach(what, promise, [=] { return test::Subject{operate, state}; }), 0) << what;
   };
   const auto nothing = [] { return std::string(); };

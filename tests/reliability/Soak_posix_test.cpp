@@ -116,6 +116,7 @@ TEST(Soak, ManyThreadsLoseNothingAndKeepNothing) {
   const auto begin = Clock::now(), warm = begin + SoakTime() / 4, end = begin + SoakTime();
   std::vector<Done> done(kThreads);
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (int number = 0; number < kThreads; ++number) {
     threads.emplace_back([&, number] {
       Worker worker(number, words);

@@ -21,6 +21,8 @@ CASES = [
     (["decode", "ItemRecord", "/"], b"", 2, "it is a folder"),
     (["decode", "ItemRecord", "--hex"], b"00\n0g", 2, "line 2: not a pair"),
     (["decode", "ItemRecord", "--skip", "9"], b"123", 2, "leads beyond the 3 bytes"),
+    (["decode", "ItemRecord", "--skip", "-1"], b"123", 2, "--skip"),
+    (["bogus"], b"", 2, "no command or option bogus"),
     (["records", "ItemRecord"], b"", 0, "ItemRecord: 22-26 bytes"),
     (["check", "no-such-folder"], b"", 2, "there is no folder"),
     (["check", "."], b"", 2, "has nothing that a client reads"),

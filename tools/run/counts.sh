@@ -20,6 +20,7 @@ counts() {
   build linux-bench bench_counts
   say "Counting instructions"
   local name stored now grown=0
+  rm -f "$counts_file.new"
   [ -s "$counts_file" ] || fail "$counts_file is missing"
   while read -r name stored; do
     now=$(count_instructions "$name")

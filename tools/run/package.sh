@@ -18,7 +18,7 @@ package_of_kind() {
 }
 
 package() {
-  need dpkg-dev unzip
+  need dpkg-dev file unzip
   need_windows_tools
   build linux-release
   build windows-i686
@@ -38,5 +38,9 @@ package() {
   say "Clients of the unpacked packages"
   tests/client/check.sh "$unpacked/deb/usr" "$PWD/build/client-deb"
   tests/client/check.sh "$unpacked/tar" "$PWD/build/client-tar"
+  local place
+  for place in deb/usr tar; do
+    "$unpacked/$place/bin/zvuti" records --names >/dev/null || fail "zvuti of the package in $unpacked/$place does not run"
+  done
   check_windows_client "$(echo "$unpacked"/zip/*)" build/client-zip
 }

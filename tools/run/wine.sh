@@ -20,7 +20,7 @@ debian_source() {
   local codename uri keyring
   codename=$(. /etc/os-release && echo "${VERSION_CODENAME:-}")
   read -r uri keyring < <(apt-get indextargets --format '$(REPO_URI) $(SIGNED_BY)' \
-    'Created-By: Packages' 'Label: Debian' 'Component: main' "Release: $codename") || return 1
+    'Created-By: Packages' 'Label: Debian' 'Component: main' "Codename: $codename") || return 1
   case "$keyring" in
     /*) echo "deb [signed-by=$keyring] $uri $codename main" ;;
     *) echo "deb $uri $codename main" ;;

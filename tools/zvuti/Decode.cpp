@@ -157,7 +157,9 @@ void AddDecode(CLI::App& program, int& exitCode) {
   command->add_flag("--json", options->isJson, "print JSON that zvuti encode takes");
   command->add_flag("--all-bytes", options->hasAllBytes,
                     "show all bytes of a field, not only the first eight");
-  command->add_option("--skip", options->skip, "leave so many bytes at the start out")->type_name("N");
+  command->add_option("--skip", options->skip, "leave so many bytes at the start out")
+      ->check([](const std::string& text) { return text[0] == '-' ? "it counts bytes, from 0 on" : ""; }, "")
+      ->type_name("N");
   command->footer(
       "Ends with 1 where the bytes end too early, or where some are left behind the record.\n\n"
       "  zvuti decode PlayerSnapshot inbox/snapshot.bin\n"

@@ -60,8 +60,11 @@ int Run(int argc, char** argv) {
       return tool::kOk;
     }
     const auto named = program.get_subcommands();
-    tool::Say(e.what() + std::string("; see zvuti ") + (named.empty() ? "" : named[0]->get_name() + " ") +
-              "--help");
+    const auto strange = program.remaining();
+    const std::string problem = named.empty() && !strange.empty()
+                                    ? "there is no command or option " + strange.front()
+                                    : std::string(e.what());
+    tool::Say(problem + "; see zvuti " + (named.empty() ? "" : named[0]->get_name() + " ") + "--help");
     return tool::kUsage;
   }
   return exitCode;
