@@ -174,9 +174,10 @@ int Check(const Options& options) {
   for (const Finding& finding : findings) Print(finding);
   const std::size_t tables =
       report.CountOf("game") + report.CountOf("word list") + report.CountOf("XML document");
-  if (tables == 0 && findings.empty())
+  if (tables == 0 && findings.empty()) {
     throw Failure(options.folder +
                   " has nothing that a client reads: no game's folder, no words.txt, no XML");
+  }
   std::cout << SummaryOf(report) << ": "
             << (findings.empty() ? "nothing found" : Count(findings.size(), "finding")) << '\n';
   return findings.empty() ? kOk : kFound;

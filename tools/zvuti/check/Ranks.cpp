@@ -57,10 +57,11 @@ void CheckRanks(Report& report, const std::string& file, const std::string& byte
                      " is not above " + std::to_string(last) + " of " + Quoted(lastName));
     }
     const auto [known, isNew] = lines.emplace(name, line);
-    if (!isNew)
+    if (!isNew) {
       report.Add(
           {file, line}, "duplicate",
           "the rank " + Quoted(name) + " stands in line " + std::to_string(known->second) + " already");
+    }
     last = threshold.value;
     lastName = name;
     ++ranks;
