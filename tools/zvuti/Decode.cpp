@@ -40,7 +40,7 @@ std::vector<std::string> PartsOf(const std::string& path) {
   return parts;
 }
 
-std::string TypeAt(std::string record, const std::vector<std::string>& parts) {
+std::string TypeAt(const std::string& record, const std::vector<std::string>& parts) {
   const Shape* shape = nullptr;
   for (const std::string& part : parts) {
     if (part[0] == '[') {
