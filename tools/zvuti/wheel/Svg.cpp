@@ -41,13 +41,17 @@ class Panel {
 
   void Frame(const char* title, const char* unit, double step, const char* format) {
     out_ += Formatted("<text class='head' x='%.1f' y='%.1f'>%s</text>\n", kLeft, top_ - 10, title);
-    for (double value = 0; value <= most_ * 1.0001; value += step) {
+    const int rows = static_cast<int>(most_ * 1.0001 / step);
+    for (int row = 0; row <= rows; ++row) {
+      const double value = row * step;
       out_ += Formatted("<path class='grid' d='M%.1f %.1fH%.1f'/>", kLeft, Y(value), kRight);
       out_ += "<text class='side' x='" + Formatted("%.1f' y='%.1f'>", kLeft - 8, Y(value) + 4) +
               Formatted(format, value) + "</text>\n";
     }
     const double tickStep = std::max(1.0, StepFor(last_ - first_, 10));
-    for (double tick = std::ceil(first_ / tickStep) * tickStep; tick <= last_; tick += tickStep) {
+    const int lastColumn = static_cast<int>(last_ / tickStep);
+    for (int column = static_cast<int>(std::ceil(first_ / tickStep)); column <= lastColumn; ++column) {
+      const double tick = column * tickStep;
       out_ += Formatted(
           "<path class='grid' d='M%.1f %.1fV%.1f'/><text class='foot' x='%.1f' y='%.1f'>%.0f</text>\n",
           X(tick), top_, bottom_, X(tick), bottom_ + 16, tick);
