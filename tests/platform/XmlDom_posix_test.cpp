@@ -9,6 +9,7 @@
 
 #include "platform/CodePage936.h"
 #include "platform/com/Bstr.h"
+#include "tests/support/HeapFaults.h"
 #include "tests/support/TempFolder.h"
 
 namespace {
@@ -145,6 +146,30 @@ TEST(XmlDom, LoadsPathsAndAddressesOfFiles) {
   const BSTR broken = SysAllocStringLen(lone, 5);
   EXPECT_EQ(document->loadXML(broken, &isLoaded), S_FALSE);
   SysFreeString(broken);
+}
+
+TEST(XmlDom, Utf16CallsSayWhenTheHeapRefuses) {
+  const CComPtr<IXMLDOMDocument> document = NewDocument();
+  VARIANT_BOOL isLoaded = VARIANT_FALSE;
+  document->loadXML(Bstr("<a k='v'>t</a>").Get(), &isLoaded);
+  CComPtr<IXMLDOMElement> root;
+  ASSERT_EQ(document->get_documentElement(&root), S_OK);
+  const Bstr name("k");
+  BSTR text = nullptr;
+  VARIANT value;
+  {
+    const test::HeapFaults full(1, true);
+    EXPECT_EQ(root->get_nodeName(&text), E_OUTOFMEMORY);
+    EXPECT_EQ(root->get_text(&text), E_OUTOFMEMORY);
+    EXPECT_EQ(root->getAttribute(name.Get(), &value), E_OUTOFMEMORY);
+  }
+  EXPECT_EQ(text, nullptr);
+  EXPECT_EQ(value.vt, VT_EMPTY);
+  EXPECT_EQ(VariantClear(&value), S_OK);
+
+  EXPECT_EQ(document->loadXML(Bstr(nullptr).Get(), &isLoaded), S_FALSE);
+  EXPECT_EQ(isLoaded, VARIANT_FALSE);
+  SysFreeString(nullptr);
 }
 
 }  // namespace
