@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,20 @@ namespace zvuti::gbk {
 /// True for 0x81 to 0xFE, the bytes that begin a double-byte character.
 constexpr bool IsLeadByte(char byte) {
   return static_cast<unsigned char>(static_cast<unsigned char>(byte) - 0x81) < 0xFE - 0x81 + 1;
+}
+
+/// Bytes that AreLeadBytes looks at, as many as a register holds; an even number.
+inline constexpr std::size_t kRegister = sizeof(std::size_t);
+
+/// Whether kRegister bytes are lead bytes, all of them. No sum carries into the next byte: the first one has
+/// the highest bit of each byte but 0x80, the second one of 0xFF only.
+inline bool AreLeadBytes(const char* bytes) {
+  constexpr std::size_t kOnes = ~std::size_t{0} / 0xFF;
+  constexpr std::size_t kHigh = kOnes * 0x80;
+  std::size_t all;
+  std::memcpy(&all, bytes, sizeof all);
+  const std::size_t low = all & ~kHigh;
+  return (all & (low + kOnes * 0x7F) & ~(low + kOnes) & kHigh) == kHigh;
 }
 
 /// Bytes of the character at `text`, 1 or 2, in a zero-terminated text; 1 at the terminator.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
+#include <functional>
 #include <string_view>
 #include <utility>
 
@@ -16,6 +17,12 @@ constexpr int kBlockSize = 10;
 
 std::string_view ViewOf(const CString& text) {
   return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
+}
+
+// Whether a text lies in the memory of a string. Pointers into different memory have an order only here.
+bool IsWithin(const char* text, const CString& string) {
+  const char* bytes = string.GetString();
+  return std::less_equal<>()(bytes, text) && std::less_equal<>()(text, bytes + string.GetLength());
 }
 
 // Calls visit(word), until it says true, for each word that the index does not answer for.
@@ -75,20 +82,31 @@ int CUtiBlackList::IsMatched(const char* text) const {
   return VisitScannedWords(words_, words_.index.get(), isFound) ? 1 : 0;
 }
 
+// The result keeps its memory from one call to the next, unless it holds the text.
 int CUtiBlackList::ReplaceBlackWord(const char* text, CString& result) const {
-  CString masked(text);  // apart from the text, which the result may be
-  if (!masked.IsEmpty()) {
-    const std::string_view all = text;
-    char* out = masked.GetBuffer(masked.GetLength());
-    if (words_.index) words_.index->Mask(all, out);
-    VisitScannedWords(words_, words_.index.get(), [&](std::string_view word) {
-      zvuti::WordScan scan(all, word);
-      for (std::size_t at; (at = scan.Next()) != std::string_view::npos;)
-        std::memset(out + at, '*', word.size());
-      return false;
-    });
-    masked.ReleaseBuffer(static_cast<int>(all.size()));
+  if (IsWithin(text, result)) {
+    CString masked(text);
+    words_.Mask(text, masked);
+    result = std::move(masked);
+  } else {
+    result = text;
+    words_.Mask(text, result);
   }
-  result = std::move(masked);
   return 1;
+}
+
+// `masked` is a copy of the text. Masks add up: what the index left half done may be done again.
+void CUtiBlackList::WordList::Mask(const char* text, CString& masked) const {
+  if (masked.IsEmpty()) return;
+  const std::string_view all(text, static_cast<std::size_t>(masked.GetLength()));
+  char* out = masked.GetBuffer(masked.GetLength());
+  const bool isIndexed = index && index->Mask(all, out);
+  VisitScannedWords(*this, isIndexed ? index.get() : nullptr, [&](std::string_view word) {
+    zvuti::WordScan scan(all, word);
+    for (std::size_t at; (at = scan.Next()) != std::string_view::npos;) {
+      std::memset(out + at, '*', word.size());
+    }
+    return false;
+  });
+  masked.ReleaseBuffer(static_cast<int>(all.size()));
 }

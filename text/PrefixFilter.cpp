@@ -6,6 +6,7 @@ namespace zvuti {
 namespace {
 
 constexpr std::size_t kPairs = std::size_t{1} << 16;
+constexpr std::size_t kLongestShort = 3;
 
 // There is plenty of room for each word, so that false alarms are rare, as long as the rows stay in the
 // nearest cache (2 to the power of 18 bits), and less beyond.
@@ -25,28 +26,17 @@ PrefixFilter::PrefixFilter(std::size_t words) {
 }
 
 void PrefixFilter::Add(std::string_view word) {
-  if (word.size() >= kWindow) {
-    rows_[RowOf(word.data())] |= BitOf(word.data());
-  } else if (word.size() == 3) {
-    AddTriple(word);
-  } else {
-    AddPairs(word);
-  }
-}
-
-// Any byte may follow: all bits of the rows that it can lead to.
-void PrefixFilter::AddTriple(std::string_view word) {
-  for (int fourth = 0; fourth < 256; fourth += 0x40) {
-    const char bytes[] = {word[0], word[1], word[2], static_cast<char>(fourth)};
-    rows_[RowOf(bytes)] = kFullRow;
-  }
+  if (word.size() <= kLongestShort) return AddPairs(word);
+  rows_[RowOf(word.data())] |= kBitBefore[ByteAt(word.data(), 0)];
+  const char bytes[] = {0, word[0], word[1], word[2]};
+  rows_[RowOf(bytes)] |= kBitBehind[ByteAt(word.data(), 3)];
 }
 
 void PrefixFilter::AddPairs(std::string_view word) {
   if (pairs_.empty()) pairs_.resize(kPairs);
   for (int second = 0; second < 256; ++second) {
     const char bytes[] = {word[0], static_cast<char>(second)};
-    const char wanted = word.size() == 2 ? word[1] : bytes[1];
+    const char wanted = word.size() == 1 ? bytes[1] : word[1];
     if ((ByteAt(&wanted, 0) | kCaseBit) != (ByteAt(bytes, 1) | kCaseBit)) continue;
     pairs_[PairOf(bytes)] = 1;
     pairs_[PairOf(bytes) ^ kCaseBit] = 1;
@@ -57,6 +47,9 @@ void PrefixFilter::AddPairs(std::string_view word) {
 // one along.
 bool IsCharacterStart(std::string_view text, std::size_t known, std::size_t index) {
   std::size_t run = index;
+  while (run - known >= gbk::kRegister && gbk::AreLeadBytes(text.data() + run - gbk::kRegister)) {
+    run -= gbk::kRegister;
+  }
   while (run > known && gbk::IsLeadByte(text[run - 1])) --run;
   return (index - run) % 2 == 0;
 }

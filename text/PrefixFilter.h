@@ -1,8 +1,12 @@
 // PrefixFilter: finds the places of a text where a word of a list may begin, and passes over all others.
 //
 // Nearly all text is clean, so this decides what a query costs. It looks at every byte as if a character
-// began there, eight at a time and without a branch; stepping from one character to the next would cost
-// more than all the rest. Where characters begin is asked only where a word might.
+// began there, eight of them without a branch; stepping from one character to the next would cost more than
+// all the rest. Where characters begin is asked only where a word might.
+//
+// A word of four bytes or more that begins at a place or right behind it has three bytes in the same three
+// places. They choose a row of bits, in which one look tells of both: by the byte before them and by the
+// byte behind them.
 #pragma once
 
 #include <array>
@@ -35,66 +39,77 @@ class PrefixFilter {
   /// Whether a word of less than four bytes may begin at `at`.
   bool MayBeginShort(std::string_view text, std::size_t at) const {
     const char* bytes = text.data() + at;
-    return (!pairs_.empty() && pairs_[PairOf(bytes)] != 0) ||
-           (text.size() - at >= 3 && rows_[RowOf(bytes)] == kFullRow);
+    return !pairs_.empty() && pairs_[PairOf(bytes)] != 0;
   }
 
  private:
   using Row = std::uint32_t;
 
-  static constexpr Row kFullRow = 0xFFFFFFFF;
+  static constexpr std::size_t kStep = 2;                      // places that one look tells of
+  static constexpr std::size_t kWindow = 5;                    // bytes that it takes
   static constexpr std::size_t kBlock = 8;                     // places looked at in one go
-  static constexpr std::size_t kWindow = 4;                    // bytes looked at from each place
-  static constexpr std::size_t kReach = kBlock + kWindow - 1;  // bytes looked at from a block
+  static constexpr std::size_t kReach = kBlock + kWindow - 2;  // bytes looked at from a block
   static constexpr Row kCaseBit = 0x20;                        // a and A differ in it
+  static constexpr Row kHashed = 0xDFDFDF00;                   // all other bits of the last three bytes of four
 
-  // What takes part in the hash: all but the case bits of three bytes, and the two highest bits of the
-  // fourth, whose lowest five choose the bit of the row.
-  static constexpr Row kHashed = 0xC0DFDFDF;
-
-  // 1 shifted by the lowest five bits of a byte; looking it up is faster than shifting.
-  static constexpr auto kBitOfByte = [] {
+  // The bit of a row for a byte: one of its lower half for the byte before the three that choose the row,
+  // one of the upper half for the byte behind them. Looking it up is faster than shifting.
+  static constexpr unsigned kHalf = 16;
+  static constexpr auto kBitBefore = [] {
     std::array<Row, 256> bits{};
-    for (std::size_t byte = 0; byte < bits.size(); ++byte) bits[byte] = Row{1} << byte % 32;
+    for (std::size_t byte = 0; byte < bits.size(); ++byte) bits[byte] = Row{1} << byte % kHalf;
+    return bits;
+  }();
+  static constexpr auto kBitBehind = [] {
+    std::array<Row, 256> bits{};
+    for (std::size_t byte = 0; byte < bits.size(); ++byte) bits[byte] = kBitBefore[byte] << kHalf;
     return bits;
   }();
 
   static Row ByteAt(const char* bytes, std::size_t index) { return static_cast<unsigned char>(bytes[index]); }
-  static Row BitOf(const char* bytes) { return kBitOfByte[ByteAt(bytes, 3)]; }
   static std::size_t PairOf(const char* bytes) { return ByteAt(bytes, 0) | ByteAt(bytes, 1) << 8; }
+  // The row that the last three of four bytes choose.
   std::size_t RowOf(const char* bytes) const {
     const Row window =
         ByteAt(bytes, 0) | ByteAt(bytes, 1) << 8 | ByteAt(bytes, 2) << 16 | ByteAt(bytes, 3) << 24;
     return (window & kHashed) * 0x9E3779B1u >> shift_;
   }
 
-  // Not 0 when a word may begin at `bytes`, of which kWindow can be read.
+  // Whether a longer word may begin at `bytes`, in the lower half, and at the byte behind, in the upper one.
+  Row LongAt(const char* bytes) const {
+    return rows_[RowOf(bytes)] & (kBitBefore[ByteAt(bytes, 0)] | kBitBehind[ByteAt(bytes, 4)]);
+  }
+  // The same of words of up to three bytes.
+  Row ShortAt(const char* bytes) const {
+    return pairs_[PairOf(bytes)] | Row{pairs_[PairOf(bytes + 1)]} << kHalf;
+  }
   template <bool kWithPairs>
   Row MayBegin(const char* bytes) const {
-    const Row bit = rows_[RowOf(bytes)] & BitOf(bytes);
-    if constexpr (kWithPairs) return bit | pairs_[PairOf(bytes)];
-    return bit;
+    if constexpr (kWithPairs) return LongAt(bytes) | ShortAt(bytes);
+    return LongAt(bytes);
   }
 
   // A bit for each place of a block where a word may begin.
   template <bool kWithPairs>
   unsigned PlacesOf(const char* block) const {
     Row any = 0;
-    for (std::size_t i = 0; i < kBlock; ++i) any |= MayBegin<kWithPairs>(block + i);
+    for (std::size_t i = 0; i < kBlock; i += kStep) any |= MayBegin<kWithPairs>(block + i);
     if (any == 0) return 0;
     unsigned places = 0;
-    for (std::size_t i = 0; i < kBlock; ++i) places |= (MayBegin<kWithPairs>(block + i) != 0 ? 1u : 0u) << i;
+    for (std::size_t i = 0; i < kBlock; i += kStep) {
+      const Row found = MayBegin<kWithPairs>(block + i);
+      places |= ((found & 0xFFFF) != 0 ? 1u : 0u) << i | (found >> kHalf != 0 ? 2u : 0u) << i;
+    }
     return places;
   }
 
   template <bool kWithPairs, class OnStart>
   void VisitBlocks(std::string_view text, OnStart& onStart) const;
 
-  void AddTriple(std::string_view word);
   void AddPairs(std::string_view word);
 
-  std::vector<Row> rows_;            // of the places of longer words, and full ones for words of three bytes
-  std::vector<std::uint8_t> pairs_;  // 1 for each two bytes that begin with a word of one or two; or empty
+  std::vector<Row> rows_;            // of the places of longer words
+  std::vector<std::uint8_t> pairs_;  // 1 for each two bytes that begin a word of up to three; or empty
   unsigned shift_;                   // of the hash, so that it numbers the rows
 };
 

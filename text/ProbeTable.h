@@ -1,9 +1,9 @@
 // ProbeTable: a hash table of small slots in one block of memory, with linear probing.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 namespace zvuti {
@@ -13,12 +13,12 @@ namespace zvuti {
 template <class Slot>
 class ProbeTable {
  public:
-  ProbeTable() : slots_(std::size_t{1} << kLeastLog) {}
+  ProbeTable() : slots_(kLeastSlots) {}
 
   /// The slot of that hash for which `isSought` is true, null where there is none.
   template <class IsSought>
   const Slot* Find(std::uint32_t hash, IsSought isSought) const {
-    for (std::size_t i = hash >> shift_; !slots_[i].IsFree(); i = (i + 1) & (slots_.size() - 1)) {
+    for (std::size_t i = HomeOf(hash); !slots_[i].IsFree(); i = Behind(i)) {
       if (isSought(slots_[i])) return &slots_[i];
     }
     return nullptr;
@@ -27,9 +27,20 @@ class ProbeTable {
   /// Adds a slot whose key is not there yet; `hashOf` gives the hash of a slot.
   template <class HashOf>
   void Add(Slot slot, HashOf hashOf) {
-    if ((count_ + 1) * 4 > slots_.size() * 3) Grow(hashOf);
+    if ((count_ + 1) * 4 > slots_.size() * 3) Resize(slots_.size() * 2, hashOf);
     Put(slot, hashOf(slot));
     ++count_;
+  }
+
+  /// Drops the slots for which `isKept` is false, and gives back the memory that only more slots would need.
+  template <class HashOf, class IsKept>
+  void Fit(HashOf hashOf, IsKept isKept) {
+    for (Slot& slot : slots_) {
+      if (slot.IsFree() || isKept(slot)) continue;
+      slot = Slot();
+      --count_;
+    }
+    Resize(std::max(kLeastSlots, count_ * 4 / 3 + 1), hashOf);
   }
 
   /// Calls `change` for each slot; it must leave the key as it is.
@@ -41,26 +52,30 @@ class ProbeTable {
   }
 
  private:
-  static constexpr unsigned kLeastLog = 6;
+  static constexpr std::size_t kLeastSlots = 64;
+
+  // Where the search for a hash begins: its share of all hashes is that of the slots before.
+  std::size_t HomeOf(std::uint32_t hash) const {
+    return static_cast<std::size_t>(std::uint64_t{hash} * slots_.size() >> 32);
+  }
+  std::size_t Behind(std::size_t slot) const { return slot + 1 == slots_.size() ? 0 : slot + 1; }
 
   template <class HashOf>
-  void Grow(HashOf hashOf) {
-    std::vector<Slot> old(slots_.size() * 2);
+  void Resize(std::size_t size, HashOf hashOf) {
+    std::vector<Slot> old(size);
     old.swap(slots_);
-    --shift_;
     for (const Slot& slot : old) {
       if (!slot.IsFree()) Put(slot, hashOf(slot));
     }
   }
 
   void Put(const Slot& slot, std::uint32_t hash) {
-    std::size_t i = hash >> shift_;
-    while (!slots_[i].IsFree()) i = (i + 1) & (slots_.size() - 1);
+    std::size_t i = HomeOf(hash);
+    while (!slots_[i].IsFree()) i = Behind(i);
     slots_[i] = slot;
   }
 
-  std::vector<Slot> slots_;  // a power of two of them, at most three quarters in use
-  unsigned shift_ = 32 - kLeastLog;
+  std::vector<Slot> slots_;  // at most three quarters in use, so that each search ends
   std::size_t count_ = 0;
 };
 

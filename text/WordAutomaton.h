@@ -45,6 +45,12 @@ struct Prefix {
     length = isTrail ? kBytes - 1 : kBytes;
   }
 
+  /// The bytes of two double-byte characters.
+  static std::uint32_t Of(std::uint16_t first, std::uint16_t second) {
+    const auto swapped = [](unsigned code) { return code >> 8 | (code & 0xFF) << 8; };
+    return swapped(first) | swapped(second) << 16;
+  }
+
   std::uint32_t bytes = 0;
   std::size_t length;
 };
@@ -55,13 +61,18 @@ class WordAutomaton {
   static constexpr Index kRoot = 0;
   static constexpr Index kNone = 0xFFFFFFFF;
 
-  /// A word, as the end of a match. `next` leads through the words that end at the same place.
+  /// A word, as the end of a match.
   struct Word {
     std::uint32_t length;  // in bytes
-    /// The longest shorter one to look at. Behind a word that cannot overlap itself, and so is always
-    /// masked whole, these are only those that can: the others hide under its mask.
-    Index next;
-    Index loop;  // number among the words that can overlap themselves, kNone for one that cannot
+    Index link;            // kNone for most
+  };
+  /// What few words have.
+  struct Link {
+    /// The longest shorter word that ends at the same place and is to be looked at, kNone where there is none.
+    /// Behind a word that cannot overlap itself, and so is always masked whole, these are only those that
+    /// can: the others hide under its mask.
+    Index next = kNone;
+    Index loop = kNone;  // number among the words that can overlap themselves, kNone for one that cannot
   };
 
   struct Node {
@@ -70,6 +81,8 @@ class WordAutomaton {
     std::uint16_t label;   // code of the character that leads here
     bool isNextChild : 1;  // the node behind this one is a child of it
     bool hasBranches : 1;  // it has children elsewhere
+    /// It is the only node before the end of a prefix: the entries know its children by double-byte characters.
+    bool isEntered : 1;
     /// Bytes of the fallback, kDeep for as many as a prefix has or more. Where there are fewer, the filter
     /// and the entries see further than the fallback, and a walk ends.
     std::uint8_t rest;
@@ -78,7 +91,12 @@ class WordAutomaton {
   };
 
   const Node& NodeAt(Index node) const { return nodes_[node]; }
-  const Word& WordAt(Index word) const { return words_[word]; }
+  /// In bytes.
+  std::size_t LengthOf(Index word) const { return words_[word].length; }
+  Link LinkOf(Index word) const {
+    const Index link = words_[word].link;
+    return link == kNone ? Link() : links_[link];
+  }
   /// How many words can overlap themselves.
   Index Loops() const { return loops_; }
 
@@ -119,6 +137,10 @@ class WordAutomaton {
   }
 
   Index Branch(Index node, std::uint16_t label) const {
+    if (nodes_[node].isEntered && label > 0xFF) {
+      const Index child = Enter(Prefix::Of(nodes_[node].label, label));
+      return child == kNone ? kRoot : child;
+    }
     const auto isSought = [&](const Edge& edge) {
       return edge.parent == node && nodes_[edge.child].label == label;
     };
@@ -128,6 +150,7 @@ class WordAutomaton {
 
   std::vector<Node> nodes_;
   std::vector<Word> words_;
+  std::vector<Link> links_;
   ProbeTable<Edge> edges_;
   ProbeTable<Entry> entries_;
   Index loops_ = 0;

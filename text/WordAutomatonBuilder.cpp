@@ -6,7 +6,7 @@
 namespace zvuti {
 
 WordAutomatonBuilder::WordAutomatonBuilder() {
-  built_.nodes_.push_back({0, false, false, 0, kRoot, kNone});
+  built_.nodes_.push_back({0, false, false, false, 0, kRoot, kNone});
   drafts_.push_back({kRoot, kNone});
 }
 
@@ -23,8 +23,8 @@ void WordAutomatonBuilder::Add(std::string_view word) {
   }
   if (built_.nodes_[node].word != kNone) return;  // was there before
   built_.nodes_[node].word = static_cast<Index>(built_.words_.size());
-  const Index loop = CanOverlapItself(word) ? built_.loops_++ : kNone;
-  built_.words_.push_back({static_cast<std::uint32_t>(word.size()), kNone, loop});
+  built_.words_.push_back({static_cast<std::uint32_t>(word.size()), kNone});
+  if (CanOverlapItself(word)) LinkOf(built_.nodes_[node].word).loop = built_.loops_++;
   AddEntry(word, entered);
 }
 
@@ -34,17 +34,14 @@ WordAutomatonBuilder::Index WordAutomatonBuilder::AddChild(Index parent, std::ui
   if (built_.nodes_.size() >= kNone) throw std::bad_alloc();
   const auto child = static_cast<Index>(built_.nodes_.size());
   if (depth == firstOfDepth_.size()) firstOfDepth_.push_back(kNone);
-  built_.nodes_.push_back({label, false, false, 0, kRoot, kNone});
+  built_.nodes_.push_back({label, false, false, false, 0, kRoot, kNone});
   drafts_.push_back({parent, firstOfDepth_[depth]});
   firstOfDepth_[depth] = child;
   if (child == parent + 1) {
     built_.nodes_[parent].isNextChild = true;
   } else {
     built_.nodes_[parent].hasBranches = true;
-    const auto hashOf = [&](const WordAutomaton::Edge& edge) {
-      return WordAutomaton::HashOf(edge.parent, built_.nodes_[edge.child].label);
-    };
-    built_.edges_.Add({parent, child}, hashOf);
+    built_.edges_.Add({parent, child}, EdgeHash());
   }
   return child;
 }
@@ -53,8 +50,7 @@ void WordAutomatonBuilder::AddEntry(std::string_view word, Index node) {
   if (word.size() < Prefix::kBytes) return;
   const Prefix prefix(word.data());
   if (built_.Enter(prefix.bytes) != kNone) return;
-  const auto hashOf = [](const WordAutomaton::Entry& entry) { return WordAutomaton::HashOf(entry.prefix); };
-  built_.entries_.Add({prefix.bytes, node}, hashOf);
+  built_.entries_.Add({prefix.bytes, node}, EntryHash);
 }
 
 // Shorter suffixes come first: whatever a node falls back to is complete when its turn comes.
@@ -68,9 +64,24 @@ WordAutomaton WordAutomatonBuilder::Build() && {
   built_.entries_.ForEach([&](WordAutomaton::Entry& entry) {
     if (IsAnyWordBefore(entry.node)) entry.node = kRoot;
   });
+  LeaveOutEnteredEdges();
+  built_.entries_.Fit(EntryHash, [](const WordAutomaton::Entry&) { return true; });
   built_.nodes_.shrink_to_fit();
   built_.words_.shrink_to_fit();
   return std::move(built_);
+}
+
+// The edges from a first double-byte character to a second one are what the entries are, unless a word ends
+// between them. They are a large part of all edges.
+void WordAutomatonBuilder::LeaveOutEnteredEdges() {
+  auto& nodes = built_.nodes_;
+  for (Index node = firstOfDepth_.empty() ? kNone : firstOfDepth_[0]; node != kNone;
+       node = drafts_[node].nextOfDepth) {
+    nodes[node].isEntered = nodes[node].label > 0xFF && nodes[node].word == kNone;
+  }
+  built_.edges_.Fit(EdgeHash(), [&](const WordAutomaton::Edge& edge) {
+    return !nodes[edge.parent].isEntered || nodes[edge.child].label <= 0xFF;
+  });
 }
 
 void WordAutomatonBuilder::SetFallback(Index node) {
@@ -90,16 +101,26 @@ void WordAutomatonBuilder::SetFallback(Index node) {
 }
 
 void WordAutomatonBuilder::JoinWords(Index node) {
-  auto& words = built_.words_;
   const Index shorter = built_.nodes_[built_.nodes_[node].fallback].word;
   Index& longest = built_.nodes_[node].word;
   if (longest == kNone) {
     longest = shorter;
     return;
   }
-  const bool isShorterHidden =
-      shorter != kNone && words[longest].loop == kNone && words[shorter].loop == kNone;
-  words[longest].next = isShorterHidden ? words[shorter].next : shorter;
+  if (shorter == kNone) return;
+  const WordAutomaton::Link under = built_.LinkOf(shorter);
+  const bool isHidden = built_.LinkOf(longest).loop == kNone && under.loop == kNone;
+  const Index next = isHidden ? under.next : shorter;
+  if (next != kNone) LinkOf(longest).next = next;
+}
+
+WordAutomaton::Link& WordAutomatonBuilder::LinkOf(Index word) {
+  Index& link = built_.words_[word].link;
+  if (link == kNone) {
+    link = static_cast<Index>(built_.links_.size());
+    built_.links_.emplace_back();
+  }
+  return built_.links_[link];
 }
 
 bool WordAutomatonBuilder::IsAnyWordBefore(Index node) const {

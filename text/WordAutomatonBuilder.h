@@ -26,10 +26,20 @@ class WordAutomatonBuilder {
     Index nextOfDepth;  // the nodes of one depth hang together, ended by kNone
   };
 
+  static std::uint32_t EntryHash(const WordAutomaton::Entry& entry) {
+    return WordAutomaton::HashOf(entry.prefix);
+  }
+  auto EdgeHash() const {
+    return [this](const WordAutomaton::Edge& edge) {
+      return WordAutomaton::HashOf(edge.parent, built_.nodes_[edge.child].label);
+    };
+  }
   Index AddChild(Index parent, std::uint16_t label, std::size_t depth);
   void AddEntry(std::string_view word, Index node);
   void SetFallback(Index node);
   void JoinWords(Index node);
+  void LeaveOutEnteredEdges();
+  WordAutomaton::Link& LinkOf(Index word);
   bool IsAnyWordBefore(Index node) const;
   bool CanOverlapItself(std::string_view word);
 

@@ -1,6 +1,8 @@
 #include "text/WordIndex.h"
 
 #include <cstring>
+#include <memory>
+#include <new>
 #include <utility>
 
 #include "platform/CodePage936.h"
@@ -77,23 +79,26 @@ bool WordIndex::IsMatched(std::string_view text) const {
   return Walk(text, [](WordAutomaton::Index, std::size_t) { return true; });
 }
 
-void WordIndex::Mask(std::string_view text, char* out) const {
-  std::vector<std::size_t> loopEnds;  // end of the last match of each word that can overlap itself
-  Walk(text, [&](WordAutomaton::Index index, std::size_t end) {
+bool WordIndex::Mask(std::string_view text, char* out) const noexcept {
+  std::unique_ptr<std::size_t[]> loopEnds;  // end of the last match of each word that can overlap itself
+  const bool isStopped = Walk(text, [&](WordAutomaton::Index index, std::size_t end) {
     while (index != WordAutomaton::kNone) {
-      const WordAutomaton::Word& word = automaton_.WordAt(index);
-      const std::size_t begin = end - word.length;
+      const std::size_t length = automaton_.LengthOf(index);
+      const WordAutomaton::Link link = automaton_.LinkOf(index);
+      const std::size_t begin = end - length;
       bool isMatch = true;
-      if (word.loop != WordAutomaton::kNone) {
-        if (loopEnds.empty()) loopEnds.resize(automaton_.Loops());
-        isMatch = begin >= loopEnds[word.loop];
-        if (isMatch) loopEnds[word.loop] = end;
+      if (link.loop != WordAutomaton::kNone) {
+        if (!loopEnds) loopEnds.reset(new (std::nothrow) std::size_t[automaton_.Loops()]());
+        if (!loopEnds) return true;
+        isMatch = begin >= loopEnds[link.loop];
+        if (isMatch) loopEnds[link.loop] = end;
       }
-      if (isMatch) std::memset(out + begin, '*', word.length);
-      index = word.next;
+      if (isMatch) std::memset(out + begin, '*', length);
+      index = link.next;
     }
     return false;
   });
+  return !isStopped;
 }
 
 }  // namespace zvuti

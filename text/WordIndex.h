@@ -21,9 +21,9 @@ class WordIndex {
 
   /// True when the text contains a word of the index. Allocates nothing.
   bool IsMatched(std::string_view text) const;
-  /// Overwrites, in `out`, a copy of the text, each byte of each word found in it by an asterisk.
-  /// Throws std::bad_alloc; needs no memory but for words that can overlap themselves.
-  void Mask(std::string_view text, char* out) const;
+  /// Overwrites, in `out`, a copy of the text, each byte of each word found in it by an asterisk. False,
+  /// with no more than a part done, when there is no memory for what words that can overlap themselves take.
+  bool Mask(std::string_view text, char* out) const noexcept;
 
   /// Words that end in half a character, a lone lead byte. Such a word ends within a character of a text,
   /// and the search goes on from there, out of step with all others: they are no part of the index, and

@@ -42,6 +42,7 @@ class ZVUTILIB_API CUtiBlackList {
     WordList();
     ~WordList();
     void BuildIndex() noexcept;
+    void Mask(const char* text, CString& masked) const;
 
     /// Null while there are no words, and where the heap had no room for it.
     std::unique_ptr<const zvuti::WordIndex> index;
