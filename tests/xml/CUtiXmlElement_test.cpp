@@ -4,19 +4,16 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
+#include <utility>
 
 #include "tests/support/Rows.h"
 #include "tests/support/Wine.h"
+#include "tests/xml/Documents.h"
 
 namespace {
 
-CUtiXmlElement RootOf(const char* text) {
-  CUtiXmlParser parser(text, 0);
-  EXPECT_NE(parser.GetRootElement(), nullptr) << text;
-  return parser.GetRootElement() ? *parser.GetRootElement() : CUtiXmlElement();
-}
+using test::RootOf;
 
 CUtiXmlElement ItemOf(const CUtiXmlElement& element, int index) {
   CUtiXmlNodeList list;
@@ -26,55 +23,52 @@ CUtiXmlElement ItemOf(const CUtiXmlElement& element, int index) {
   return item;
 }
 
+// What an element says of a name: its attribute, as text and number, and of its child of that name the
+// attribute y, the text and whether there is one.
+CString About(const CUtiXmlElement& element, const char* name) {
+  CString line;
+  line.Format("%s|%d|%s|%d|%s|%d", element.GetAttribute(name).GetString(), element.GetAttributeInt(name),
+              element.GetChildAttribute(name, "y").GetString(), element.GetChildAttributeInt(name, "y"),
+              element.GetChildText(name).GetString(), element.IsHasChild(name));
+  return line;
+}
+
 // The same content with and without white space between the nodes.
 class CUtiXmlElementTable : public testing::TestWithParam<const char*> {};
 
 TEST_P(CUtiXmlElementTable, ReadsTheSameFromBothForms) {
   const CUtiXmlElement a = RootOf(GetParam());
   EXPECT_EQ(a.GetNodeName(), "a");
-  EXPECT_EQ(a.GetAttribute("x"), "7");
-  EXPECT_EQ(a.GetAttributeInt("x"), 7);
-  EXPECT_EQ(a.GetAttribute("X"), "");
-  EXPECT_EQ(a.GetAttributeInt("none"), 0);
-  EXPECT_EQ(a.GetChildAttribute("b", "y"), "5");
-  EXPECT_EQ(a.GetChildAttributeInt("b", "y"), 5);
-  EXPECT_EQ(a.GetChildText("b"), "hi");
-  EXPECT_EQ(a.GetChildText("none"), "");
-  EXPECT_EQ(a.GetChildAttribute("none", "y"), "");
   EXPECT_EQ(a.GetText(), "hi");
-  EXPECT_EQ(a.IsHasChild("b"), 1);
-  EXPECT_EQ(a.IsHasChild("none"), 0);
-  EXPECT_EQ(a.IsHasChild(""), -1);
-  EXPECT_EQ(a.IsHasChild(nullptr), -1);
+  EXPECT_EQ(About(a, "x"), "7|7||0||0");
+  EXPECT_EQ(About(a, "b"), "|0|5|5|hi|1");
+  for (const char* none : {"X", "none"}) EXPECT_EQ(About(a, none), "|0||0||0");
+  for (const char* all : {"", static_cast<const char*>(nullptr)}) EXPECT_EQ(a.IsHasChild(all), -1);
 
   CUtiXmlNodeList list;
+  CUtiXmlElement item, none;
   EXPECT_EQ(a.GetChildNodes(nullptr), 1);
   ASSERT_EQ(a.GetChildNodes(&list), 1);
   EXPECT_EQ(list.GetLength(), 3);
-  CUtiXmlElement item;
-  EXPECT_EQ(list.GetItem(1, nullptr), 1);
-  EXPECT_EQ(list.GetItem(1, &item), 1);
-  EXPECT_EQ(item.GetAttribute("y"), "6");
-  EXPECT_EQ(item.IsHasChild(""), 0);
-  CUtiXmlElement none;
-  EXPECT_EQ(item.GetChildNodes(&list), 1);
-  EXPECT_EQ(list.GetLength(), 0);
-  EXPECT_EQ(item.GetOneChildNode("b", &none), 0);
-  a.GetChildNodes(&list);
   for (const int index : {2, 3, -1}) {  // a comment is no element
     a.GetOneChildNode("b", &item);
     EXPECT_EQ(list.GetItem(index, &item), 1);
     EXPECT_EQ(item.GetNodeName(), "");
   }
+  EXPECT_EQ(list.GetItem(1, nullptr), 1);
+  EXPECT_EQ(list.GetItem(1, &item), 1);
+  EXPECT_EQ(item.GetAttribute("y"), "6");
+  EXPECT_EQ(item.IsHasChild(""), 0);
+  EXPECT_EQ(item.GetOneChildNode("b", &none), 0);
+  EXPECT_EQ(item.GetChildNodes(&list), 1);
+  EXPECT_EQ(list.GetLength(), 0);
 
-  CUtiXmlElement child;
-  EXPECT_EQ(a.GetOneChildNode("b", &child), 1);
-  EXPECT_EQ(child.GetAttribute("y"), "5");
-  EXPECT_EQ(a.GetOneChildNode("B", &child), 0);
   EXPECT_EQ(a.GetOneChildNode("b", nullptr), 1);
-  EXPECT_EQ(a.GetOneChildNode(nullptr, &child), 0);
-  EXPECT_EQ(a.GetOneChildNode("", &child), 0);
-  EXPECT_EQ(child.GetAttribute("y"), "5");
+  EXPECT_EQ(a.GetOneChildNode("b", &item), 1);
+  for (const char* name : {"B", "", static_cast<const char*>(nullptr)}) {
+    EXPECT_EQ(a.GetOneChildNode(name, &item), 0);
+    EXPECT_EQ(item.GetAttribute("y"), "5");
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -87,17 +81,11 @@ TEST(CUtiXmlElement, EmptyOneAnswersWithFailureValues) {
   const CUtiXmlElement empty;
   CUtiXmlElement target = RootOf("<t/>");
   CUtiXmlNodeList list;
-  EXPECT_EQ(empty.GetNodeName(), "");
-  EXPECT_EQ(empty.GetText(), "");
-  EXPECT_EQ(empty.GetAttribute("x"), "");
-  EXPECT_EQ(empty.GetAttributeInt("x"), 0);
-  EXPECT_EQ(empty.GetChildAttribute("b", "x"), "");
-  EXPECT_EQ(empty.GetChildAttributeInt("b", "x"), 0);
-  EXPECT_EQ(empty.GetChildText("b"), "");
+  EXPECT_EQ(empty.GetNodeName() + empty.GetText(), "");
+  EXPECT_EQ(About(empty, "b"), "|0||0||0");
+  EXPECT_EQ(empty.IsHasChild(nullptr), 0);
   EXPECT_EQ(empty.GetChildNodes(&list), 0);
   EXPECT_EQ(empty.GetOneChildNode("b", &target), 0);
-  EXPECT_EQ(empty.IsHasChild(nullptr), 0);
-  EXPECT_EQ(empty.IsHasChild("b"), 0);
   EXPECT_EQ(list.GetLength(), 0);
   EXPECT_EQ(list.GetItem(0, &target), 0);
   EXPECT_EQ(target.GetNodeName(), "t");  // both left it alone
@@ -120,11 +108,9 @@ TEST(CUtiXmlElement, GbkPassesBothWays) {
 TEST(CUtiXmlElement, AttributeNumbersAreReadLikeAtoi) {
   const CUtiXmlElement root =
       RootOf("<a n='12ab' s=' -3' p='+4' t='x1' e='' l='99999999999' m='-99999999999'/>");
-  const struct {
-    const char* name;
-    int number;
-  } cases[] = {{"n", 12}, {"s", -3}, {"p", 4}, {"t", 0}, {"e", 0}, {"l", 2147483647}, {"m", -2147483647 - 1}};
-  for (const auto& c : cases) EXPECT_EQ(root.GetAttributeInt(c.name), c.number) << c.name;
+  const std::pair<const char*, int> cases[] = {
+      {"n", 12}, {"s", -3}, {"p", 4}, {"t", 0}, {"e", 0}, {"l", 2147483647}, {"m", -2147483647 - 1}};
+  for (const auto& [name, number] : cases) EXPECT_EQ(root.GetAttributeInt(name), number) << name;
 }
 
 TEST(CUtiXmlElement, AttributesHavePrefixAndDeclarations) {
@@ -139,22 +125,19 @@ TEST(CUtiXmlElement, AttributesHavePrefixAndDeclarations) {
 
 TEST(CUtiXmlElement, ChildrenOfEveryKindHaveNames) {
   const CUtiXmlElement root = RootOf("<a xmlns:p='u'>text<![CDATA[c]]><!--b--><?b x?><b n='1'/><p:b/></a>");
-  const char* names[] = {"#text", "#cdata-section", "#comment", "b"};
-  for (const char* name : names) {
-    CUtiXmlElement found = root;
+  CUtiXmlElement found;
+  for (const char* name : {"#text", "#cdata-section", "#comment", "b"}) {
+    found = root;
     EXPECT_EQ(root.GetOneChildNode(name, &found), 1) << name;
     EXPECT_EQ(found.GetNodeName(), "") << name;  // "b" is the instruction's target
   }
-  CUtiXmlElement found;
   EXPECT_EQ(root.GetOneChildNode("p:b", &found), 1);
   EXPECT_EQ(found.GetNodeName(), "p:b");
   EXPECT_EQ(ItemOf(root, 4).GetAttribute("n"), "1");
 }
 
 TEST(CUtiXmlElement, TextJoinsPiecesAndCutsWhiteSpace) {
-  const struct {
-    const char *document, *text;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"<a>\n <b>\n  <c>x</c>\n  <c>y</c>\n </b>\n <b>z</b>\n</a>", "x y z"},
       {"<lc>\n<bs>fn1.txt\n</bs>\n<pr>\nfn2.txt\n</pr>\n<empty></empty>\n<fo>\n<ba>\nf1\n</ba>\n</fo>\n</lc>",
        "fn1.txt\n \nfn2.txt\n \nf1"},
@@ -173,7 +156,7 @@ TEST(CUtiXmlElement, TextJoinsPiecesAndCutsWhiteSpace) {
       {"<a/>", ""},
       {"<a> \n </a>", ""},
   };
-  for (const auto& c : cases) EXPECT_EQ(RootOf(c.document).GetText(), c.text) << c.document;
+  for (const auto& [document, text] : cases) EXPECT_EQ(RootOf(document).GetText(), text) << document;
   if (test::IsWine()) GTEST_SKIP() << "Wine does not end the preserving of white space";
   EXPECT_EQ(RootOf("<a xml:space='preserve'><b xml:space='default'> x </b></a>").GetText(), "x");
 }
@@ -189,22 +172,19 @@ TEST(CUtiXmlElement, WhiteSpaceAloneMakesNoNodeUnlessPreserved) {
 }
 
 TEST(CUtiXmlElement, OutlivesParserElementAndList) {
-  auto parser = std::make_unique<CUtiXmlParser>("<a><b><c k='v'/></b></a>", 1);
-  CUtiXmlElement child = ItemOf(*parser->GetRootElement(), 0);
+  CUtiXmlElement child = ItemOf(RootOf("<a><b><c k='v'/></b></a>"), 0);
   CUtiXmlNodeList list;
   child.GetChildNodes(&list);
-  parser.reset();
   CUtiXmlElement copy(child);
   child = CUtiXmlElement();
   EXPECT_EQ(copy.GetNodeName(), "b");
   EXPECT_EQ(copy.GetChildAttribute("c", "k"), "v");
-  CUtiXmlNodeList listCopy(list);
+  const CUtiXmlNodeList listCopy(list);
   list = CUtiXmlNodeList();
   EXPECT_EQ(listCopy.GetItem(0, &copy), 1);
   EXPECT_EQ(copy.GetAttribute("k"), "v");
-  CUtiXmlElement& self = copy;
+  const CUtiXmlElement& self = copy;
   copy = self;
-  listCopy.GetItem(0, &copy);
   EXPECT_EQ(copy.GetAttribute("k"), "v");
 }
 
