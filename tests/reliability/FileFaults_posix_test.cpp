@@ -40,7 +40,7 @@ class AsNobody {
 
 TEST(FileFaults, UnreadableFilesCountAsMissing) {
   const test::TempFolder folder;
-  for (const test::Loader& loader : test::Loaders()) {
+  for (const test::Loader& loader : test::kLoaders) {
     std::filesystem::permissions(folder.Write(loader.fileName, loader.good), perms::none);
     const AsNobody nobody;
     EXPECT_EQ(test::LoadOrThrow(loader, folder.Path()), loader.whenNone) << loader.fileName;
@@ -50,7 +50,7 @@ TEST(FileFaults, UnreadableFilesCountAsMissing) {
 // A gigabyte of zero bytes without a place on the disk, and an eighth of that to read it in.
 TEST(FileFaults, EnormousFilesEndInAnAnswer) {
   const test::TempFolder folder;
-  for (const test::Loader& loader : test::Loaders()) {
+  for (const test::Loader& loader : test::kLoaders) {
     folder.Write(loader.fileName, "");
     std::filesystem::resize_file(folder.Path(loader.fileName), 1u << 30);
     const test::ResourceLimits limits(60, std::size_t{128} << 20);
@@ -62,20 +62,19 @@ TEST(FileFaults, EnormousFilesEndInAnAnswer) {
 
 TEST(FileFaults, FilesThatChangeWhileTheyAreReadGiveOldOrNewOrLess) {
   const test::TempFolder folder;
-  for (const test::Loader& loader : test::Loaders()) {
+  for (const test::Loader& loader : test::kLoaders) {
     const std::string path = folder.Write(loader.fileName, loader.good);
-    const std::string other = folder.Write("other", loader.good);
     std::atomic<bool> isDone = false;
-    // In turn: cut to nothing, written again in place, replaced by another file, removed.
+    // In turn: cut to nothing, written again in place, replaced by another file, removed and written anew.
+    const std::function<void()> changes[] = {
+        [&] { std::filesystem::resize_file(path, 0); },
+        [&] { std::ofstream(path, std::ios::binary) << loader.good; },
+        [&] { std::filesystem::rename(folder.Write("other", loader.good), path); },
+        [&] { folder.Write(loader.fileName, loader.good); },
+    };
     std::thread changer([&] {
-      for (int step = 0; !isDone; ++step) {
-        if (step % 4 == 0) std::filesystem::resize_file(path, 0);
-        if (step % 4 == 1) std::ofstream(path, std::ios::binary) << loader.good;
-        if (step % 4 == 2)
-          std::filesystem::copy_file(path, other, std::filesystem::copy_options::overwrite_existing);
-        if (step % 4 == 2) std::filesystem::rename(other, path);
-        if (step % 4 == 3)
-          std::filesystem::remove(path), std::ofstream(path, std::ios::binary) << loader.good;
+      while (!isDone) {
+        for (const auto& change : changes) change();
       }
     });
     for (int i = 0; i < 300; ++i) {
@@ -95,36 +94,33 @@ TEST(FileFaults, TheLogGoesOnWhenItsPlaceIsBack) {
   std::filesystem::permissions(folder.Path(), perms::all);
   CDebug::LogInit();
   std::filesystem::permissions(log, perms::all);
-  const auto move = [](const std::string& from, const std::string& to) { std::filesystem::rename(from, to); };
-  const auto rights = [](const std::string& path, perms to) { std::filesystem::permissions(path, to); };
-  const struct {
-    const char* what;
-    std::function<void()> begin, end;
-  } faults[] = {
-      {"folder gone", [&] { move(log, away); }, [&] { move(away, log); }},
-      {"folder a file", [&] { move(log, away), std::ofstream(log) << "x"; },
-       [&] { std::filesystem::remove(log), move(away, log); }},
-      {"file a folder", [&] { move(file, away), std::filesystem::create_directory(file); },
-       [&] { std::filesystem::remove(file), move(away, file); }},
-      {"disk full", [&] { move(file, away), std::filesystem::create_symlink("/dev/full", file); },
-       [&] { std::filesystem::remove(file), move(away, file); }},
-      {"read-only", [&] { rights(file, perms::owner_read | perms::others_read); },
-       [&] { rights(file, perms::all); }},
-  };
   CDebug::LogOut("begin");
   std::filesystem::permissions(file, perms::all);
   std::string expected = "begin\n";
-  for (const auto& fault : faults) {
-    fault.begin();
+  const auto faulted = [&](const char* what, const std::function<void()>& begin,
+                           const std::function<void()>& end) {
+    begin();
     {
       const AsNobody nobody;
-      CDebug::LogOut("lost to: %s", fault.what);
+      CDebug::LogOut("lost to: %s", what);
     }
-    fault.end();
+    end();
     const AsNobody nobody;
-    CDebug::LogOut("after: %s", fault.what);
-    expected += std::string("after: ") + fault.what + "\n";
-  }
+    CDebug::LogOut("after: %s", what);
+    expected.append("after: ").append(what).append("\n");
+  };
+  // Something else stands for a while where `path` should be.
+  const auto replaced = [&](const char* what, const std::string& path, const std::function<void()>& put) {
+    const auto begin = [&] { std::filesystem::rename(path, away), put(); };
+    faulted(what, begin, [&] { std::filesystem::remove(path), std::filesystem::rename(away, path); });
+  };
+  replaced("folder gone", log, [] {});
+  replaced("folder a file", log, [&] { std::ofstream(log) << "x"; });
+  replaced("file a folder", file, [&] { std::filesystem::create_directory(file); });
+  replaced("disk full", file, [&] { std::filesystem::create_symlink("/dev/full", file); });
+  const auto rights = [&](perms to) { std::filesystem::permissions(file, to); };
+  faulted(
+      "read-only", [&] { rights(perms::owner_read | perms::others_read); }, [&] { rights(perms::all); });
   std::ifstream in(file);
   std::string seen;
   for (std::string line; std::getline(in, line);)

@@ -14,7 +14,7 @@ TEST(FileFaults, LoadersGiveTheirFailureValues) {
   const std::string longName(4000, 'x');
   const std::string gbk = "\xB0\xA1\x81\x5C\xC4\xBF";  // 啊乗目, of which one ends in the byte of a backslash
   std::filesystem::create_directories(folder.Path("nothing"));
-  for (const test::Loader& loader : test::Loaders()) {
+  for (const test::Loader& loader : test::kLoaders) {
     const std::string name = loader.fileName;
     folder.Write("good/" + name, loader.good);
     folder.Write(std::string(gbk).append("/").append(name), loader.good);

@@ -12,6 +12,7 @@
 
 #include "data/wire/Sinks.h"
 #include "records/Units.h"
+#include "tests/reliability/Loaders.h"
 #include "tests/support/AppFolder.h"
 #include "tests/support/LiteralRecords.h"
 #include "tests/support/PlainDict.h"
@@ -25,7 +26,6 @@ using test::RefuseEachOf;
 
 // Longer than what a string holds inside itself.
 const char* const kLong = "a text that is longer than any string keeps without the heap";
-constexpr unsigned long kGame = 0;  // of no name, so its files lie in the program's folder itself
 
 std::string Bytes(const CByteBuffer& buffer) {
   return {reinterpret_cast<const char*>(buffer.Data()), static_cast<std::size_t>(buffer.Length())};
@@ -40,12 +40,7 @@ std::string See(const CStringList& list) {
   for (POSITION position = list.GetHeadPosition(); position;) (all += ",") += See(list.GetNext(position));
   return all;
 }
-std::string See(const CUtiCounterTable& table) {
-  std::string all;
-  for (const auto& [key, value] : table.Counters)
-    all += std::to_string(key) + "=" + std::to_string(value) + " ";
-  return all;
-}
+std::string See(const CUtiCounterTable& table) { return testing::PrintToString(table.Counters); }
 std::string See(const CUtiBundleTable& table) {
   CStreamReader stream;
   table.Write(stream);
@@ -68,72 +63,73 @@ void RefuseRows(const Row<T> (&rows)[kCount]) {
     RefuseEachOf<T>(row.what, row.promise, row.prepare, row.operate, [](T& object) { return See(object); });
 }
 
+// An operation of which nothing is to be seen afterwards.
+void RefuseAlone(const char* what, const std::function<void()>& operate) {
+  const auto make = [&] { return test::Subject{operate, [] { return std::string(); }}; };
+  EXPECT_GT(RefuseEach(what, AfterRefusal::kUsable, make), 0) << what << " asks the heap for nothing";
+}
+
 constexpr auto kAllOrNothing = AfterRefusal::kAllOrNothing;
 constexpr auto kSilent = AfterRefusal::kSilent;
 constexpr auto kUsable = AfterRefusal::kUsable;
 constexpr auto kUsableSilent = AfterRefusal::kUsableSilent;
 
 TEST(FullHeap, StringsStayAsTheyWere) {
+  const auto old = [](CString& s) { s = "12345678901234567890"; };
   const Row<CString> strings[] = {
       {"assign", kAllOrNothing, nullptr, [](CString& s) { s = kLong; }},
-      {"append", kAllOrNothing, [](CString& s) { s = "begin"; }, [](CString& s) { s += kLong; }},
-      {"format", kAllOrNothing, [](CString& s) { s = "old"; },
-       [](CString& s) { s.Format("%s %S", kLong, u"wide"); }},
-      {"buffer", kAllOrNothing, [](CString& s) { s = "old"; }, [](CString& s) { s.GetBuffer(100); }},
-      {"separators", kAllOrNothing, [](CString& s) { s = "12345678901234567890"; },
-       [](CString& s) { CUtiNumber::InsertSeparator(s, s); }},
-      {"numerals", kAllOrNothing, [](CString& s) { s = "12345678901234567890"; },
-       [](CString& s) { CUtiNumber::ChangeLowerNum2UpperNum(s, s); }},
+      {"append", kAllOrNothing, old, [](CString& s) { s += kLong; }},
+      {"format", kAllOrNothing, old, [](CString& s) { s.Format("%s %S", kLong, u"wide"); }},
+      {"buffer", kAllOrNothing, old, [](CString& s) { s.GetBuffer(100); }},
+      {"separators", kAllOrNothing, old, [](CString& s) { CUtiNumber::InsertSeparator(s, s); }},
+      {"numerals", kAllOrNothing, old, [](CString& s) { CUtiNumber::ChangeLowerNum2UpperNum(s, s); }},
       {"time", kAllOrNothing, nullptr, [](CString& s) { s = CKxTime::DWord2String(0x363AC8B8); }},
-      {"path", kAllOrNothing, nullptr, [](CString& s) { s = CUtiIO::GetGamePath(kGame, kLong); }},
+      {"path", kAllOrNothing, nullptr, [](CString& s) { s = CUtiIO::GetGamePath(0, kLong); }},
   };
   RefuseRows(strings);
+  const auto kept = [](CStringList& l) { l.AddTail("kept"); };
   const Row<CStringList> lists[] = {
-      {"add", kAllOrNothing, [](CStringList& l) { l.AddTail("kept"); },
-       [](CStringList& l) { l.AddTail(kLong); }},
+      {"add", kAllOrNothing, kept, [](CStringList& l) { l.AddTail(kLong); }},
   };
   RefuseRows(lists);
-  const auto old = [](CTextString& s) { s = "what was there before"; };
+  const auto before = [](CTextString& s) { s = "what was there before"; };
   const Row<CTextString> texts[] = {
-      {"assign", kAllOrNothing, old, [](CTextString& s) { s = kLong; }},
-      {"append", kAllOrNothing, old, [](CTextString& s) { s.append(500, 'x'); }},
-      {"insert", kAllOrNothing, old, [](CTextString& s) { s.replace(3, 1, kLong, 40); }},
-      {"replace all", kAllOrNothing, old, [](CTextString& s) { s.ReplaceAll("e", s.c_str()); }},
-      {"resize", kAllOrNothing, old, [](CTextString& s) { s.ResizeBuffer(1000); }},
-      {"copy", kAllOrNothing, old, [](CTextString& s) { s = CTextString(CTextString(kLong)); }},
+      {"assign", kAllOrNothing, before, [](CTextString& s) { s = kLong; }},
+      {"append", kAllOrNothing, before, [](CTextString& s) { s.append(500, 'x'); }},
+      {"insert", kAllOrNothing, before, [](CTextString& s) { s.replace(3, 1, kLong, 40); }},
+      {"replace all", kAllOrNothing, before, [](CTextString& s) { s.ReplaceAll("e", s.c_str()); }},
+      {"resize", kAllOrNothing, before, [](CTextString& s) { s.ResizeBuffer(1000); }},
+      {"copy", kAllOrNothing, before, [](CTextString& s) { s = CTextString(CTextString(kLong)); }},
   };
   RefuseRows(texts);
 }
 
+template <class Values>
+void ReadAll(CStreamReader& stream) {
+  Values out;
+  stream >> out;
+}
+
 TEST(FullHeap, BuffersAndStreamsLoseWhatDoesNotFitAndNothingElse) {
+  const auto thousand = [](CByteBuffer& b) { b.SetLength(1000); };
   const Row<CByteBuffer> buffers[] = {
       {"append", kSilent, nullptr, [](CByteBuffer& b) { b.Append(kLong, 40); }},
-      {"text", kSilent, [](CByteBuffer& b) { b.SetLength(1000); },
-       [](CByteBuffer& b) { b.AppendText(kLong); }},
-      {"length", kSilent, [](CByteBuffer& b) { b.Append(kLong, 40); },
-       [](CByteBuffer& b) { b.SetLength(5000); }},
+      {"text", kSilent, thousand, [](CByteBuffer& b) { b.AppendText(kLong); }},
+      {"length", kSilent, thousand, [](CByteBuffer& b) { b.SetLength(5000); }},
   };
   RefuseRows(buffers);
   static const std::vector<std::string> someTexts{kLong, "short", kLong};
   static const std::map<int, int> somePairs{{1, 2}, {3, 4}};
+  const auto nearlyFull = [](CStreamReader& s) { s.SetLength(1023); };
   const auto texts = [](CStreamReader& s) { s << someTexts; };
   const auto pairs = [](CStreamReader& s) { s << somePairs; };
   const Row<CStreamReader> streams[] = {
       {"write number", kSilent, nullptr, [](CStreamReader& s) { s << std::int64_t{5}; }},
-      {"write text", kUsableSilent, [](CStreamReader& s) { s.SetLength(1023); },
-       [](CStreamReader& s) { s << kLong; }},
+      {"write text", kUsableSilent, nearlyFull, [](CStreamReader& s) { s << kLong; }},
       {"write texts", kUsableSilent, nullptr, texts},
       {"write map", kUsableSilent, nullptr, pairs},
-      {"read texts", kUsable, texts,
-       [](CStreamReader& s) {
-         std::vector<std::string> out;
-         s >> out;
-       }},
-      {"read map", kUsable, pairs,
-       [](CStreamReader& s) {
-         std::map<int, int> out;
-         s >> out;
-       }},
+      {"read texts", kUsable, texts, ReadAll<std::vector<std::string>>},
+      {"read map", kUsable, pairs, ReadAll<std::map<int, int>>},
   };
   RefuseRows(streams);
 }
@@ -148,24 +144,20 @@ TEST(FullHeap, DictionariesKeepTheirPairs) {
         [](CStringDict& dict) { dict.SetValue("a key of more than fifteen bytes", kLong); },
         [](CStringDict& dict) { return See(dict); });
   }
+  const auto old = [](CStringDict& d) { d.SetValue("key", "old"); };
+  const auto parse = [](CStringDict& d) { d.Parse("a=1&a key of more than fifteen bytes=2&c=3", "=&"); };
   const Row<CStringDict> rows[] = {
-      {"replace", kAllOrNothing, [](CStringDict& d) { d.SetValue("key", "old"); },
-       [](CStringDict& d) { d.SetValue("key", kLong); }},
-      {"parse", kUsable, nullptr,
-       [](CStringDict& d) { d.Parse("a=1&a key of more than fifteen bytes=2&c=3", "=&"); }},
+      {"replace", kAllOrNothing, old, [](CStringDict& d) { d.SetValue("key", kLong); }},
+      {"parse", kUsable, nullptr, parse},
   };
   RefuseRows(rows);
-  EXPECT_GT(RefuseEach("make", kUsable,
-                       [] {
-                         return test::Subject{[] { CStringDict(); }, [] { return std::string(); }};
-                       }),
-            0);
+  RefuseAlone("make", [] { CStringDict(); });
 }
 
 TEST(FullHeap, TablesCanBeUsedAfterwards) {
+  const auto one = [](CUtiCounterTable& t) { t.SetCounter(1, 1); };
   const Row<CUtiCounterTable> counters[] = {
-      {"set", kAllOrNothing, [](CUtiCounterTable& t) { t.SetCounter(1, 1); },
-       [](CUtiCounterTable& t) { t.SetCounter(2, 2); }},
+      {"set", kAllOrNothing, one, [](CUtiCounterTable& t) { t.SetCounter(2, 2); }},
       {"from text", kUsable, nullptr, [](CUtiCounterTable& t) { t.LoadFromText("1=5&2=6&17=-9&"); }},
   };
   RefuseRows(counters);
@@ -173,15 +165,12 @@ TEST(FullHeap, TablesCanBeUsedAfterwards) {
     t.AddToGroup(1, 1);
     t.SetBundle(1, BundleRecord());
   };
+  static BundleRecord bundle;
+  bundle.Entries.resize(3);
   const Row<CUtiBundleTable> bundles[] = {
       {"group", kAllOrNothing, filled, [](CUtiBundleTable& t) { t.AddToGroup(2, 2); }},
       {"member", kAllOrNothing, filled, [](CUtiBundleTable& t) { t.AddToGroup(2, 1); }},
-      {"bundle", kAllOrNothing, filled,
-       [](CUtiBundleTable& t) {
-         BundleRecord bundle;
-         bundle.Entries.resize(3);
-         t.SetBundle(2, bundle);
-       }},
+      {"bundle", kAllOrNothing, filled, [](CUtiBundleTable& t) { t.SetBundle(2, bundle); }},
       {"mark", kAllOrNothing, filled, [](CUtiBundleTable& t) { t.MarkId(5); }},
   };
   RefuseRows(bundles);
@@ -224,25 +213,18 @@ TEST(FullHeap, RecordsLeaveTheRestOnTheStream) {
 
 TEST(FullHeap, DescriptionsEndInBadAllocOrAreWhole) {
   const std::string bytes(2000, '\x01');
-  const auto row = [](const char* what, const std::function<void()>& operate) {
-    EXPECT_GT(RefuseEach(what, kUsable,
-                         [=] {
-                           return test::Subject{operate, [] { return std::string(); }};
-                         }),
-              0);
-  };
-  row("names", [] { zvuti::RecordNames(); });
-  row("list", [] {
+  RefuseAlone("names", [] { zvuti::RecordNames(); });
+  RefuseAlone("list", [] {
     std::vector<zvuti::RecordRow> rows;
     zvuti::ListRecord("PlayerRecord", rows);
   });
   for (const char* record : {"PlayerProfile", "CUtiBundleTable"}) {
-    row(record, [=] {
+    RefuseAlone(record, [&] {
       zvuti::RecordDump dump;
       zvuti::DumpRecord(record, bytes.data(), bytes.size(), dump);
     });
   }
-  row("fill", [] {
+  RefuseAlone("fill", [] {
     std::string out, problem;
     zvuti::FillRecord("CUtiBundleTable", {{"Groups[1][0]", "9"}, {"Bundles[2].Value", "6"}, {"Wrong", "1"}},
                       out, problem);
@@ -250,49 +232,34 @@ TEST(FullHeap, DescriptionsEndInBadAllocOrAreWhole) {
 }
 
 TEST(FullHeap, FilesAreReadOrRefused) {
-  test::AppFolder folder;
-  const std::string levels = folder.Write("levels", "1 0\n2 100\n3 1000\n");
-  const std::string dword = folder.Write("dword", "\x01\x02\x03\x04");
-  folder.Write("Rank.ini", "first 0 a_name_of_more_than_fifteen_bytes 100 third 1000");
-  folder.Write("Task.ini", "[AutoTask]\n1=a name of more than fifteen bytes\n");
+  const test::AppFolder folder;
+  for (const test::Loader& loader : test::kLoaders) {
+    folder.Write(loader.fileName, loader.good);
+    RefuseEach(loader.fileName, kUsable, [&] {
+      auto result = std::make_shared<std::string>();
+      return test::Subject{[&, result] { *result = test::LoadOrThrow(loader, folder.Path()); },
+                           [result] { return *result; }};
+    });
+  }
+  RefuseAlone("adapters", [] {
+    unsigned char buffer[60];
+    int length = 0;
+    CUtiMacInfo::GetAllMacAddress(buffer, sizeof buffer, &length);
+    CUtiMacInfo::GetAllMacAddress2(buffer, sizeof buffer, &length);
+  });
   folder.Write("log/lobby.log", "");
-  const auto row = [](const char* what, AfterRefusal promise, const std::function<void()>& operate,
-                      const std::function<std::string()>& state) {
-    EXPECT_GT(RefuseEach(what, promise, [=] { return test::Subject{operate, state}; }), 0) << what;
+  const auto logged = [&] {
+    // Lines are whole or lost; then the log is emptied for the next try.
+    const std::string log = folder.ReadText("log/lobby.log");
+    EXPECT_TRUE(log.empty() || log.substr(24) == kLong + std::string("\n")) << log;
+    folder.Write("log/lobby.log", "");
+    return std::string();
   };
-  const auto nothing = [] { return std::string(); };
-  row(
-      "levels", kUsable, [=] { CUtiExpLevel().LoadLevelConfig(levels); }, nothing);
-  row(
-      "ranks", kUsable, [] { CUtiRank().LoadRankConfig(kGame); }, nothing);
-  row(
-      "tasks", kUsable,
-      [] {
-        CUtiTaskAuto tasks;
-        tasks.Load(kGame);
-        tasks.GetName(1);
-      },
-      nothing);
-  row(
-      "number", kUsable, [=] { CUtiIO::ReadDWordFromFile(dword.c_str()); }, nothing);
-  row(
-      "adapters", kUsable,
-      [] {
-        unsigned char buffer[60];
-        int length = 0;
-        CUtiMacInfo::GetAllMacAddress(buffer, sizeof buffer, &length);
-        CUtiMacInfo::GetAllMacAddress2(buffer, sizeof buffer, &length);
-      },
-      nothing);
-  row(
-      "log", kUsable, [] { CDebug::LogOut("%s", kLong); },
-      [&] {
-        // Lines are whole or lost; then the log is emptied for the next try.
-        const std::string log = folder.ReadText("log/lobby.log");
-        EXPECT_TRUE(log.empty() || log.substr(24) == kLong + std::string("\n")) << log;
-        folder.Write("log/lobby.log", "");
-        return std::string();
-      });
+  EXPECT_GT(RefuseEach("log", kUsable,
+                       [&] {
+                         return test::Subject{[] { CDebug::LogOut("%s", kLong); }, logged};
+                       }),
+            0);
 }
 
 }  // namespace
