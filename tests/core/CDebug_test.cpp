@@ -6,28 +6,24 @@
 #include <sstream>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
-#include "tests/support/DoorsGuard.h"
-#include "tests/support/TempFolder.h"
+#include "tests/support/AppFolder.h"
 #include "tests/support/Wine.h"
 
 namespace {
 
-std::string programFolder;
-
 class CDebugTest : public testing::Test {
  protected:
   CDebugTest() {
-    programFolder = folder_.Path() + "/";
-    doors_->applicationFolder = [] { return programFolder; };
     doors_->getLocalTime = [](SYSTEMTIME* out) { *out = {2013, 8, 4, 29, 1, 2, 3, 4}; };
   }
 
   std::string Log() const { return folder_.ReadText("log/lobby.log"); }
   bool Exists(const char* name) const { return std::filesystem::exists(folder_.Path(name)); }
 
-  test::TempFolder folder_;
+  test::AppFolder folder_;
   test::DoorsGuard doors_;
 };
 
@@ -61,7 +57,7 @@ TEST_F(CDebugTest, ReadsTheTimeWhenTheFileIsOpen) {
   folder_.Write("log/other", "");  // the folder is there without LogInit
   static bool wasOpen = false;
   doors_->getLocalTime = [](SYSTEMTIME* out) {
-    wasOpen = std::filesystem::exists(programFolder + "log/lobby.log");
+    wasOpen = std::filesystem::exists(zvuti::TheDoors().applicationFolder() + "log/lobby.log");
     *out = {2063, 12, 1, 31, 23, 59, 60, 999};
   };
   CDebug::LogOut("x");
@@ -71,10 +67,7 @@ TEST_F(CDebugTest, ReadsTheTimeWhenTheFileIsOpen) {
 
 TEST_F(CDebugTest, CutsLongTextBehindAWholeCharacter) {
   CDebug::LogInit();
-  const struct {
-    std::string text;
-    std::size_t kept;
-  } cases[] = {
+  const std::pair<std::string, std::size_t> cases[] = {
       {std::string(1023, 'x'), 1023},
       {std::string(1024, 'x'), 1023},
       {std::string(1021, 'x') + "\xB0\xA1", 1023},
@@ -83,9 +76,9 @@ TEST_F(CDebugTest, CutsLongTextBehindAWholeCharacter) {
       {std::string(1022, 'x') + "\xB0", 1023},
   };
   std::string expected;
-  for (const auto& c : cases) {
-    CDebug::LogOut("%s", c.text.c_str());
-    expected += "2013-08-29 01:02:03,004 " + c.text.substr(0, c.kept) + "\n";
+  for (const auto& [text, kept] : cases) {
+    CDebug::LogOut("%s", text.c_str());
+    expected += "2013-08-29 01:02:03,004 " + text.substr(0, kept) + "\n";
   }
   EXPECT_TRUE(Log() == expected);
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <random>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -39,9 +40,7 @@ TEST(CKxTime, ReadsBackEveryWordThatItPrinted) {
 }
 
 TEST(CKxTime, CutsNumbersToTheirFieldsAndLeavesMissingOnesZero) {
-  const struct {
-    const char *text, *read;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"2013-8-29 1:2:3", "2013-08-29 01:02:03"},
       {"  +2013-\t8- 29\n\v1: 2: 3 and more", "2013-08-29 01:02:03"},
       {"2013-8-2913:34:56", "2013-08-01 00:00:00"},  // 2913 is one number, and a colon no hour
@@ -59,8 +58,8 @@ TEST(CKxTime, CutsNumbersToTheirFieldsAndLeavesMissingOnesZero) {
        "12:34",
        "2013-08-29 00:00:00"},
   };
-  for (const auto& c : cases)
-    EXPECT_EQ(CKxTime::DWord2String(CKxTime::String2DWord(c.text)), c.read) << c.text;
+  for (const auto& [text, read] : cases)
+    EXPECT_EQ(CKxTime::DWord2String(CKxTime::String2DWord(text)), read) << text;
   EXPECT_EQ(CKxTime::String2DWord(nullptr), 0u);
 }
 

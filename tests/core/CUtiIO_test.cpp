@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "tests/support/DoorsGuard.h"
 #include "tests/support/TempFolder.h"
@@ -20,18 +21,15 @@ TEST(CUtiIO, JoinsTheProgramsFolderTheCodeNameAndTheFile) {
 
 TEST(CUtiIO, ReadsTheFirstFourBytesLeastFirst) {
   const test::TempFolder folder;
-  const struct {
-    std::string bytes;
-    unsigned long word;
-  } cases[] = {
+  const std::pair<std::string, unsigned long> cases[] = {
       {"", 0},
       {"\x01\x02\x03", 0},
       {"\x01\x02\x03\xF4", 0xF4030201},
       {"\0\0\0\x80"s, 0x80000000},
       {"\x1A\r\n\xFF\x05", 0xFF0A0D1A},  // bytes as they stand, nothing behind the fourth
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(CUtiIO::ReadDWordFromFile(folder.Write("word", c.bytes).c_str()), c.word) << c.bytes.size();
+  for (const auto& [bytes, word] : cases) {
+    EXPECT_EQ(CUtiIO::ReadDWordFromFile(folder.Write("word", bytes).c_str()), word) << bytes.size();
   }
   EXPECT_EQ(CUtiIO::ReadDWordFromFile((folder.Path() + "\\word").c_str()), 0xFF0A0D1A);
   EXPECT_EQ(CUtiIO::ReadDWordFromFile(folder.Path().c_str()), 0u);

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <locale>
+#include <utility>
 
 #include "tests/support/HeapFaults.h"
 #include "tests/support/TempFolder.h"
@@ -38,9 +39,7 @@ TEST(CUtiExpLevel, TakesUnorderedTablesAsTheyCome) {
 }
 
 TEST(CUtiExpLevel, KeepsTheWholeRecordsBeforeOneThatCannotBeRead) {
-  const struct {
-    std::string file, records;
-  } cases[] = {
+  const std::pair<std::string, std::string> cases[] = {
       {"1 10\r\n2 20\r\n", "1@10 2@20 "},
       {" 1\t10 2\n20\v\f+3 +30 \n\n", "1@10 2@20 3@30 "},
       {"-2147483648 -9 2147483647 9223372036854775807", "-2147483648@-9 2147483647@9223372036854775807 "},
@@ -61,15 +60,15 @@ TEST(CUtiExpLevel, KeepsTheWholeRecordsBeforeOneThatCannotBeRead) {
   };
   const std::locale before = std::locale::global(std::locale(std::locale(), new Grouped));
   const test::TempFolder folder;
-  for (const auto& c : cases) {
+  for (const auto& [file, expected] : cases) {
     CUtiExpLevel table;
-    EXPECT_EQ(table.LoadLevelConfig(folder.Write("level.txt", c.file)), 1) << c.file;
+    EXPECT_EQ(table.LoadLevelConfig(folder.Write("level.txt", file)), 1) << file;
     std::string records;
     for (int place = 1; table.GetExpByLevel(place) != 0; ++place) {
       const std::int64_t exp = table.GetExpByLevel(place);
       records += std::to_string(table.GetLevelByExp(exp)) + "@" + std::to_string(exp) + " ";
     }
-    EXPECT_EQ(records, c.records) << c.file;
+    EXPECT_EQ(records, expected) << file;
   }
   std::locale::global(before);
 }

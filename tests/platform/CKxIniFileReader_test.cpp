@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "tests/support/TempFolder.h"
 
@@ -47,9 +48,7 @@ TEST(CKxIniFileReader, FindsKeysOfTheFirstSectionOfAName) {
 }
 
 TEST(CKxIniFileReader, CutsBlanksAndOnePairOfQuotes) {
-  const struct {
-    std::string written, read;
-  } cases[] = {
+  const std::pair<std::string, std::string> cases[] = {
       {" \t\v\fone two\t ", "one two"},
       {"one ; two", "one ; two"},
       {"\" one \"", " one "},
@@ -62,10 +61,10 @@ TEST(CKxIniFileReader, CutsBlanksAndOnePairOfQuotes) {
       {"\x81[\x81\\\x81]\xFE\xFE\x81", "\x81[\x81\\\x81]\xFE\xFE\x81"},
       {"one\0two"s, "one"},
   };
-  for (const auto& c : cases) {
+  for (const auto& [written, read] : cases) {
     for (const char* end : {"\n", "\r\n", "\r", "\r\r\n"}) {
-      const std::string file = "[S]"s + end + "k =" + c.written + end + end + " next= yes" + end;
-      ExpectAll("S", {{file, "k", c.read}, {file, "next", "yes"}});
+      const std::string file = "[S]"s + end + "k =" + written + end + end + " next= yes" + end;
+      ExpectAll("S", {{file, "k", read}, {file, "next", "yes"}});
     }
   }
 }
