@@ -1,14 +1,14 @@
 #include <ZvUtiLib/CDebug.h>
 #include <gtest/gtest.h>
 
-#include <cstdio>
+#include <cstdint>
 #include <filesystem>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <utility>
 #include <vector>
 
+#include "tests/reliability/LogLines.h"
 #include "tests/support/AppFolder.h"
 #include "tests/support/Wine.h"
 
@@ -86,29 +86,17 @@ TEST_F(CDebugTest, CutsLongTextBehindAWholeCharacter) {
 TEST_F(CDebugTest, KeepsEveryLineOfManyThreadsWhole) {
   if (test::IsWine())
     GTEST_SKIP() << "Wine appends in two steps: it asks where the end is, then writes there";
-  constexpr int kThreads = 8, kLines = 1000;
+  constexpr std::int64_t kThreads = 8, kLines = 1000;
   CDebug::LogInit();
   std::vector<std::thread> threads;
   threads.reserve(kThreads);
-  for (int thread = 0; thread < kThreads; ++thread) {
+  for (std::size_t thread = 0; thread < kThreads; ++thread) {
     threads.emplace_back([thread] {
-      const std::string tail(static_cast<std::size_t>(thread) * 100, static_cast<char>('a' + thread));
-      for (int line = 0; line < kLines; ++line) CDebug::LogOut("%d %d %s.", thread, line, tail.c_str());
+      for (int line = 0; line < kLines; ++line) CDebug::LogOut("%s", test::LogLine(thread, line).c_str());
     });
   }
   for (std::thread& thread : threads) thread.join();
-
-  std::istringstream log(Log());
-  std::vector<int> next(kThreads, 0);
-  for (std::string line; std::getline(log, line);) {
-    std::size_t thread = kThreads;
-    ASSERT_EQ(std::sscanf(line.c_str(), "2013-08-29 01:02:03,004 %zu ", &thread), 1) << line;
-    ASSERT_LT(thread, next.size()) << line;
-    const std::string tail(thread * 100, static_cast<char>('a' + thread));
-    ASSERT_EQ(line, "2013-08-29 01:02:03,004 " + std::to_string(thread) + " " +
-                        std::to_string(next[thread]++) + " " + tail + ".");
-  }
-  EXPECT_EQ(next, std::vector<int>(kThreads, kLines));
+  EXPECT_EQ(test::LogLinesOf(Log(), kThreads), std::vector<std::int64_t>(kThreads, kLines));
 }
 
 }  // namespace

@@ -9,25 +9,21 @@
 namespace {
 
 TEST(CKxTime, PrintsAndSplitsWords) {
-  const struct {
-    unsigned long word;
-    const char* text;
-    unsigned long fields[6];
-  } cases[] = {
-      {0, "2000-00-00 00:00:00", {2000, 0, 0, 0, 0, 0}},
-      {0x363AC8B8, "2013-08-29 12:34:56", {2013, 8, 29, 12, 34, 56}},
-      {0x00420000, "2000-01-01 00:00:00", {2000, 1, 1, 0, 0, 0}},
-      {0xFFFFFFFF, "2063-15-31 31:63:63", {2063, 15, 31, 31, 63, 63}},
-      {~0ul, "2063-15-31 31:63:63", {2063, 15, 31, 31, 63, 63}},  // only the low 32 bits count
+  const std::pair<unsigned long, const char*> cases[] = {
+      {0, "2000-00-00 00:00:00"},          {0x363AC8B8, "2013-08-29 12:34:56"},
+      {0x00420000, "2000-01-01 00:00:00"}, {0xFFFFFFFF, "2063-15-31 31:63:63"},
+      {~0ul, "2063-15-31 31:63:63"},  // only the low 32 bits count
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(CKxTime::DWord2String(c.word), c.text);
-    EXPECT_EQ(CKxTime::DWord2StringNoSecond(c.word), std::string(c.text, 16).c_str());
-    EXPECT_EQ(CKxTime::String2DWord(c.text), c.word & 0xFFFFFFFF);
-    const unsigned long fields[] = {CKxTime::GetYearFromWord(c.word),   CKxTime::GetMonthFromWord(c.word),
-                                    CKxTime::GetDayFromWord(c.word),    CKxTime::GetHourFromWord(c.word),
-                                    CKxTime::GetMinuteFromWord(c.word), CKxTime::GetSecondFromWord(c.word)};
-    for (int i = 0; i < 6; ++i) EXPECT_EQ(fields[i], c.fields[i]) << c.text << " field " << i;
+  for (const auto& [word, text] : cases) {
+    EXPECT_EQ(CKxTime::DWord2String(word), text);
+    EXPECT_EQ(CKxTime::DWord2StringNoSecond(word), std::string(text, 16).c_str());
+    EXPECT_EQ(CKxTime::String2DWord(text), word & 0xFFFFFFFF);
+    CString parts;
+    parts.Format("%lu-%02lu-%02lu %02lu:%02lu:%02lu", CKxTime::GetYearFromWord(word),
+                 CKxTime::GetMonthFromWord(word), CKxTime::GetDayFromWord(word),
+                 CKxTime::GetHourFromWord(word), CKxTime::GetMinuteFromWord(word),
+                 CKxTime::GetSecondFromWord(word));
+    EXPECT_EQ(parts, text);
   }
 }
 

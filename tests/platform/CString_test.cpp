@@ -78,13 +78,6 @@ TEST(CString, FindsAndReplacesByCharacters) {
   EXPECT_EQ(path, "a\x81\\b/c");
 }
 
-TEST(CString, FormatsTextOfAnyLength) {
-  CString text;
-  text.Format("%0*d", 1000, 7);
-  EXPECT_EQ(text.GetLength(), 1000);
-  EXPECT_EQ(text.Right(2), "07");
-}
-
 TEST(CString, BufferIsWrittenInPlace) {
   CString text("kept");
   text.GetBuffer(1);

@@ -32,45 +32,35 @@ std::size_t Bounded(char* out, std::size_t capacity, const char* format, ...) {
   return length;
 }
 
-struct Row {
-  std::string got, expected;
-};
-
 const std::int64_t kBig = -1234567890123;
 const char* const kNull = nullptr;
 const char16_t kWide[] = u"\u4E2D\u6587x";  // 中文x
 constexpr char kGbk[] = "\xD6\xD0\xCE\xC4x";
 
 TEST(Formatter, ReadsTheIntegerPrefixesOfThePlatform) {
-  const Row rows[] = {
-      {Formatted("%I64d %d", kBig, 7), "-1234567890123 7"},
-      {Formatted("%+20I64i|%-20I64d|", -kBig, kBig), "      +1234567890123|-1234567890123      |"},
-      {Formatted("%016I64x %I64X %I64o %I64u", kBig, kBig, std::int64_t{8}, kBig),
-       "fffffee08e04fb35 FFFFFEE08E04FB35 10 18446742839141661493"},
-      {Formatted("%*I64d %.*I64d", 4, std::int64_t{1}, 4, std::int64_t{-1}), "   1 -0001"},
-      {Formatted("%I32d %I32u %3I32x", -5, 5, 10), "-5 5   a"},
-      {Formatted("%Id %Iu %d", std::ptrdiff_t{-5}, std::size_t{6}, 7), "-5 6 7"},
-      {Formatted("%%I64d %%%I64d%%", kBig), "%I64d %-1234567890123%"},
-      {Formatted("%lld %5lld %ld %hd", static_cast<long long>(kBig), 3LL, 4L, 65537),
-       "-1234567890123     3 4 1"},
-      {Formatted("%Fd %Ls %Ld %F", 1, "two", 3, 0.5), "1 two 3 0.500000"},
-      {Formatted("%I64d", INT64_MIN), "-9223372036854775808"},
-  };
-  for (const Row& row : rows) EXPECT_EQ(row.got, row.expected);
+  EXPECT_EQ(Formatted("%I64d %d", kBig, 7), "-1234567890123 7");
+  EXPECT_EQ(Formatted("%+20I64i|%-20I64d|", -kBig, kBig), "      +1234567890123|-1234567890123      |");
+  EXPECT_EQ(Formatted("%016I64x %I64X %I64o %I64u", kBig, kBig, std::int64_t{8}, kBig),
+            "fffffee08e04fb35 FFFFFEE08E04FB35 10 18446742839141661493");
+  EXPECT_EQ(Formatted("%*I64d %.*I64d", 4, std::int64_t{1}, 4, std::int64_t{-1}), "   1 -0001");
+  EXPECT_EQ(Formatted("%I32d %I32u %3I32x", -5, 5, 10), "-5 5   a");
+  EXPECT_EQ(Formatted("%Id %Iu %d", std::ptrdiff_t{-5}, std::size_t{6}, 7), "-5 6 7");
+  EXPECT_EQ(Formatted("%%I64d %%%I64d%%", kBig), "%I64d %-1234567890123%");
+  EXPECT_EQ(Formatted("%lld %5lld %ld %hd", static_cast<long long>(kBig), 3LL, 4L, 65537),
+            "-1234567890123     3 4 1");
+  EXPECT_EQ(Formatted("%Fd %Ls %Ld %F", 1, "two", 3, 0.5), "1 two 3 0.500000");
+  EXPECT_EQ(Formatted("%I64d", INT64_MIN), "-9223372036854775808");
 }
 
 TEST(Formatter, WideTextHasSixteenBitUnitsAndBecomesGbk) {
   const std::string gbk = kGbk;
-  const Row rows[] = {
-      {Formatted("%S %ls %lS %d", kWide, kWide, kWide, 7), gbk + " " + gbk + " " + gbk + " 7"},
-      {Formatted("%.1S|%6.2ls|%-6.2S|%*.*S", kWide, kWide, kWide, 3, 1, kWide),
-       "\xD6\xD0|  \xD6\xD0\xCE\xC4|\xD6\xD0\xCE\xC4  | \xD6\xD0"},
-      {Formatted("%C%lc%3C", 0x4E2D, 'x', 0x6587), "\xD6\xD0x \xCE\xC4"},
-      {Formatted("%hs %hS %hc %hC", "a", "b", 'c', 'd'), "a b c d"},
-      {Formatted("%s %S %.3s|%8.1ls|%-8s|", kNull, kNull, kNull, kNull, kNull),
-       "(null) (null) (nu|       (|(null)  |"},
-  };
-  for (const Row& row : rows) EXPECT_EQ(row.got, row.expected);
+  EXPECT_EQ(Formatted("%S %ls %lS %d", kWide, kWide, kWide, 7), gbk + " " + gbk + " " + gbk + " 7");
+  EXPECT_EQ(Formatted("%.1S|%6.2ls|%-6.2S|%*.*S", kWide, kWide, kWide, 3, 1, kWide),
+            "\xD6\xD0|  \xD6\xD0\xCE\xC4|\xD6\xD0\xCE\xC4  | \xD6\xD0");
+  EXPECT_EQ(Formatted("%C%lc%3C", 0x4E2D, 'x', 0x6587), "\xD6\xD0x \xCE\xC4");
+  EXPECT_EQ(Formatted("%hs %hS %hc %hC", "a", "b", 'c', 'd'), "a b c d");
+  EXPECT_EQ(Formatted("%s %S %.3s|%8.1ls|%-8s|", kNull, kNull, kNull, kNull, kNull),
+            "(null) (null) (nu|       (|(null)  |");
 
   // A precision keeps the formatter from looking behind the text.
   const char16_t unended[] = {u'a', u'b'};
@@ -79,26 +69,23 @@ TEST(Formatter, WideTextHasSixteenBitUnitsAndBecomesGbk) {
 
 TEST(Formatter, StrangeFormatsAreHarmless) {
   int untouched = 7;
-  const Row rows[] = {
-      {Formatted("abc%"), "abc"},
-      {Formatted("abc%-08.3"), "abc"},
-      {Formatted("abc%5l"), "abc"},
-      {Formatted("abc%I64"), "abc"},
-      {Formatted("abc%*", 5), "abc"},
-      {Formatted(""), ""},
-      {Formatted("a%nb%d", &untouched, 5), "ab5"},
-      {Formatted("%5%%y%-3k%d%1$d", 5), "%%y%-3k5%1$d"},
-      {Formatted("%d\x81%d%d", 1, 2), "1\x81%d2"},  // 81 25 is one character
-      {Formatted("%\x81%d%d", 1), "%\x81%d1"},
-      {Formatted("%d\x81", 1), "1\x81"},
-      {Formatted("%*d|%-*d|%.*d|%*s|", -3, 1, 3, 2, -1, 3, -4, "ab"), "1  |2  |3|ab  |"},
-      {Formatted("%99999999999999999999y"), "%99999999999999999999y"},
-      {Formatted("%Nd %F", 1, 0.5), "1 0.500000"},
-      {Formatted("%N"), "%N"},
-      {Formatted("%jd %zu %td %Lf", std::intmax_t{1}, std::size_t{2}, std::ptrdiff_t{3}, 4.0L),
-       "1 2 3 4.000000"},
-  };
-  for (const Row& row : rows) EXPECT_EQ(row.got, row.expected);
+  EXPECT_EQ(Formatted("abc%"), "abc");
+  EXPECT_EQ(Formatted("abc%-08.3"), "abc");
+  EXPECT_EQ(Formatted("abc%5l"), "abc");
+  EXPECT_EQ(Formatted("abc%I64"), "abc");
+  EXPECT_EQ(Formatted("abc%*", 5), "abc");
+  EXPECT_EQ(Formatted(""), "");
+  EXPECT_EQ(Formatted("a%nb%d", &untouched, 5), "ab5");
+  EXPECT_EQ(Formatted("%5%%y%-3k%d%1$d", 5), "%%y%-3k5%1$d");
+  EXPECT_EQ(Formatted("%d\x81%d%d", 1, 2), "1\x81%d2");  // 81 25 is one character
+  EXPECT_EQ(Formatted("%\x81%d%d", 1), "%\x81%d1");
+  EXPECT_EQ(Formatted("%d\x81", 1), "1\x81");
+  EXPECT_EQ(Formatted("%*d|%-*d|%.*d|%*s|", -3, 1, 3, 2, -1, 3, -4, "ab"), "1  |2  |3|ab  |");
+  EXPECT_EQ(Formatted("%99999999999999999999y"), "%99999999999999999999y");
+  EXPECT_EQ(Formatted("%Nd %F", 1, 0.5), "1 0.500000");
+  EXPECT_EQ(Formatted("%N"), "%N");
+  EXPECT_EQ(Formatted("%jd %zu %td %Lf", std::intmax_t{1}, std::size_t{2}, std::ptrdiff_t{3}, 4.0L),
+            "1 2 3 4.000000");
   EXPECT_EQ(untouched, 7);
 }
 

@@ -9,6 +9,7 @@
 #include "platform/com/NodeText.h"
 #include "tests/support/HeapFaults.h"
 #include "tests/support/TempFolder.h"
+#include "tests/xml/Documents.h"
 
 namespace {
 
@@ -22,12 +23,6 @@ CComPtr<IXMLDOMDocument> NewDocument() {
   EXPECT_EQ(CoCreateInstance(CLSID_DOMDocument, nullptr, CLSCTX_ALL, IID_IXMLDOMDocument, &object), S_OK);
   document.Attach(static_cast<IXMLDOMDocument*>(object));
   return document;
-}
-
-bool LoadsPath(const std::string& path) {
-  VARIANT_BOOL isLoaded = VARIANT_FALSE;
-  NewDocument()->load(zvuti::Variant(path.c_str()).Get(), &isLoaded);
-  return isLoaded == VARIANT_TRUE;
 }
 
 CComPtr<IXMLDOMElement> RootOf(const char* text) {
@@ -143,10 +138,10 @@ TEST(XmlDom, LoadsPathsAndAddressesOfFiles) {
   for (const std::string& good :
        {path + "/a b.xml", path + "/a%20b.xml", path + "/100%25.xml", "file://" + path + "/a%20b.xml",
         "FILE://localhost" + path + "/a%20%62.xml", "file://" + path + "/a%zz%4.xml"})
-    EXPECT_TRUE(LoadsPath(good)) << good;
+    EXPECT_TRUE(test::LoadsFile(good)) << good;
   for (const std::string& bad : {"file://localhostx" + path + "/a b.xml", "file://" + path,
                                  path + "/a%2fb.xml", path + "/a b.xml%00", std::string("file://localhost")})
-    EXPECT_FALSE(LoadsPath(bad)) << bad;
+    EXPECT_FALSE(test::LoadsFile(bad)) << bad;
 
   const CComPtr<IXMLDOMDocument> document = NewDocument();
   VARIANT_BOOL isLoaded = VARIANT_TRUE;

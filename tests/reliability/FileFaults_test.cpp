@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 
 #include "tests/reliability/Loaders.h"
 #include "tests/support/TempFolder.h"
@@ -20,17 +21,13 @@ TEST(FileFaults, LoadersGiveTheirFailureValues) {
     folder.Write(std::string(gbk).append("/").append(name), loader.good);
     folder.Write("empty/" + name, "");
     std::filesystem::create_directories(folder.Path("folder/" + name));
-    const struct {
-      std::string place;
-      const char* expected;
-    } rows[] = {
+    const std::pair<std::string, const char*> rows[] = {
         {"good", loader.whenGood},         {gbk, loader.whenGood},      {"empty", loader.whenEmpty},
         {"nothing", loader.whenNone},      {"folder", loader.whenNone}, {longName, loader.whenNone},
         {"good/" + name, loader.whenNone},
     };
-    for (const auto& row : rows) {
-      EXPECT_EQ(test::LoadOrThrow(loader, folder.Path(row.place)), row.expected)
-          << name << " in " << row.place;
+    for (const auto& [place, expected] : rows) {
+      EXPECT_EQ(test::LoadOrThrow(loader, folder.Path(place)), expected) << name << " in " << place;
     }
   }
 }

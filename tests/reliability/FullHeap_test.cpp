@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <random>
@@ -57,8 +58,8 @@ struct Row {
   void (*operate)(T&);
 };
 
-template <class T, std::size_t kCount>
-void RefuseRows(const Row<T> (&rows)[kCount]) {
+template <class T>
+void RefuseRows(std::initializer_list<Row<T>> rows) {
   for (const Row<T>& row : rows)
     RefuseEachOf<T>(row.what, row.promise, row.prepare, row.operate, [](T& object) { return See(object); });
 }
@@ -76,7 +77,7 @@ constexpr auto kUsableSilent = AfterRefusal::kUsableSilent;
 
 TEST(FullHeap, StringsStayAsTheyWere) {
   const auto old = [](CString& s) { s = "12345678901234567890"; };
-  const Row<CString> strings[] = {
+  RefuseRows<CString>({
       {"assign", kAllOrNothing, nullptr, [](CString& s) { s = kLong; }},
       {"append", kAllOrNothing, old, [](CString& s) { s += kLong; }},
       {"format", kAllOrNothing, old, [](CString& s) { s.Format("%s %S", kLong, u"wide"); }},
@@ -85,23 +86,20 @@ TEST(FullHeap, StringsStayAsTheyWere) {
       {"numerals", kAllOrNothing, old, [](CString& s) { CUtiNumber::ChangeLowerNum2UpperNum(s, s); }},
       {"time", kAllOrNothing, nullptr, [](CString& s) { s = CKxTime::DWord2String(0x363AC8B8); }},
       {"path", kAllOrNothing, nullptr, [](CString& s) { s = CUtiIO::GetGamePath(0, kLong); }},
-  };
-  RefuseRows(strings);
+  });
   const auto kept = [](CStringList& l) { l.AddTail("kept"); };
-  const Row<CStringList> lists[] = {
+  RefuseRows<CStringList>({
       {"add", kAllOrNothing, kept, [](CStringList& l) { l.AddTail(kLong); }},
-  };
-  RefuseRows(lists);
+  });
   const auto before = [](CTextString& s) { s = "what was there before"; };
-  const Row<CTextString> texts[] = {
+  RefuseRows<CTextString>({
       {"assign", kAllOrNothing, before, [](CTextString& s) { s = kLong; }},
       {"append", kAllOrNothing, before, [](CTextString& s) { s.append(500, 'x'); }},
       {"insert", kAllOrNothing, before, [](CTextString& s) { s.replace(3, 1, kLong, 40); }},
       {"replace all", kAllOrNothing, before, [](CTextString& s) { s.ReplaceAll("e", s.c_str()); }},
       {"resize", kAllOrNothing, before, [](CTextString& s) { s.ResizeBuffer(1000); }},
       {"copy", kAllOrNothing, before, [](CTextString& s) { s = CTextString(CTextString(kLong)); }},
-  };
-  RefuseRows(texts);
+  });
 }
 
 template <class Values>
@@ -112,26 +110,24 @@ void ReadAll(CStreamReader& stream) {
 
 TEST(FullHeap, BuffersAndStreamsLoseWhatDoesNotFitAndNothingElse) {
   const auto thousand = [](CByteBuffer& b) { b.SetLength(1000); };
-  const Row<CByteBuffer> buffers[] = {
+  RefuseRows<CByteBuffer>({
       {"append", kSilent, nullptr, [](CByteBuffer& b) { b.Append(kLong, 40); }},
       {"text", kSilent, thousand, [](CByteBuffer& b) { b.AppendText(kLong); }},
       {"length", kSilent, thousand, [](CByteBuffer& b) { b.SetLength(5000); }},
-  };
-  RefuseRows(buffers);
+  });
   static const std::vector<std::string> someTexts{kLong, "short", kLong};
   static const std::map<int, int> somePairs{{1, 2}, {3, 4}};
   const auto nearlyFull = [](CStreamReader& s) { s.SetLength(1023); };
   const auto texts = [](CStreamReader& s) { s << someTexts; };
   const auto pairs = [](CStreamReader& s) { s << somePairs; };
-  const Row<CStreamReader> streams[] = {
+  RefuseRows<CStreamReader>({
       {"write number", kSilent, nullptr, [](CStreamReader& s) { s << std::int64_t{5}; }},
       {"write text", kUsableSilent, nearlyFull, [](CStreamReader& s) { s << kLong; }},
       {"write texts", kUsableSilent, nullptr, texts},
       {"write map", kUsableSilent, nullptr, pairs},
       {"read texts", kUsable, texts, ReadAll<std::vector<std::string>>},
       {"read map", kUsable, pairs, ReadAll<std::map<int, int>>},
-  };
-  RefuseRows(streams);
+  });
 }
 
 TEST(FullHeap, DictionariesKeepTheirPairs) {
@@ -146,34 +142,31 @@ TEST(FullHeap, DictionariesKeepTheirPairs) {
   }
   const auto old = [](CStringDict& d) { d.SetValue("key", "old"); };
   const auto parse = [](CStringDict& d) { d.Parse("a=1&a key of more than fifteen bytes=2&c=3", "=&"); };
-  const Row<CStringDict> rows[] = {
+  RefuseRows<CStringDict>({
       {"replace", kAllOrNothing, old, [](CStringDict& d) { d.SetValue("key", kLong); }},
       {"parse", kUsable, nullptr, parse},
-  };
-  RefuseRows(rows);
+  });
   RefuseAlone("make", [] { CStringDict(); });
 }
 
 TEST(FullHeap, TablesCanBeUsedAfterwards) {
   const auto one = [](CUtiCounterTable& t) { t.SetCounter(1, 1); };
-  const Row<CUtiCounterTable> counters[] = {
+  RefuseRows<CUtiCounterTable>({
       {"set", kAllOrNothing, one, [](CUtiCounterTable& t) { t.SetCounter(2, 2); }},
       {"from text", kUsable, nullptr, [](CUtiCounterTable& t) { t.LoadFromText("1=5&2=6&17=-9&"); }},
-  };
-  RefuseRows(counters);
+  });
   const auto filled = [](CUtiBundleTable& t) {
     t.AddToGroup(1, 1);
     t.SetBundle(1, BundleRecord());
   };
   static BundleRecord bundle;
   bundle.Entries.resize(3);
-  const Row<CUtiBundleTable> bundles[] = {
+  RefuseRows<CUtiBundleTable>({
       {"group", kAllOrNothing, filled, [](CUtiBundleTable& t) { t.AddToGroup(2, 2); }},
       {"member", kAllOrNothing, filled, [](CUtiBundleTable& t) { t.AddToGroup(2, 1); }},
       {"bundle", kAllOrNothing, filled, [](CUtiBundleTable& t) { t.SetBundle(2, bundle); }},
       {"mark", kAllOrNothing, filled, [](CUtiBundleTable& t) { t.MarkId(5); }},
-  };
-  RefuseRows(bundles);
+  });
 }
 
 // A record is read as far as the heap allows. What was not taken stays on the stream, whole.

@@ -4,12 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <iostream>
 #include <random>
 #include <string>
@@ -19,6 +16,7 @@
 #include <ZvUtiLib/ZvUtiLib.h>
 
 #include "records/Units.h"
+#include "tests/reliability/LogLines.h"
 #include "tests/support/AppFolder.h"
 #include "tests/support/GoldenRecords.h"
 #include "tests/support/HeapFaults.h"
@@ -28,7 +26,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int kThreads = 8;
+constexpr std::size_t kThreads = 8;
 constexpr std::int64_t kRoundsForALine = 16;  // the log of a long run has to fit the disk
 
 std::chrono::milliseconds SoakTime() {
@@ -38,7 +36,8 @@ std::chrono::milliseconds SoakTime() {
 
 class Worker {
  public:
-  Worker(int number, const std::string& words) : number_(number), random_(static_cast<unsigned>(number)) {
+  Worker(std::size_t number, const std::string& words)
+      : number_(number), random_(static_cast<unsigned>(number)) {
     words_.Load(words.c_str());
   }
 
@@ -50,7 +49,7 @@ class Worker {
     CUtiNumber::InsertSeparator(number.c_str(), separated);
     CUtiNumber::RemoveSeparator(separated, joined);
     CTextString text;
-    text.Format("%s|%d|%lld", number.c_str(), number_, static_cast<long long>(rounds_));
+    text.Format("%s|%zu|%lld", number.c_str(), number_, static_cast<long long>(rounds_));
     bool isRight = masked == ("say ***** " + number + " ****").c_str() && joined == number.c_str() &&
                    text == (number + "|" + std::to_string(number_) + "|" + std::to_string(rounds_)).c_str();
 
@@ -66,21 +65,15 @@ class Worker {
     const unsigned long word = random_() & 0xFFFFFFFF;
     isRight = isRight && CKxTime::String2DWord(CKxTime::DWord2String(word)) == word;
 
-    if (rounds_++ % kRoundsForALine == 0)
-      CDebug::LogOut("%d %lld %s.", number_, static_cast<long long>(lines_++), Tail(number_).c_str());
+    if (rounds_++ % kRoundsForALine == 0) CDebug::LogOut("%s", test::LogLine(number_, lines_++).c_str());
     return isRight;
-  }
-
-  // What ends a line of the worker; of another length and letter for each.
-  static std::string Tail(int number) {
-    return std::string(static_cast<std::size_t>(number) * 40, static_cast<char>('a' + number));
   }
 
   std::int64_t Rounds() const { return rounds_; }
   std::int64_t Lines() const { return lines_; }
 
  private:
-  const int number_;
+  const std::size_t number_;
   std::mt19937 random_;
   CUtiBlackList words_;
   std::int64_t rounds_ = 0, lines_ = 0;
@@ -89,24 +82,6 @@ class Worker {
 struct Done {
   std::int64_t rounds = 0, lines = 0, wrong = 0, grown = 0;
 };
-
-// Lines of the log for each worker, all of them whole and in their order.
-std::array<std::int64_t, kThreads> LinesOf(const std::string& path) {
-  std::array<std::int64_t, kThreads> next{};
-  std::ifstream log(path);
-  for (std::string line; std::getline(log, line);) {
-    int number = -1;
-    long long count = -1;
-    if (std::sscanf(line.c_str(), "%*d-%*d-%*d %*d:%*d:%*d,%*d %d %lld", &number, &count) != 2 ||
-        number < 0 || number >= kThreads || count != next[static_cast<std::size_t>(number)]++ ||
-        line.substr(24) !=
-            std::to_string(number) + " " + std::to_string(count) + " " + Worker::Tail(number) + ".") {
-      ADD_FAILURE() << "torn, lost or out of order: " << line;
-      break;
-    }
-  }
-  return next;
-}
 
 TEST(Soak, ManyThreadsLoseNothingAndKeepNothing) {
   const test::AppFolder folder;
@@ -117,10 +92,10 @@ TEST(Soak, ManyThreadsLoseNothingAndKeepNothing) {
   std::vector<Done> done(kThreads);
   std::vector<std::thread> threads;
   threads.reserve(kThreads);
-  for (int number = 0; number < kThreads; ++number) {
+  for (std::size_t number = 0; number < kThreads; ++number) {
     threads.emplace_back([&, number] {
       Worker worker(number, words);
-      Done& mine = done[static_cast<std::size_t>(number)];
+      Done& mine = done[number];
       while (Clock::now() < warm) mine.wrong += worker.Round() ? 0 : 1;
       const std::int64_t blocks = test::LiveBlocks();
       while (Clock::now() < end) mine.wrong += worker.Round() ? 0 : 1;
@@ -135,14 +110,14 @@ TEST(Soak, ManyThreadsLoseNothingAndKeepNothing) {
   const std::size_t residentAtEnd = test::ResidentBytes();
   for (std::thread& thread : threads) thread.join();
 
-  const auto lines = LinesOf(folder.Path("log/lobby.log"));
+  const auto lines = test::LogLinesOf(folder.ReadText("log/lobby.log"), kThreads);
   Done all;
-  for (int number = 0; number < kThreads; ++number) {
-    const Done& mine = done[static_cast<std::size_t>(number)];
+  for (std::size_t number = 0; number < kThreads; ++number) {
+    const Done& mine = done[number];
     EXPECT_GT(mine.rounds, kRoundsForALine);
     EXPECT_EQ(mine.wrong, 0);
     EXPECT_EQ(mine.grown, 0) << "blocks that were not given back";
-    EXPECT_EQ(lines[static_cast<std::size_t>(number)], mine.lines);
+    EXPECT_EQ(lines[number], mine.lines);
     all.rounds += mine.rounds;
     all.lines += mine.lines;
   }

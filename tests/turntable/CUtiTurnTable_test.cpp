@@ -205,12 +205,9 @@ TEST(CUtiTurnTable, AWheelWithoutSlotsCanBeCopiedAndARefusedEndOfTheOldOneMakesN
 TEST(CUtiTurnTable, AHeapThatRefusesLeavesNoSlots) {
   Wheel wheel, copy;
   wheel.TurnTable_Initial();
-  {
-    const test::HeapFaults faults(1);
-    copy.CUtiTurnTable::operator=(wheel);
-    EXPECT_EQ(copy.TurnTable_End(0), 0);
-  }
-  const test::HeapFaults faults(1);
+  const test::HeapFaults faults(1, true);
+  copy.CUtiTurnTable::operator=(wheel);
+  EXPECT_EQ(copy.TurnTable_End(0), 0);
   EXPECT_EQ(wheel.TurnTable_Initial(), 0);
   EXPECT_EQ(wheel.slotRanges, nullptr);
 }
