@@ -14,7 +14,7 @@ done
 
 pc=$(dirname "$(find "$prefix" -name ZvUtiLib.pc)")
 read -ra flags <<<"$(PKG_CONFIG_PATH=$pc pkg-config --cflags --libs ZvUtiLib)"
-g++ -std=c++17 "$here"/main.cpp "$here"/services.cpp -o "$build/client_pc" "${flags[@]}" -Wl,-rpath,"$pc/.."
+g++ -std=c++17 "$here"/main.cpp -o "$build/client_pc" "${flags[@]}" -Wl,-rpath,"$pc/.."
 "$build/client_pc"
 
 # Only what the headers declare is exported: what a symbol's name begins with stands in one of them.
