@@ -62,12 +62,6 @@ TEST(HostileInput, StaysWithinItsSecondsAndBytes) {
     stream >> lists;
     return lists.size() == 65'535;
   });
-  Within(16, "bundle counts", [] {
-    CStreamReader stream(Repeat("\xFF\xFF\xFF\x7F", 500));
-    CUtiBundleTable table;
-    table.Read(stream);
-    return table.Bundles.empty() && table.Groups.size() <= 1;
-  });
   Within(512, "every record on all ones", [] {
     for (const auto* type : zvuti::wire::AllRecords()) {
       CStreamReader stream(std::string(4000, '\xFF'));

@@ -34,6 +34,10 @@ std::chrono::milliseconds SoakTime() {
   return std::chrono::seconds(seconds ? std::max(1, std::atoi(seconds)) : 2);
 }
 
+struct Done {
+  std::int64_t rounds = 0, lines = 0, wrong = 0, grown = 0;
+};
+
 class Worker {
  public:
   Worker(std::size_t number, const std::string& words)
@@ -41,17 +45,28 @@ class Worker {
     words_.Load(words.c_str());
   }
 
-  // One round of everything; false where a result is not what it has to be.
-  bool Round() {
+  // Works until `end`, and says whether blocks were kept since `warm`.
+  Done RunUntil(Clock::time_point warm, Clock::time_point end) {
+    while (Clock::now() < warm) Round();
+    const std::int64_t blocks = test::LiveBlocks();
+    while (Clock::now() < end) Round();
+    done_.grown = test::LiveBlocks() - blocks;
+    return done_;
+  }
+
+ private:
+  // One round of everything; counts the results that are not what they have to be.
+  void Round() {
     const std::string number = std::to_string(random_() % 1'000'000'000);
     CString masked, separated, joined;
     words_.ReplaceBlackWord(("say CHEAP " + number + " \xB0\xA1\xB0\xA2").c_str(), masked);  // 啊阿
     CUtiNumber::InsertSeparator(number.c_str(), separated);
     CUtiNumber::RemoveSeparator(separated, joined);
     CTextString text;
-    text.Format("%s|%zu|%lld", number.c_str(), number_, static_cast<long long>(rounds_));
-    bool isRight = masked == ("say ***** " + number + " ****").c_str() && joined == number.c_str() &&
-                   text == (number + "|" + std::to_string(number_) + "|" + std::to_string(rounds_)).c_str();
+    text.Format("%s|%zu|%lld", number.c_str(), number_, static_cast<long long>(done_.rounds));
+    bool isRight =
+        masked == ("say ***** " + number + " ****").c_str() && joined == number.c_str() &&
+        text == (number + "|" + std::to_string(number_) + "|" + std::to_string(done_.rounds)).c_str();
 
     const test::Golden& golden = test::GoldenRecords()[random_() % test::GoldenRecords().size()];
     const auto& type = *zvuti::wire::FindRecord(golden.record);
@@ -65,22 +80,15 @@ class Worker {
     const unsigned long word = random_() & 0xFFFFFFFF;
     isRight = isRight && CKxTime::String2DWord(CKxTime::DWord2String(word)) == word;
 
-    if (rounds_++ % kRoundsForALine == 0) CDebug::LogOut("%s", test::LogLine(number_, lines_++).c_str());
-    return isRight;
+    done_.wrong += isRight ? 0 : 1;
+    if (done_.rounds++ % kRoundsForALine == 0)
+      CDebug::LogOut("%s", test::LogLine(number_, done_.lines++).c_str());
   }
 
-  std::int64_t Rounds() const { return rounds_; }
-  std::int64_t Lines() const { return lines_; }
-
- private:
   const std::size_t number_;
   std::mt19937 random_;
   CUtiBlackList words_;
-  std::int64_t rounds_ = 0, lines_ = 0;
-};
-
-struct Done {
-  std::int64_t rounds = 0, lines = 0, wrong = 0, grown = 0;
+  Done done_;
 };
 
 TEST(Soak, ManyThreadsLoseNothingAndKeepNothing) {
@@ -93,16 +101,7 @@ TEST(Soak, ManyThreadsLoseNothingAndKeepNothing) {
   std::vector<std::thread> threads;
   threads.reserve(kThreads);
   for (std::size_t number = 0; number < kThreads; ++number) {
-    threads.emplace_back([&, number] {
-      Worker worker(number, words);
-      Done& mine = done[number];
-      while (Clock::now() < warm) mine.wrong += worker.Round() ? 0 : 1;
-      const std::int64_t blocks = test::LiveBlocks();
-      while (Clock::now() < end) mine.wrong += worker.Round() ? 0 : 1;
-      mine.grown = test::LiveBlocks() - blocks;
-      mine.rounds = worker.Rounds();
-      mine.lines = worker.Lines();
-    });
+    threads.emplace_back([&, number] { done[number] = Worker(number, words).RunUntil(warm, end); });
   }
   std::this_thread::sleep_until(warm);
   const std::size_t resident = test::ResidentBytes();

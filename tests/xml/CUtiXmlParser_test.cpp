@@ -85,7 +85,7 @@ TEST(CUtiXmlParser, TextIsGbkWhateverItDeclares) {
 
 TEST(CUtiXmlParser, WellFormedDocumentsLoad) {
   const std::string documents =
-      "<a></a > ~ <?xml version='1.0'?><a/> ~ "
+      " \r\n\t<?xml version='1.0'?><a></a > ~ "  // white space in front is skipped
       "<?xml version=\"1.0\" encoding='utf-8' standalone='yes' ?>\n<a/>\n ~ "
       "<!-- c --><?p q?><a/><!-- c --><?p?> ~ <a><!----><?p  ?><![CDATA[]]></a> ~ "
       "<_.-1 b-c.d_='1'/> ~ <a b='\"' c=\"'\" d='>'/> ~ <a>\t\x7F]] > ]&gt;</a> ~ "
@@ -164,6 +164,7 @@ TEST(CUtiXmlParser, FilesLoadInTheirEncoding) {
       {"big-endian, declared", wide(declared("utf-16", "x"), true), "x"},
       {"surrogate pair", begin + "\xD8\x3D\xDE\x00"s + end, "??"},
       {"GBK", declared("GBK", "\xD6\xD0\x80"), "\xD6\xD0\x80"},
+      {"white space in front", " \r\n\t<?xml version='1.0'?><a>x</a>", "(none)"},
       {"GBK, declared as nothing", "<a>\xD6\xD0</a>", "(none)"},
       {"broken UTF-8", declared("utf-8", "\x80"), "(none)"},
       {"two bytes for one", "<a>\xC0\x80</a>", "(none)"},
