@@ -35,7 +35,7 @@ struct Wheel : CUtiTurnTable {
   // Ticks until the wheel rests; returns how many there were.
   int RunOut() {
     int ticks = 0;
-    for (way = 0; state != TurnStateIdle; ++ticks) {
+    for (way = 0; state != TurnStateIdle && ticks < 1'000'000; ++ticks) {
       const double before = curAngle;
       Tick();
       way += std::fmod(curAngle - before + kTurn, kTurn);
@@ -176,18 +176,18 @@ TEST(CUtiTurnTable, SpeedsBeyondReasonDoNotHang) {
 TEST(CUtiTurnTable, CopiesOwnTheirSlotsAndGoOnAlike) {
   Wheel wheel, assigned;
   wheel.Spin(230);
+  ASSERT_EQ(wheel.TurnTable_End(7), 1);
   Wheel copy(wheel);
   assigned.TurnTable_Initial();
   assigned = wheel;
   const Wheel& same = assigned;
   assigned = same;
-  wheel.TurnTable_End(7);
   const int ticks = wheel.RunOut();
   wheel.TurnTable_Uninitial();
   for (Wheel* each : {&copy, &assigned}) {
-    ASSERT_EQ(each->TurnTable_End(7), 1);
     EXPECT_EQ(each->RunOut(), ticks);
     EXPECT_EQ(each->curAngle, wheel.curAngle);
+    EXPECT_EQ(each->TurnTable_End(7), 1);
   }
 }
 
