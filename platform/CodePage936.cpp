@@ -30,6 +30,13 @@ constexpr bool IsLowSurrogate(char32_t c) { return c >= 0xDC00 && c < 0xE000; }
 char32_t TakeUtf8(std::string_view& text) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   const unsigned first = byte(0);
+  // Nearly all: three bytes that need no look at their value, which is neither too small nor a surrogate.
+  if ((first & 0xF0) == 0xE0 && first != 0xE0 && first != 0xED && text.size() >= 3 &&
+      (byte(1) & 0xC0) == 0x80 && (byte(2) & 0xC0) == 0x80) {
+    const char32_t value = (first & 0x0F) << 12 | (byte(1) & 0x3Fu) << 6 | (byte(2) & 0x3Fu);
+    text.remove_prefix(3);
+    return value;
+  }
   std::size_t length = 1;
   char32_t value = kReplacement;
   char32_t least = 0;
@@ -82,6 +89,19 @@ std::size_t AsciiRun(std::basic_string_view<Unit> text) {
   return length;
 }
 
+// Copies the bytes below 0x80 that `text` begins with, and returns how many there are. Runs between other
+// characters are short: looking at them and copying them is one step.
+std::size_t CopyAscii(std::string_view text, char* out) {
+  std::size_t length = 0;
+  for (std::uint64_t word; length + sizeof word <= text.size(); length += sizeof word) {
+    std::memcpy(&word, text.data() + length, sizeof word);
+    if (word & 0x8080808080808080u) break;
+    std::memcpy(out + length, &word, sizeof word);
+  }
+  for (; length < text.size() && (text[length] & 0x80) == 0; ++length) out[length] = text[length];
+  return length;
+}
+
 char Narrow(char16_t unit) { return static_cast<char>(unit); }
 
 // The code unit of the character of `length` bytes at `text`; sets `isWhole` to false where it is none.
@@ -97,6 +117,21 @@ char* PutGbk(char* end, char16_t unit) {
   const std::uint16_t bytes = table::kPages[table::kPageOf[unit >> 8] * 256 + (unit & 0xFF)];
   if (bytes > 0xFF) *end++ = static_cast<char>(bytes >> 8);
   *end++ = static_cast<char>(bytes & 0xFF);
+  return end;
+}
+
+// Writes UTF-8 as GBK, which has no more bytes, and returns its end.
+char* PutUtf8AsGbk(char* end, std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t run = CopyAscii(text, end);
+    end += run;
+    text.remove_prefix(run);
+    while (!text.empty() && (text.front() & 0x80) != 0) {
+      const char32_t c = TakeUtf8(text);
+      end = PutGbk(end, c < 0x10000 ? static_cast<char16_t>(c) : kHalfOfPair);
+      if (c >= 0x10000) end = PutGbk(end, kHalfOfPair);
+    }
+  }
   return end;
 }
 
@@ -207,42 +242,35 @@ std::u16string Utf8ToUtf16(std::string_view text) {
 }
 
 std::string ToUtf8(std::string_view text, bool* isWhole) {
+  constexpr std::ptrdiff_t kHalf = 256;  // of the block that collects what is appended in one go
+  constexpr std::ptrdiff_t kMostBytes = 3;
   bool isAllWhole = true;
   std::string out;
   out.reserve(text.size() + text.size() / 2);
+  char block[2 * kHalf];
+  char* const behind = std::end(block);
   for (std::size_t i = 0; i < text.size();) {
-    const std::size_t run = AsciiRun(text.substr(i));
-    out.append(text, i, run);
-    i += run;
-    while (i < text.size() && (text[i] & 0x80) != 0) {
-      char bytes[3 * 32];
-      char* end = bytes;
-      for (std::size_t length; end + 3 <= std::end(bytes) && i < text.size() && (text[i] & 0x80) != 0;
+    char* end = block;
+    while (i < text.size() && end - block < kHalf) {
+      const std::size_t run = CopyAscii(text.substr(i, kHalf), end);
+      i += run, end += run;
+      for (std::size_t length; i < text.size() && (text[i] & 0x80) != 0 && behind - end >= kMostBytes;
            i += length) {
         length = CharLength(text, i);
         end = PutUtf8(end, Decode(text.data() + i, length, isAllWhole));
       }
-      out.append(bytes, end);
     }
+    out.append(block, end);
   }
   if (isWhole) *isWhole = isAllWhole;
   return out;
 }
 
 std::string FromUtf8(std::string_view text) {
+  char small[64];  // most texts are names and short values: one pass, and memory for no more than the result
+  if (text.size() <= sizeof small) return std::string(small, PutUtf8AsGbk(small, text));
   std::string out(text.size(), '\0');
-  char* end = out.data();
-  while (!text.empty()) {
-    const std::size_t run = AsciiRun(text);
-    end = std::copy_n(text.begin(), run, end);
-    text.remove_prefix(run);
-    while (!text.empty() && (text.front() & 0x80) != 0) {
-      const char32_t c = TakeUtf8(text);
-      end = PutGbk(end, c < 0x10000 ? static_cast<char16_t>(c) : kHalfOfPair);
-      if (c >= 0x10000) end = PutGbk(end, kHalfOfPair);
-    }
-  }
-  out.resize(static_cast<std::size_t>(end - out.data()));
+  out.resize(static_cast<std::size_t>(PutUtf8AsGbk(out.data(), text) - out.data()));
   return out;
 }
 

@@ -50,7 +50,7 @@ class PrefixFilter {
   static constexpr std::size_t kBlock = 8;                     // places looked at in one go
   static constexpr std::size_t kReach = kBlock + kWindow - 2;  // bytes looked at from a block
   static constexpr Row kCaseBit = 0x20;                        // a and A differ in it
-  static constexpr Row kHashed = 0xDFDFDF00;                   // all other bits of the last three bytes of four
+  static constexpr Row kHashed = 0xDFDFDF00;  // all other bits of the last three bytes of four
 
   // The bit of a row for a byte: one of its lower half for the byte before the three that choose the row,
   // one of the upper half for the byte behind them. Looking it up is faster than shifting.

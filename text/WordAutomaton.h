@@ -68,9 +68,9 @@ class WordAutomaton {
   };
   /// What few words have.
   struct Link {
-    /// The longest shorter word that ends at the same place and is to be looked at, kNone where there is none.
-    /// Behind a word that cannot overlap itself, and so is always masked whole, these are only those that
-    /// can: the others hide under its mask.
+    /// The longest shorter word that ends at the same place and is to be looked at, kNone where there is
+    /// none. Behind a word that cannot overlap itself, and so is always masked whole, these are only those
+    /// that can: the others hide under its mask.
     Index next = kNone;
     Index loop = kNone;  // number among the words that can overlap themselves, kNone for one that cannot
   };
@@ -81,7 +81,8 @@ class WordAutomaton {
     std::uint16_t label;   // code of the character that leads here
     bool isNextChild : 1;  // the node behind this one is a child of it
     bool hasBranches : 1;  // it has children elsewhere
-    /// It is the only node before the end of a prefix: the entries know its children by double-byte characters.
+    /// It is the only node before the end of a prefix: the entries know its children by double-byte
+    /// characters.
     bool isEntered : 1;
     /// Bytes of the fallback, kDeep for as many as a prefix has or more. Where there are fewer, the filter
     /// and the entries see further than the fallback, and a walk ends.
