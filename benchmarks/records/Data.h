@@ -112,16 +112,18 @@ void RegisterRecord(const std::string& subject, const T& value) {
   });
 }
 
+/// Calls visit(subject, value) for each of the records that all codecs carry.
+template <class Visit>
+void VisitRecords(Visit visit) {
+  for (const std::size_t items : {10, 40}) visit("Snapshot" + std::to_string(items), MakeSnapshot(items));
+  for (const std::size_t items : {1000, 65535}) visit("Items" + std::to_string(items), MakeItems(items));
+  visit("Account", MakeAccount());
+  visit("Bundles10000", MakeBundles(10000));
+}
+
 template <class Codec>
 void RegisterCodec() {
-  for (const std::size_t items : {10, 40}) {
-    RegisterRecord<Codec>("Snapshot" + std::to_string(items), MakeSnapshot(items));
-  }
-  for (const std::size_t items : {1000, 4000, 16000, 65535}) {
-    RegisterRecord<Codec>("Items" + std::to_string(items), MakeItems(items));
-  }
-  RegisterRecord<Codec>("Account", MakeAccount());
-  RegisterRecord<Codec>("Bundles10000", MakeBundles(10000));
+  VisitRecords([](const std::string& subject, const auto& value) { RegisterRecord<Codec>(subject, value); });
 }
 
 }  // namespace bench

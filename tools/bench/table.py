@@ -23,7 +23,7 @@ def comparisons():
     players = {"protobuf": (0.16, 0.23)}
     for subject, goals in (("Items1000", items), ("Items65535", {}), ("Snapshot10", {}), ("Snapshot40", players),
                            ("Account", {}), ("Bundles10000", {})):
-        for peer in ("cereal", "protobuf", "msgpack", "memcpy"):
+        for peer in ("cereal", "protobuf", "msgpack", "copy"):
             for verb, goal in zip(("Decode", "Encode"), goals.get(peer, (None, None))):
                 yield ("Records", f"{verb} {subject}", f"{verb}{subject}/library", f"{verb}{subject}/{peer}", goal,
                        "cpu")
@@ -58,6 +58,10 @@ def comparisons():
 
 GROWTHS = [(f"{verb} of items", [(n, f"{verb}Items{n}/library") for n in (1000, 4000, 16000, 65535)])
            for verb in ("Encode", "Decode")]
+GROWTHS += [(f"{verb} of {subject}, over its {what}", [(n, f"{verb}{row}{n}/library") for n in sizes])
+            for subject, what, row, sizes in (("a snapshot", "items", "Snapshot", (40, 400, 4000, 40000)),
+                                              ("a table", "bundles", "Bundles", (1250, 2500, 5000, 10000)))
+            for verb in ("Encode", "Decode")]
 GROWTHS += [("Masking, over the text", [(n, f"MaskText/library/{n}") for n in (1, 8, 64, 512)]),
             ("Near misses, over the text", [(n, f"NearText/library/{n}") for n in (1, 8, 64, 512)]),
             ("Load, over the list", [(n, f"Load/library/{n}") for n in LISTS]),
