@@ -2,37 +2,23 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <memory>
 #include <new>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
-#include <ZvUtiLib/data/Containers.h>
+#include "records/Units.h"
+#include "tests/support/LiteralRecords.h"
+#include "tests/support/WireBytes.h"
 
 namespace {
 
 using namespace std::string_literals;
+using test::Bytes;
+using test::Written;
 
-std::string Bytes(const CByteBuffer& buffer) {
-  return {reinterpret_cast<const char*>(buffer.Data()), static_cast<std::size_t>(buffer.Length())};
-}
-
-std::string Written(const AccountRecord& record) {
-  CStreamReader stream;
-  stream << record;
-  return Bytes(stream);
-}
-
-TEST(AccountRecord, ADefaultRecordIsZeroButForOneByte) {
-  AccountRecord record;
-  record.LocalText = "does not travel";
-  std::string bytes(133, '\0');
-  bytes[14] = 1;
-  EXPECT_EQ(Written(record), bytes);
-}
-
-// A host's state, with a mark behind what every state has on the wire.
+// A host's state: it looks at the stream, and puts a mark behind what every state has on the wire.
 class MarkedState : public CUtiDailyState {
  public:
   void Write(CStreamWriter& out) const override {
@@ -41,60 +27,62 @@ class MarkedState : public CUtiDailyState {
   }
   void Read(CStreamReader& in) override {
     given = Bytes(in);
-    std::uint16_t mark = 0;
     CUtiDailyState::Read(in);
-    in >> mark;
+    std::uint16_t mark = 0xEEEE;
+    if (isMarked) in >> mark;
+    if (mark != 0xEEEE) throw std::runtime_error("no mark");
   }
-  static std::string given;
+  static inline std::string given;
+  static inline bool isMarked = true;
 };
-std::string MarkedState::given;
 static_assert(sizeof(MarkedState) == sizeof(CUtiDailyState));
 
-// Takes fields one by one: by widths in bytes, t for a text, l for a list of texts, m for a map.
-void TakeLiterally(CStreamReader& in, const char* rows) {
-  for (; *rows != '\0'; ++rows) {
-    std::string text;
-    std::vector<std::string> list;
-    std::map<int, int> map;
-    char number[8];
-    switch (*rows) {
-      case 't':
-        in >> text;
-        break;
-      case 'l':
-        in >> list;
-        break;
-      case 'm':
-        in >> map;
-        break;
-      default:
-        in.Read(number, *rows - '0');
-    }
-  }
+std::unique_ptr<AccountRecord> MarkedAccount() {
+  auto record = std::make_unique<AccountRecord>();
+  std::destroy_at(&record->State);
+  new (&record->State) MarkedState;
+  return record;
 }
 
-TEST(AccountRecord, ADerivedStateTakesPartWhereverTheStreamEnds) {
+TEST(AccountRecord, ADerivedStateTakesPart) {
+  const auto record = MarkedAccount();
+  record->State.GetTable().SetCounter(1, 2);
+  record->State.SetFlag(3, FlagScopeDaily);
+  record->Text4 = "four";
+  const std::string state = "\1\0\0\0\1\0\0\0\2\0\0\0\1\0\0\0\3\0\0\0\1\0\0\0\0\0\0\0"s,
+                    behind = "\4\0four\0\0\0\0"s;
+  const std::string bytes = Written(*record);
+  EXPECT_EQ(bytes.substr(bytes.size() - 40), state + "\xEE\xEE" + behind);
+  CStreamReader stream(bytes + "!"), unmarked(std::string(bytes).replace(bytes.size() - 12, 2, "--"));
+  stream >> *record;
+  EXPECT_EQ(MarkedState::given, state + "\xEE\xEE" + behind + "!");
+  EXPECT_EQ(Bytes(stream), "!");
+  EXPECT_THROW(unmarked >> *record, std::runtime_error);
+  EXPECT_EQ(Bytes(unmarked), behind);
+  const std::string plain = Written(AccountRecord());
+  EXPECT_EQ(Written(std::vector<AccountRecord>(2)), "\2\0"s + plain + plain);
+}
+
+TEST(AccountRecord, ADerivedStateIsAskedWhereverTheStreamEnds) {
   AccountRecord record;
-  std::destroy_at(&record.State);
-  new (&record.State) MarkedState;
   record.Text2 = "two";
   record.TextList = {"aa", "bcd"};
   record.State.GetTable().SetCounter(1, 2);
-  record.State.SetFlag(3, FlagScopeDaily);
   record.Text4 = "four";
   const std::string bytes = Written(record);
-  EXPECT_EQ(bytes.substr(bytes.size() - 40),
-            "\1\0\0\0\1\0\0\0\2\0\0\0\1\0\0\0\3\0\0\0\1\0\0\0\0\0\0\0\xEE\xEE\4\0four\0\0\0\0"s);
-
+  const auto* type = zvuti::wire::FindRecord("AccountRecord");
+  MarkedState::isMarked = false;
   for (std::size_t length = 0; length <= bytes.size(); ++length) {
-    CStreamReader literal(bytes.substr(0, length)), stream(bytes.substr(0, length));
-    TakeLiterally(literal, "44ttt11144488881ttt11tttttttt111484l8");
-    const std::string given = Bytes(literal);
-    TakeLiterally(literal, "mmm2t4");
-    stream >> record;
-    ASSERT_EQ(MarkedState::given, given) << length;
-    ASSERT_EQ(Bytes(stream), Bytes(literal)) << length;
+    CStreamReader stream(bytes.substr(0, length)), plainStream(bytes.substr(0, length));
+    const auto seen = MarkedAccount(), plain = std::make_unique<AccountRecord>();
+    MarkedState::given = "not asked";
+    stream >> *seen;
+    test::ReadLiterally(*type, plainStream, plain.get());
+    ASSERT_NE(MarkedState::given, "not asked") << length;
+    ASSERT_EQ(test::StateOf(*type, seen.get()), test::StateOf(*type, plain.get())) << length;
+    ASSERT_EQ(Bytes(stream), Bytes(plainStream)) << length;
   }
+  MarkedState::isMarked = true;
 }
 
 }  // namespace

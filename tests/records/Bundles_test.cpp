@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
+#include <numeric>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -11,6 +13,7 @@
 #include <ZvUtiLib/records/Describe.h>
 
 #include "tests/support/HeapFaults.h"
+#include "tests/support/WireBytes.h"
 
 namespace {
 
@@ -18,19 +21,11 @@ using namespace std::string_literals;
 using Keys = std::vector<std::uint32_t>;
 
 BundleEntry Entry(int id, int count = 1, std::uint32_t value1 = 0, int value2 = 0) {
-  BundleEntry entry;
-  entry.ItemId = id;
-  entry.Count = count;
-  entry.Value1 = value1;
-  entry.Value2 = value2;
-  return entry;
+  return {{id, count}, value1, value2};
 }
 
-BundleRecord Bundle(std::vector<BundleEntry> entries, std::uint32_t value = 0) {
-  BundleRecord bundle;
-  bundle.Value = value;
-  bundle.Entries = std::move(entries);
-  return bundle;
+BundleRecord Bundle(const std::vector<BundleEntry>& entries, std::uint32_t value = 0) {
+  return {0, 0, value, entries};
 }
 
 CUtiBundleTable SampleTable() {
@@ -45,33 +40,25 @@ CUtiBundleTable SampleTable() {
 std::string Bytes(const CUtiBundleTable& table) {
   CStreamReader stream;
   table.Write(stream);
-  return {reinterpret_cast<const char*>(stream.Data()), static_cast<std::size_t>(stream.Length())};
-}
-
-std::string Word(std::uint32_t value) {
-  std::string bytes;
-  for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(value >> shift & 0xFF);
-  return bytes;
-}
-
-std::string EntryBytes(std::uint32_t id, std::uint32_t count) {
-  return Word(id) + Word(count) + Word(0) + Word(0);
+  return test::Bytes(stream);
 }
 
 // The table above, row by row; unsigned keys put 0x80000000 behind 1.
 std::vector<std::string> SampleRows() {
-  const std::string amounts[] = {std::string(8, '\0'), std::string(8, '\0')};
-  return {Word(2),          Word(2),                                   // counts
-          Word(1),          Word(1),    Word(9),                       // group 1
-          Word(0x80000000), Word(3),    Word(7),    Word(8), Word(7),  // group 0x80000000
-          Word(2),          amounts[0], amounts[1], Word(6), "\x01\0"s, EntryBytes(30, 1),  // bundle 2
-          Word(0x80000001), amounts[0], amounts[1], Word(5), "\x02\0"s, EntryBytes(20, 1), EntryBytes(20, 2)};
+  const auto word = test::Written<std::uint32_t>;
+  const auto entry = [&](std::uint32_t id, std::uint32_t count) {
+    return word(id) + word(count) + std::string(8, '\0');
+  };
+  const std::string amount(8, '\0');
+  return {word(2),          word(2),                                             // counts
+          word(1),          word(1), word(9),                                    // group 1
+          word(0x80000000), word(3), word(7), word(8), word(7),                  // group 0x80000000
+          word(2),          amount,  amount,  word(6), "\x01\0"s, entry(30, 1),  // bundle 2
+          word(0x80000001), amount,  amount,  word(5), "\x02\0"s, entry(20, 1), entry(20, 2)};
 }
 
 std::string Joined(const std::vector<std::string>& rows) {
-  std::string all;
-  for (const std::string& row : rows) all += row;
-  return all;
+  return std::accumulate(rows.begin(), rows.end(), std::string());
 }
 
 TEST(BundleTable, CountsStandInFrontAndKeysAscendUnsigned) {
@@ -112,39 +99,37 @@ TEST(BundleTable, CutShortItKeepsWhatIsCompleteAndLeavesTheRest) {
     CUtiBundleTable table;
     CStreamReader stream(bytes.substr(0, cut));
     table.Read(stream);
-    std::size_t members = 0;
+    std::ptrdiff_t members = 0;
     for (const auto& group : table.Groups) {
       EXPECT_FALSE(group.second.empty()) << cut;
-      members += group.second.size();
+      members += std::ssize(group.second);
     }
     const auto before = [&](std::size_t row) { return row < whole; };
-    EXPECT_EQ(members, static_cast<std::size_t>(std::count_if(std::begin(member), std::end(member), before)))
-        << cut;
-    EXPECT_EQ(table.Bundles.size(),
-              static_cast<std::size_t>(std::count_if(std::begin(bundle), std::end(bundle), before)))
-        << cut;
+    EXPECT_EQ(members, std::count_if(std::begin(member), std::end(member), before)) << cut;
+    EXPECT_EQ(std::ssize(table.Bundles), std::count_if(std::begin(bundle), std::end(bundle), before)) << cut;
     EXPECT_EQ(static_cast<std::size_t>(stream.Length()), cut - taken) << cut;
   }
 }
 
 TEST(BundleTable, HostileCountsCostNothing) {
-  const std::string cases[] = {
-      Word(0x7FFFFFFF) + Word(0x7FFFFFFF) + Word(1) + Word(0xFFFFFFFF) + Word(5),
-      Word(0) + Word(0x7FFFFFFF) + Word(1) + std::string(20, '\0') + "\xFF\xFF",
-      Word(0xFFFFFFFF) + Word(0x80000000) + Word(1),
+  const struct {
+    std::string bytes;
+    int left;
+  } cases[] = {
+      {"\xFF\xFF\xFF\x7F\xFF\xFF\xFF\x7F\1\0\0\0\xFF\xFF\xFF\xFF\5\0\0\0"s, 0},
+      {"\0\0\0\0\xFF\xFF\xFF\x7F\1\0\0\0"s + std::string(20, '\0') + "\xFF\xFF", 0},
+      {"\xFF\xFF\xFF\xFF\0\0\0\x80\1\0\0\0"s, 4},
   };
-  for (const std::string& bytes : cases) {
-    CStreamReader stream(bytes);
+  for (const auto& c : cases) {
+    CStreamReader stream(c.bytes);
     CUtiBundleTable table;
     const test::HeapFaults heap(0);
     table.Read(stream);
     EXPECT_LT(heap.BytesAsked(), 4096u);
     EXPECT_TRUE(table.Bundles.empty());
     EXPECT_LE(table.Groups.size(), 1u);
+    EXPECT_EQ(stream.Length(), c.left);
   }
-  CStreamReader negative(cases[2]);
-  CUtiBundleTable().Read(negative);
-  EXPECT_EQ(negative.Length(), 4);
 }
 
 TEST(BundleTable, LargeGroupsAreWrittenInOneReservation) {
@@ -191,19 +176,18 @@ TEST(BundleTable, QuestionsAppendAndCountWhatIsThere) {
 TEST(BundleTable, SamenessGoesOneWayAndTheLowestKeyWins) {
   const BundleEntry a = Entry(1);
   const BundleEntry b = Entry(1, 1, 0, 2);  // differs in Value2 only
-  EXPECT_TRUE(Bundle({a, b}).IsSameAs(Bundle({b, a})));
-  EXPECT_TRUE(Bundle({a, a}).IsSameAs(Bundle({a, b})));
-  EXPECT_FALSE(Bundle({a, b}).IsSameAs(Bundle({a, a})));
-  EXPECT_FALSE(Bundle({a}).IsSameAs(Bundle({b})));
-  for (const BundleEntry& other : {Entry(2), Entry(1, 2), Entry(1, 1, 3)})
-    EXPECT_FALSE(Bundle({a}).IsSameAs(Bundle({other})));
-  EXPECT_FALSE(Bundle({a}).IsSameAs(Bundle({a, a})));
-  EXPECT_FALSE(Bundle({a}, 1).IsSameAs(Bundle({a}, 2)));
-  BundleRecord other = Bundle({a});
-  other.Amount1 = 1;
-  EXPECT_FALSE(Bundle({a}).IsSameAs(other));
-  other.Amount1 = 0, other.Amount2 = 1;
-  EXPECT_FALSE(Bundle({a}).IsSameAs(other));
+  const struct {
+    BundleRecord one, other;
+    bool isSame;
+  } cases[] = {
+      {Bundle({a, b}), Bundle({b, a}), true},      {Bundle({a, a}), Bundle({a, b}), true},
+      {Bundle({a, b}), Bundle({a, a}), false},     {Bundle({a}), Bundle({a, a}), false},
+      {Bundle({a}), Bundle({b}), false},           {Bundle({a}), Bundle({Entry(2)}), false},
+      {Bundle({a}), Bundle({Entry(1, 2)}), false}, {Bundle({a}), Bundle({Entry(1, 1, 3)}), false},
+      {Bundle({a}, 1), Bundle({a}, 2), false},     {Bundle({a}), {1, 0, 0, {a}}, false},
+      {Bundle({a}), {0, 1, 0, {a}}, false},
+  };
+  for (const auto& c : cases) EXPECT_EQ(c.one.IsSameAs(c.other), c.isSame) << &c - cases;
 
   CUtiBundleTable table;
   table.SetBundle(0xF0000000, Bundle({a}));
@@ -216,24 +200,23 @@ TEST(BundleTable, SamenessGoesOneWayAndTheLowestKeyWins) {
 }
 
 TEST(BundleTable, IsShownAndFilledByName) {
-  std::string bytes;
-  std::string problem;
-  ASSERT_TRUE(zvuti::FillRecord("CUtiBundleTable",
-                                {{"Groups[1][0]", "9"},
-                                 {"Groups[2147483648].count", "3"},
-                                 {"Groups[2147483648][0]", "7"},
-                                 {"Groups[2147483648][1]", "8"},
-                                 {"Groups[2147483648][2]", "7"},
-                                 {"Bundles[2].Value", "6"},
-                                 {"Bundles[2].Entries[0].ItemId", "30"},
-                                 {"Bundles[2].Entries[0].Count", "1"},
-                                 {"Bundles[2147483649].Value", "5"},
-                                 {"Bundles[2147483649].Entries[0].ItemId", "20"},
-                                 {"Bundles[2147483649].Entries[0].Count", "1"},
-                                 {"Bundles[2147483649].Entries[1].ItemId", "20"},
-                                 {"Bundles[2147483649].Entries[1].Count", "2"}},
-                                bytes, problem))
-      << problem;
+  const std::vector<zvuti::NamedValue> values = {
+      {"Groups[1][0]", "9"},
+      {"Groups[2147483648].count", "3"},
+      {"Groups[2147483648][0]", "7"},
+      {"Groups[2147483648][1]", "8"},
+      {"Groups[2147483648][2]", "7"},
+      {"Bundles[2].Value", "6"},
+      {"Bundles[2].Entries[0].ItemId", "30"},
+      {"Bundles[2].Entries[0].Count", "1"},
+      {"Bundles[2147483649].Value", "5"},
+      {"Bundles[2147483649].Entries[0].ItemId", "20"},
+      {"Bundles[2147483649].Entries[0].Count", "1"},
+      {"Bundles[2147483649].Entries[1].ItemId", "20"},
+      {"Bundles[2147483649].Entries[1].Count", "2"},
+  };
+  std::string bytes, problem;
+  ASSERT_TRUE(zvuti::FillRecord("CUtiBundleTable", values, bytes, problem)) << problem;
   EXPECT_EQ(bytes, Joined(SampleRows()));
   zvuti::RecordDump dump;
   ASSERT_TRUE(zvuti::DumpRecord("CUtiBundleTable", bytes.data(), bytes.size(), dump));

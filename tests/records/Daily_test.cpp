@@ -8,15 +8,11 @@
 #include <ZvUtiLib/data/TimeValue.h>
 
 #include "tests/support/DoorsGuard.h"
+#include "tests/support/WireBytes.h"
 
 namespace {
 
-using namespace std::string_literals;
 using Map = zvuti::SizedMap<std::int32_t, std::int32_t>;
-
-std::string Bytes(const CByteBuffer& buffer) {
-  return {reinterpret_cast<const char*>(buffer.Data()), static_cast<std::size_t>(buffer.Length())};
-}
 
 TEST(CUtiCounterTable, KeysAreClassAndIndex) {
   EXPECT_EQ(GetKeyClass(KeyDayCount), 0x03000000);
@@ -72,8 +68,8 @@ TEST(CUtiCounterTable, HasATextFormThatRestoresIt) {
   EXPECT_EQ(buffer.Length(), 0);
   table.Counters = {{5, 60}, {7, -1}, {INT_MIN, INT_MAX}, {0, 0}};
   table.AppendAsText(buffer);
-  EXPECT_EQ(Bytes(buffer), "-2147483648=2147483647&0=0&5=60&7=-1&");
-  again.LoadFromText(Bytes(buffer).c_str());
+  EXPECT_EQ(test::Bytes(buffer), "-2147483648=2147483647&0=0&5=60&7=-1&");
+  again.LoadFromText(test::Bytes(buffer).c_str());
   EXPECT_EQ(again.Counters, table.Counters);
 }
 

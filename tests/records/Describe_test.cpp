@@ -119,49 +119,37 @@ TEST(Describe, FillsByName) {
 }
 
 TEST(Describe, RefusesWhatItCannotFill) {
+  const std::string noNumber = "not a number that the field can hold";
+  const std::string noEscape = "a backslash stands before x and two digits, or before another one";
+  const std::string noBytes = "not 3 bytes, as in 00 FF";
   const struct {
-    NamedValue value;
+    const char *record, *path;
+    std::vector<const char*> values;
     std::string problem;
   } cases[] = {
-      {{"Nothing", "1"}, "Nothing: there is no such field in ItemRecord"},
-      {{"", "1"}, ": there is no such field in ItemRecord"},
-      {{"Tag.Tag", "1"}, "Tag.Tag: there is no such field in ItemRecord"},
-      {{"Tag", "256"}, "Tag: not a number that the field can hold"},
-      {{"Tag", "-1"}, "Tag: not a number that the field can hold"},
-      {{"Tag", "1x"}, "Tag: not a number that the field can hold"},
-      {{"Tag", ""}, "Tag: not a number that the field can hold"},
-      {{"ItemId", "2147483648"}, "ItemId: not a number that the field can hold"},
-      {{"ItemId", "99999999999999999999"}, "ItemId: not a number that the field can hold"},
+      {"ItemRecord", "Nothing", {"1"}, "there is no such field in ItemRecord"},
+      {"ItemRecord", "", {"1"}, "there is no such field in ItemRecord"},
+      {"ItemRecord", "Tag.Tag", {"1"}, "there is no such field in ItemRecord"},
+      {"ItemRecord", "Tag", {"256", "-1", "1x", "", "0Xg"}, noNumber},
+      {"ItemRecord", "ItemId", {"2147483648", "99999999999999999999"}, noNumber},
+      {"TextValue", "Text", {"\\", "\\y00", "\\x0", "\\xg0", "\\x0g"}, noEscape},
+      {"PlayerStatus", "Kind", {"StatusKind9"}, "not a member of StatusKind"},
+      {"AccountRecord", "TextList", {"65536"}, "not a number of elements up to 65535"},
+      {"AccountRecord", "TextList[65535]", {"x"}, "a sequence has up to 65535 elements"},
+      {"AccountRecord", "TextList[0].x", {"x"}, "a text has no fields"},
+      {"AccountRecord", "TextList[0]x", {"x"}, "no such field"},
+      {"AccountRecord", "TextList[0", {"x"}, "no such element"},
+      {"AccountRecord", "TextList[x]", {"x"}, "no such element"},
+      {"AccountRecord", "TextLists", {"x"}, "there is no such field in AccountRecord"},
+      {"CUtiCounterTable", "Counters", {"1"}, "a map is filled by its entries, as in Name[5]"},
+      {"CUtiCounterTable", "Counters[1].x", {"1"}, "a number has no fields"},
+      {"GrantEntry", "Reserved", {"00 0", "00 00-00", "00 00 00 ", "00 00 00 00"}, noBytes},
+      {"PlayerRecord", "Status", {"1"}, "there is no such field in PlayerRecord"},
+      {"PlayerRecord", "StatusKind", {"1"}, "there is no such field in PlayerRecord"},
   };
-  for (const auto& c : cases) EXPECT_EQ(Filled("ItemRecord", {c.value}), c.problem);
-  const struct {
-    const char *record, *path, *value, *problem;
-  } others[] = {
-      {"TextValue", "Text", "\\", "a backslash stands before x and two digits, or before another one"},
-      {"TextValue", "Text", "\\y00", "a backslash stands before x and two digits, or before another one"},
-      {"TextValue", "Text", "\\x0", "a backslash stands before x and two digits, or before another one"},
-      {"TextValue", "Text", "\\xg0", "a backslash stands before x and two digits, or before another one"},
-      {"TextValue", "Text", "\\x0g", "a backslash stands before x and two digits, or before another one"},
-      {"ItemRecord", "Tag", "0Xg", "not a number that the field can hold"},
-      {"PlayerStatus", "Kind", "StatusKind9", "not a member of StatusKind"},
-      {"AccountRecord", "TextList", "65536", "not a number of elements up to 65535"},
-      {"AccountRecord", "TextList[65535]", "x", "a sequence has up to 65535 elements"},
-      {"AccountRecord", "TextList[0].x", "x", "a text has no fields"},
-      {"AccountRecord", "TextList[0]x", "x", "no such field"},
-      {"AccountRecord", "TextList[0", "x", "no such element"},
-      {"AccountRecord", "TextList[x]", "x", "no such element"},
-      {"AccountRecord", "TextLists", "x", "there is no such field in AccountRecord"},
-      {"CUtiCounterTable", "Counters", "1", "a map is filled by its entries, as in Name[5]"},
-      {"CUtiCounterTable", "Counters[1].x", "1", "a number has no fields"},
-      {"GrantEntry", "Reserved", "00 0", "not 3 bytes, as in 00 FF"},
-      {"GrantEntry", "Reserved", "00 00-00", "not 3 bytes, as in 00 FF"},
-      {"GrantEntry", "Reserved", "00 00 00 ", "not 3 bytes, as in 00 FF"},
-      {"GrantEntry", "Reserved", "00 00 00 00", "not 3 bytes, as in 00 FF"},
-      {"PlayerRecord", "Status", "1", "there is no such field in PlayerRecord"},
-      {"PlayerRecord", "StatusKind", "1", "there is no such field in PlayerRecord"},
-  };
-  for (const auto& c : others) {
-    EXPECT_EQ(Filled(c.record, {{c.path, c.value}}), std::string(c.path) + ": " + c.problem) << c.value;
+  for (const auto& c : cases) {
+    for (const char* value : c.values)
+      EXPECT_EQ(Filled(c.record, {{c.path, value}}), c.path + (": " + c.problem)) << value;
   }
   EXPECT_EQ(Filled("ItemRecord", {{"Tag", "0XfF"}})[0], '\xFF');
   EXPECT_EQ(Filled("Nothing", {}), "there is no record Nothing");

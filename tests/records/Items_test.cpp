@@ -3,77 +3,54 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <iterator>
 #include <limits>
+#include <map>
 #include <string>
-#include <vector>
 
 #include <ZvUtiLib/data/TimeValue.h>
 
 #include "tests/support/DoorsGuard.h"
+#include "tests/support/WireBytes.h"
 
 namespace {
 
-using namespace std::string_literals;
-
-std::string Bytes(const CByteBuffer& buffer) {
-  return {reinterpret_cast<const char*>(buffer.Data()), static_cast<std::size_t>(buffer.Length())};
+// An item up to its count, and what follows it.
+std::string ItemBytes(std::uint32_t key, const std::string& tail) {
+  return "\x5A" + test::Written(key) + std::string(16, '.') + tail;
 }
-
-template <class R>
-std::string Written(const R& record) {
-  CStreamReader stream;
-  stream << record;
-  return Bytes(stream);
-}
-
-PricedItem Item(std::uint32_t key) {
-  PricedItem item;
-  item.ItemId = 0x0D0C0B0A;
-  item.Count = 0x1D1C1B1A;
-  item.StartTime = 0x2D2C2B2A;
-  item.ValidDays = 0x3D3C3B3A;
-  item.DailyValue = 0x4D4C4B4A;
-  item.Tag = 0x5A;
-  item.ItemKey = key;
-  item.TailByte = 0x6A;
-  item.ExtraValue = 0x7D7C7B7A;
-  item.ExtraAmount = 0x0807060504030201;
-  return item;
-}
-
-const std::string kUpToCount = "\x0A\x0B\x0C\x0D\x2A\x2B\x2C\x2D\x3A\x3B\x3C\x3D\x4A\x4B\x4C\x4D";
-const std::string kExtra = "\x7A\x7B\x7C\x7D\x01\x02\x03\x04\x05\x06\x07\x08";
-const std::string kCounted = "\x5A\xFF\xC9\x9A\x3B" + kUpToCount + "\x1A\x1B\x1C\x1D\x6A";
-const std::string kSingle = "\x5A\0\xCA\x9A\x3B"s + kUpToCount + "\x6A";
 
 TEST(Items, TheKeyDecidesWhetherACountTravels) {
-  EXPECT_EQ(Written(Item(999'999'999)), kCounted + kExtra);
-  EXPECT_EQ(Written(Item(1'000'000'000)), kSingle + kExtra);
-  EXPECT_EQ(Written(Item(0xFFFFFFFF)).size(), 22u + 12u);
-  EXPECT_EQ(Written(ItemRecord()), std::string(26, '\0'));
-  EXPECT_EQ(Written(std::vector<ItemRecord>{Item(999'999'999), Item(1'000'000'000)}),
-            "\x02\0"s + kCounted + kSingle);
-
-  for (const std::uint32_t key : {999'999'999u, 1'000'000'000u}) {
-    CStreamReader stream(Written(Item(key)));
-    PricedItem item;
+  const struct {
+    std::uint32_t key;
+    std::string tail;
+    int count;
+  } cases[] = {
+      {999'999'999, "\x1A\x1B\x1C\x1D\x6A", 0x1D1C1B1A},
+      {1'000'000'000, "\x6A", 1},
+      {0xFFFFFFFF, "\x6A", 1},
+  };
+  for (const auto& c : cases) {
+    const std::string bytes = ItemBytes(c.key, c.tail);
+    CStreamReader stream(bytes);
+    ItemRecord item;
     item.Count = 5;
     stream >> item;
-    EXPECT_EQ(item.Count, key == 1'000'000'000u ? 1 : 0x1D1C1B1A);
-    item.Count = 0x1D1C1B1A;
-    EXPECT_EQ(Written(item), Written(Item(key)));
-    EXPECT_EQ(stream.Length(), 0);
+    EXPECT_EQ(item.Count, c.count) << c.key;
+    EXPECT_EQ(item.TailByte, 0x6A) << c.key;
+    EXPECT_EQ(stream.Length(), 0) << c.key;
+    EXPECT_EQ(test::Written(item), bytes) << c.key;
   }
 }
 
 TEST(Items, AnItemThatEndsEarlyKeepsItsCount) {
   ItemRecord item;
   item.Count = 7;
-  CStreamReader counted(kCounted.substr(0, 23)), single(kSingle.substr(0, 21));
+  CStreamReader counted(ItemBytes(0, "\x1A\x1B")), single(ItemBytes(1'000'000'000, ""));
   counted >> item;
   EXPECT_EQ(item.Count, 7);
   EXPECT_EQ(item.TailByte, 0x1A);  // a shorter field takes what the count could not
-  EXPECT_EQ(Bytes(counted), "\x1B");
+  EXPECT_EQ(test::Bytes(counted), "\x1B");
   single >> item;
   EXPECT_EQ(item.Count, 1);
 }
@@ -154,13 +131,15 @@ TEST_F(ItemTimes, AreRefundedByWholeDays) {
     std::int64_t days;
     std::uint32_t dailyValue;
     std::int64_t refund;
-  } cases[] = {{10, 25, 100},
-               {1, 1, 0},
-               {10, 0, 0},
-               {0, 25, 0},
-               {-3, 25, 0},
-               {1, 0xFFFFFFFF, 1'717'986'918},
-               {9999, 0xFFFFFFFF, 17'178'151'193'082}};
+  } cases[] = {
+      {10, 25, 100},
+      {1, 1, 0},
+      {10, 0, 0},
+      {0, 25, 0},
+      {-3, 25, 0},
+      {1, 0xFFFFFFFF, 1'717'986'918},
+      {9999, 0xFFFFFFFF, 17'178'151'193'082},
+  };
   for (const auto& c : cases) {
     SetLeft(c.days * 86'400 + 600);
     item_.DailyValue = c.dailyValue;
@@ -172,12 +151,9 @@ TEST_F(ItemTimes, AreRefundedByWholeDays) {
 }
 
 TEST(ItemBands, CoverTheirIdsAndNoOthers) {
-  struct Range {
-    int first, last;
-  };
   const struct {
     int (*isIn)(int);
-    std::vector<Range> ranges;
+    std::map<int, int> ranges;  // the last of each by its first
   } bands[] = {
       {IsIdBand20, {{20, 29}}},
       {IsIdBand4101, {{4101, 4109}}},
@@ -194,9 +170,9 @@ TEST(ItemBands, CoverTheirIdsAndNoOthers) {
   };
   for (std::size_t band = 0; band < std::size(bands); ++band) {
     for (int id = -1100; id < 213'000; ++id) {
-      int expected = 0;
-      for (const Range& range : bands[band].ranges) expected |= id >= range.first && id <= range.last ? 1 : 0;
-      ASSERT_EQ(bands[band].isIn(id), expected) << "band " << band << ", id " << id;
+      const auto behind = bands[band].ranges.upper_bound(id);
+      const bool isIn = behind != bands[band].ranges.begin() && id <= std::prev(behind)->second;
+      ASSERT_EQ(bands[band].isIn(id), isIn ? 1 : 0) << "band " << band << ", id " << id;
     }
   }
   EXPECT_EQ(ToBand20(4101), 20u);

@@ -7,24 +7,9 @@
 #include <map>
 #include <string>
 
+#include "tests/support/WireBytes.h"
+
 namespace {
-
-using namespace std::string_literals;
-
-template <class R>
-std::string Written(const R& record) {
-  CStreamReader stream;
-  stream << record;
-  return {reinterpret_cast<const char*>(stream.Data()), static_cast<std::size_t>(stream.Length())};
-}
-
-TEST(PlayerSnapshot, ADefaultOneOnTheWire) {
-  const std::string player =
-      "\0\0\0\0\1\0\0\0\0\xAC\xFF\xCA\xF8"s + std::string(21, '\0') + "\xFF\xFF" + std::string(76, '\0');
-  EXPECT_EQ(player.size(), 112u);
-  EXPECT_EQ(Written(PlayerRecord()), player);
-  EXPECT_EQ(Written(PlayerSnapshot()), player + std::string(18 + 58 + 2, '\0'));
-}
 
 TEST(PlayerRecord, ResetKeepsStatusTextsAndAttributes) {
   PlayerRecord record;
@@ -32,14 +17,14 @@ TEST(PlayerRecord, ResetKeepsStatusTextsAndAttributes) {
   record.Text1 = "one";
   record.Text2 = "two";
   record.Attributes = {{-8, 9}};
-  const std::string bytes = Written(record);
+  const std::string bytes = test::Written(record);
   record.Byte1 = record.Byte6 = 7;
   record.SlotA = record.SlotB = 7;
   record.Sex = record.AccountFlags = record.Value1 = record.Value10 = 7;
   record.Purse2 = 7;
   record.Purse4 = record.Wide2 = 7;
   record.Reset();
-  EXPECT_EQ(Written(record), bytes);
+  EXPECT_EQ(test::Written(record), bytes);
 }
 
 TEST(PlayerRecord, TheAccountKindIsInTheLowFourBits) {

@@ -5,13 +5,12 @@
 #include <exception>
 #include <string>
 
+#include "tests/support/WireBytes.h"
+
 namespace {
 
 using namespace std::string_literals;
-
-std::string Bytes(const CByteBuffer& buffer) {
-  return {reinterpret_cast<const char*>(buffer.Data()), static_cast<std::size_t>(buffer.Length())};
-}
+using test::Bytes;
 
 template <class Operation>
 std::string Thrown(Operation operation) {
@@ -25,9 +24,8 @@ std::string Thrown(Operation operation) {
 
 template <class Kind>
 void ExpectTag(Kind member, const std::string& tag) {
-  CStreamReader stream;
-  stream << member;
-  EXPECT_EQ(Bytes(stream), tag);
+  EXPECT_EQ(test::Written(member), tag);
+  CStreamReader stream(tag);
   auto kind = static_cast<Kind>(99);
   stream >> kind;
   EXPECT_EQ(kind, member);

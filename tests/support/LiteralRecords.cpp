@@ -5,6 +5,8 @@
 #include <exception>
 #include <iterator>
 
+#include "tests/support/WireBytes.h"
+
 namespace test {
 
 namespace {
@@ -15,7 +17,23 @@ struct Unknown : std::exception {
   const char* what() const noexcept override { return "unknown enumeration member."; }
 };
 
-class LiteralReader : public RowVisitor {
+// What the visitors below have in common: they go into records, and every row but a text is a number.
+class EachRow : public RowVisitor {
+ public:
+  void Code(const char* name, NumberRef field) override { Number(name, field); }
+  void Tag(const char* name, NumberRef field, const TagTable&) override { Number(name, field); }
+  void Reserved(const char*, void*, std::size_t) override {}
+  void Record(const char*, const RecordType& type, void* record, Place) override { type.walk(*this, record); }
+  bool OnlyIf(const char*, bool) override { return true; }
+
+ protected:
+  void Element(ListRef& items, std::size_t index) {
+    if (items.elements) return Record("", *items.elements, items.At(index), Place::kNested);
+    Text("text", *static_cast<std::string*>(items.At(index)));
+  }
+};
+
+class LiteralReader : public EachRow {
  public:
   explicit LiteralReader(CStreamReader& in) : in_(in) {}
 
@@ -44,11 +62,7 @@ class LiteralReader : public RowVisitor {
       const std::size_t size = items.Size();
       items.Resize(size + 1);
       try {
-        if (items.elements) {
-          Whole(*items.elements, items.At(size));
-        } else {
-          Text("", *static_cast<std::string*>(items.At(size)));
-        }
+        Element(items, size);
       } catch (...) {
         items.Resize(size);
         throw;
@@ -72,7 +86,6 @@ class LiteralReader : public RowVisitor {
       }
     }
   }
-  void Reserved(const char*, void*, std::size_t) override {}
   void Record(const char*, const RecordType& type, void* record, Place) override { Whole(type, record); }
   bool OnlyIf(const char*, bool holds) override { return holds; }
 
@@ -87,7 +100,7 @@ class LiteralReader : public RowVisitor {
   std::uint8_t byte_ = 0;
 };
 
-class LiteralWriter : public RowVisitor {
+class LiteralWriter : public EachRow {
  public:
   explicit LiteralWriter(CStreamWriter& out) : out_(out) {}
 
@@ -110,13 +123,7 @@ class LiteralWriter : public RowVisitor {
   }
   void List(const char*, ListRef& items) override {
     const auto count = Count<std::uint16_t>(items.Size());
-    for (std::uint16_t i = 0; i < count; ++i) {
-      if (items.elements) {
-        Whole(*items.elements, items.At(i));
-      } else {
-        Text("", *static_cast<std::string*>(items.At(i)));
-      }
-    }
+    for (std::uint16_t i = 0; i < count; ++i) Element(items, i);
   }
   void Map(const char*, MapRef& entries) override {
     Count<std::uint32_t>(entries.Size());
@@ -127,7 +134,6 @@ class LiteralWriter : public RowVisitor {
       out_.Append(value, 4);
     });
   }
-  void Reserved(const char*, void*, std::size_t) override {}
   void Record(const char*, const RecordType& type, void* record, Place) override { Whole(type, record); }
   bool OnlyIf(const char*, bool holds) override { return holds; }
 
@@ -150,7 +156,7 @@ class LiteralWriter : public RowVisitor {
   CStreamWriter& out_;
 };
 
-class RandomFill : public RowVisitor {
+class RandomFill : public EachRow {
  public:
   explicit RandomFill(std::mt19937& random) : random_(random) {}
 
@@ -161,7 +167,6 @@ class RandomFill : public RowVisitor {
     field.Set(isEdge ? kEdges[random_() % std::size(kEdges)]
                      : static_cast<std::int64_t>(random_() * std::uint64_t{0x9E3779B97F4A7C15}));
   }
-  void Code(const char* name, NumberRef field) override { Number(name, field); }
   void Tag(const char*, NumberRef field, const TagTable& tags) override {
     field.Set(static_cast<std::int64_t>(random_() % (random_() % 4 == 0 ? tags.count + 2 : tags.count)));
   }
@@ -171,13 +176,7 @@ class RandomFill : public RowVisitor {
   }
   void List(const char*, ListRef& items) override {
     items.Resize(random_() % 4);
-    for (std::size_t i = 0; i < items.Size(); ++i) {
-      if (items.elements) {
-        items.elements->walk(*this, items.At(i));
-      } else {
-        Text("", *static_cast<std::string*>(items.At(i)));
-      }
-    }
+    for (std::size_t i = 0; i < items.Size(); ++i) Element(items, i);
   }
   void Map(const char*, MapRef& entries) override {
     for (unsigned i = random_() % 4; i > 0; --i) {
@@ -194,28 +193,20 @@ class RandomFill : public RowVisitor {
   void Reserved(const char*, void* bytes, std::size_t count) override {
     std::memset(bytes, static_cast<int>(random_() & 0xFF), count);
   }
-  void Record(const char*, const RecordType& type, void* record, Place) override { type.walk(*this, record); }
-  bool OnlyIf(const char*, bool) override { return true; }
 
  private:
   std::mt19937& random_;
 };
 
-class StateWalk : public RowVisitor {
+class StateWalk : public EachRow {
  public:
   void Number(const char* name, NumberRef field) override { Add(name, std::to_string(field.Get())); }
-  void Code(const char* name, NumberRef field) override { Number(name, field); }
-  void Tag(const char* name, NumberRef field, const TagTable&) override { Number(name, field); }
   void Text(const char* name, std::string& field) override { Add(name, field); }
   void List(const char* name, ListRef& items) override {
     Add(name, std::to_string(items.Size()));
     for (std::size_t i = 0; i < items.Size(); ++i) {
       if (i > kHuge / 2 && i + kHuge / 2 < items.Size() && i % 97 != 0) continue;  // enough to see a shift
-      if (items.elements) {
-        items.elements->walk(*this, items.At(i));
-      } else {
-        Add("text", *static_cast<std::string*>(items.At(i)));
-      }
+      Element(items, i);
     }
   }
   void Map(const char* name, MapRef& entries) override {
@@ -232,8 +223,6 @@ class StateWalk : public RowVisitor {
   void Reserved(const char* name, void* bytes, std::size_t count) override {
     Add(name, std::string(static_cast<const char*>(bytes), count));
   }
-  void Record(const char*, const RecordType& type, void* record, Place) override { type.walk(*this, record); }
-  bool OnlyIf(const char*, bool) override { return true; }
 
   std::string text;
 
@@ -272,8 +261,7 @@ Outcome OutcomeOf(CStreamReader& stream, const std::function<void()>& operation)
   } catch (const std::exception& thrown) {
     outcome.thrown = thrown.what();
   }
-  outcome.bytes.assign(reinterpret_cast<const char*>(stream.Data()),
-                       static_cast<std::size_t>(stream.Length()));
+  outcome.bytes = Bytes(stream);
   outcome.capacity = stream.Capacity();
   return outcome;
 }
