@@ -5,6 +5,7 @@
 #include <random>
 #include <string>
 
+#include "tests/support/PlainDict.h"
 #include "tests/support/SteppedParser.h"
 
 namespace {
@@ -36,21 +37,17 @@ TEST(KeyValueParser, DeliversPairsInTheOrderOfTheText) {
     const char* separators = "=&";
   } rows[] = {
       {"1=2&3=4&", "1>2;3>4;"},
-      {"A = 1 & B=2", "a>1;b>2;"},
       {" \t\r\n\v\fA\t\n=\v1 \r&\tB=2 \n", "a>1;b>2;"},
       {"K=VaL", "k>VaL;"},
-      {"a=1&a=2", "a>1;a>2;"},
       {"a&b=2", "b>2;"},
       {"=1", ""},
       {"a=", "a>;"},
       {"a=b=c", "a>b=c;"},
-      {"a b=c d ", "a b>c d;"},
       {"a=1&b=2", "a>1;", 3},
       {"a=1&b=2", "", 0},
       {"a=1&b=2", "a>1;b>2;", 500},  // no further than the terminator
       {"a=1&b=2", "", -1, ""},
       {"a=1&b=2", "a>1;b>2;", -5},
-      {"a = 1\tb = 2", "a>1;b>2;", -1, "=\t"},
       {"a  b\na c\n", "a> b;a>c;", -1, " \n"},
       {"a\t\tb\t&c=\t", "a>\tb;c=>;", -1, "\t&"},  // a mark in a value is an ordinary byte
       {"a=1&b=2", "a>1&b=2;", -1, "="},
@@ -73,15 +70,10 @@ TEST(KeyValueParser, EachOptionDoesItsOwnPart) {
 }
 
 TEST(KeyValueParser, ParseOfADictionaryFoldsKeysAndTrims) {
-  struct Last {
-    void Take(const char* key, const char* value) { ((got += key) += '>') += value; }
-    std::string got;
-  } last;
   CStringDict dict;
   dict.Parse(" A = X & a=Y&A=Z ", "=&", 12);
   dict.Parse(nullptr, "=&");
-  dict.Visit(&last, &Last::Take);
-  EXPECT_EQ(last.got, "a>Y");
+  EXPECT_EQ(test::PairsOf(dict), (test::Pairs{{"a", "Y"}}));
 }
 
 TEST(KeyValueParser, EqualsAMachineOfSingleStepsOnRandomTexts) {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <exception>
 #include <ostream>
 #include <random>
 #include <set>
@@ -120,19 +119,6 @@ TEST(AllRecords, AreReadAndWrittenFieldByField) {
   }
 }
 
-std::string RandomBytes(const RecordType& type, unsigned seed) {
-  std::mt19937 random(seed);
-  const auto record = type.make();
-  test::FillRandomly(type, record.get(), random);
-  CStreamReader stream;
-  try {
-    type.write(stream, record.get());
-  } catch (const std::exception&) {
-    return RandomBytes(type, seed + 1000);  // an enumeration got what is no member
-  }
-  return test::Bytes(stream);
-}
-
 TEST(AllRecords, HaveNamesOfTheirOwnAndRows) {
   std::set<std::string> names;
   for (const std::string& name : zvuti::RecordNames()) {
@@ -146,13 +132,18 @@ TEST(AllRecords, HaveNamesOfTheirOwnAndRows) {
 }
 
 TEST(AllRecords, WhatADumpShowsFillsTheSameBytesAgain) {
+  std::mt19937 random(1);
   for (const RecordType* type : AllRecords()) {
-    if (type->own) continue;
-    for (unsigned seed = 0; seed < 20; ++seed) {
-      const std::string bytes = RandomBytes(*type, seed);
+    for (int round = 0; !type->own && round < 20; ++round) {
+      const auto record = type->make();
+      test::FillRandomly(*type, record.get(), random);
+      CStreamReader stream;
+      const test::Outcome written = test::OutcomeOf(stream, [&] { type->write(stream, record.get()); });
+      const std::string& bytes = written.bytes;
       zvuti::RecordDump dump;
       ASSERT_TRUE(zvuti::DumpRecord(type->name, bytes.data(), bytes.size(), dump));
-      if (!dump.isWhole || dump.size != bytes.size()) continue;  // a tag is missing
+      if (!written.thrown.empty() || !dump.isWhole || dump.size != bytes.size())
+        continue;  // a tag is missing
       std::vector<zvuti::NamedValue> values;
       for (const auto& row : dump.rows) {
         if (row.form == "map entry" || row.form.rfind("map", 0) != 0) values.push_back({row.path, row.value});

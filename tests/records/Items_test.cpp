@@ -62,16 +62,11 @@ TEST(Items, CountsWrap) {
   EXPECT_EQ(item.GetCount(), std::numeric_limits<int>::min());
 }
 
-constexpr std::uint32_t Packed(unsigned year, unsigned month, unsigned day, unsigned hour, unsigned minute,
-                               unsigned second) {
-  return (year - 2000) << 26 | month << 22 | day << 17 | hour << 12 | minute << 6 | second;
-}
-
 // An item that ends at 2024-06-11 10:20:30, by the clock of the test.
 class ItemTimes : public testing::Test {
  protected:
   ItemTimes() {
-    item_.StartTime = Packed(2024, 6, 1, 10, 20, 30);
+    item_.StartTime = 24u << 26 | 6 << 22 | 1 << 17 | 10 << 12 | 20 << 6 | 30;
     item_.ValidDays = 10;
     end_ = CTimeValue(2024, 6, 1, 10, 20, 30, -1).GetTime() + 864'000;
     doors_->clockSeconds = [] { return now; };
@@ -81,9 +76,8 @@ class ItemTimes : public testing::Test {
   ItemRecord item_;
   std::int64_t end_ = 0;
   test::DoorsGuard doors_;
-  static std::int64_t now;
+  static inline std::int64_t now = 0;
 };
-std::int64_t ItemTimes::now = 0;
 
 TEST_F(ItemTimes, RunOutAtTheVeryEnd) {
   EXPECT_EQ(item_.GetExpiryTime(), end_);

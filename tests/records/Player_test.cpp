@@ -5,26 +5,25 @@
 #include <cstdint>
 #include <limits>
 #include <map>
+#include <random>
 #include <string>
 
-#include "tests/support/WireBytes.h"
+#include "records/Units.h"
+#include "tests/support/LiteralRecords.h"
 
 namespace {
 
 TEST(PlayerRecord, ResetKeepsStatusTextsAndAttributes) {
-  PlayerRecord record;
-  record.Status = {StatusKind3, 4, 5};
-  record.Text1 = "one";
-  record.Text2 = "two";
-  record.Attributes = {{-8, 9}};
-  const std::string bytes = test::Written(record);
-  record.Byte1 = record.Byte6 = 7;
-  record.SlotA = record.SlotB = 7;
-  record.Sex = record.AccountFlags = record.Value1 = record.Value10 = 7;
-  record.Purse2 = 7;
-  record.Purse4 = record.Wide2 = 7;
+  const auto* type = zvuti::wire::FindRecord("PlayerRecord");
+  std::mt19937 random(1);
+  PlayerRecord record, wanted;
+  test::FillRandomly(*type, &record, random);
+  wanted.Status = record.Status;
+  wanted.Text1 = record.Text1 = "one";
+  wanted.Text2 = record.Text2 = "two";
+  wanted.Attributes = record.Attributes = {{-8, 9}};
   record.Reset();
-  EXPECT_EQ(test::Written(record), bytes);
+  EXPECT_EQ(test::StateOf(*type, &record), test::StateOf(*type, &wanted));
 }
 
 TEST(PlayerRecord, TheAccountKindIsInTheLowFourBits) {

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <limits>
 
+#include "tests/support/WireBytes.h"
+
 namespace {
 
 constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
@@ -69,24 +71,11 @@ TEST(BonusRule, GrantTakesFourFieldsOfEachEntryAndLeavesTheRest) {
   rule.Entries.resize(2);
   rule.Entries[1] = {11, 12, 13, 0, {1, 2, 3}, 99};
 
-  BonusGrant grant;
-  grant.Amount3 = 31, grant.Value2 = 32, grant.Amount5 = 33, grant.Amount6 = 34;
-  grant.Entries.resize(3);
-  grant.Entries[1].Reserved[0] = 7;
+  BonusGrant grant = {
+      .Amount3 = 31, .Value2 = 32, .Amount5 = 33, .Amount6 = 34, .Entries = {{}, {9, 9, 9, 9, {7}}, {}}};
   rule.FillGrant(1000, grant);
-  EXPECT_EQ(grant.GrantedHundreds, -2);
-  EXPECT_EQ(grant.GrantedExtra, -3);
-  EXPECT_EQ(grant.BonusAmount, 100);
-  EXPECT_EQ(grant.GrantedValue, 4u);
-  EXPECT_EQ(grant.Amount3 + grant.Value2 + grant.Amount5 + grant.Amount6, 31 + 32 + 33 + 34);
-  ASSERT_EQ(grant.Entries.size(), 2u);
-  EXPECT_EQ(grant.Entries[0].Switch, 1);
-  const GrantEntry& entry = grant.Entries[1];
-  EXPECT_EQ(entry.Value1, 11u);
-  EXPECT_EQ(entry.Value2, 12u);
-  EXPECT_EQ(entry.Value3, 13u);
-  EXPECT_EQ(entry.Switch, 0);
-  EXPECT_EQ(entry.Reserved[0], 7);
+  const BonusGrant wanted = {100, -2, 31, -3, 4, 32, 33, 34, {{}, {11, 12, 13, 0, {7}}}};
+  EXPECT_EQ(test::Written(grant), test::Written(wanted));
 
   rule.Entries.clear();
   rule.FillGrant(0, grant);

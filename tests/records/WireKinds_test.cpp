@@ -2,25 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <exception>
 #include <string>
 
+#include "tests/support/LiteralRecords.h"
 #include "tests/support/WireBytes.h"
 
 namespace {
 
 using namespace std::string_literals;
-using test::Bytes;
-
-template <class Operation>
-std::string Thrown(Operation operation) {
-  try {
-    operation();
-  } catch (const std::exception& thrown) {
-    return thrown.what();
-  }
-  return "";
-}
 
 template <class Kind>
 void ExpectTag(Kind member, const std::string& tag) {
@@ -49,7 +38,7 @@ TEST(WireKinds, MembersTravelAsTheirTags) {
 TEST(WireKinds, UnknownOnesThrowInOneAndPassInTheOther) {
   const std::string message = "unknown enumeration member.";
   CStreamReader out;
-  EXPECT_EQ(Thrown([&] { out << static_cast<BinaryKind>(2); }), message);
+  EXPECT_EQ(test::OutcomeOf(out, [&] { out << static_cast<BinaryKind>(2); }).thrown, message);
   out << static_cast<StatusKind>(9) << static_cast<StatusKind>(0xFFFFFFFF);
   EXPECT_EQ(out.Length(), 0);
 
@@ -59,13 +48,14 @@ TEST(WireKinds, UnknownOnesThrowInOneAndPassInTheOther) {
   for (const auto& c : cases) {
     CStreamReader binary(c.bytes), status(c.bytes);
     BinaryKind kind = BinaryKind1;
-    EXPECT_EQ(Thrown([&] { binary >> kind; }), message);
+    const test::Outcome outcome = test::OutcomeOf(binary, [&] { binary >> kind; });
+    EXPECT_EQ(outcome.thrown, message);
+    EXPECT_EQ(outcome.bytes, c.rest);
     EXPECT_EQ(kind, BinaryKind1);
-    EXPECT_EQ(Bytes(binary), c.rest);
     StatusKind other = StatusKind5;
     status >> other;
     EXPECT_EQ(other, StatusKind5);
-    EXPECT_EQ(Bytes(status), c.rest);
+    EXPECT_EQ(test::Bytes(status), c.rest);
   }
 }
 

@@ -127,13 +127,27 @@ TEST(CUtiBlackList, TheResultMayBeTheText) {
   EXPECT_EQ(text, "****");
 }
 
+// With memory for the index, and without.
 TEST(CUtiBlackList, GivesWhatTheScanOfTheListGives) {
   const test::TempFolder folder;
-  for (unsigned round = 0; round < 3000; ++round) {
+  const std::string empty = folder.Write("empty", "");
+  for (unsigned round = 0; round < 4000; ++round) {
     RandomBytes random(round);
     const Words words = random.List(1 + random.Below(round % 10 == 0 ? 200 : 8), 1 + random.Below(7));
+    const std::string path = folder.Write("words", FileOf(words));
     CUtiBlackList list;
-    ASSERT_EQ(list.Load(folder.Write("words", FileOf(words)).c_str()), 1);
+    std::int64_t blocks = 0;
+    {
+      const test::HeapFaults opening(0);
+      list.Load(empty.c_str());
+      blocks = opening.Tried() + std::ssize(words);  // words this short take one each; then comes the index
+    }
+    {
+      const bool isRefused = round % 4 == 1;
+      const test::HeapFaults faults(isRefused ? blocks + 1 : 0, true);
+      ASSERT_EQ(list.Load(path.c_str()), 1);
+      ASSERT_EQ(faults.Refused(), isRefused);
+    }
     for (int i = 0; i < 8; ++i)
       ASSERT_NO_FATAL_FAILURE(ExpectPlainResults(list, words, random.Text(random.Below(60))));
   }
@@ -195,31 +209,6 @@ TEST(CUtiBlackList, WordsStayFoundWhenTheHeapRefuses) {
   });
   EXPECT_EQ(mostBeforeBreak, std::ssize(words) - 1);
   EXPECT_GT(loadedWithoutIndex, 3);  // three times nothing was refused
-}
-
-TEST(CUtiBlackList, ScanWithoutIndexGivesTheSame) {
-  const test::TempFolder folder;
-  const std::string empty = folder.Write("empty", "");
-  for (unsigned round = 0; round < 1000; ++round) {
-    RandomBytes random(round);
-    const Words words = random.List(1 + random.Below(8), 1 + random.Below(7));
-    const std::string path = folder.Write("words", FileOf(words));
-    CUtiBlackList list;
-    std::int64_t opening = 0;
-    {
-      const test::HeapFaults counted(0);
-      list.Load(empty.c_str());
-      opening = counted.Tried();
-    }
-    {
-      // Words this short take one block each, so the next one is the first of the index.
-      const test::HeapFaults faults(opening + static_cast<std::int64_t>(words.size()) + 1, true);
-      ASSERT_EQ(list.Load(path.c_str()), 1);
-      ASSERT_TRUE(faults.Refused());
-    }
-    for (int i = 0; i < 8; ++i)
-      ASSERT_NO_FATAL_FAILURE(ExpectPlainResults(list, words, random.Text(random.Below(60))));
-  }
 }
 
 TEST(CUtiBlackList, QueriesAllocateNothingButTheResult) {
