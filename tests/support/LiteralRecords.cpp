@@ -86,10 +86,8 @@ class LiteralReader : public EachRow {
       }
     }
   }
-  void Record(const char*, const RecordType& type, void* record, Place) override { Whole(type, record); }
   bool OnlyIf(const char*, bool holds) override { return holds; }
-
-  void Whole(const RecordType& type, void* record) {
+  void Record(const char*, const RecordType& type, void* record, Place) override {
     if (type.blockBytes > 0) return in_.Read(record, static_cast<int>(type.blockBytes));
     LiteralReader reader(in_);
     type.walk(reader, record);
@@ -128,16 +126,14 @@ class LiteralWriter : public EachRow {
   void Map(const char*, MapRef& entries) override {
     Count<std::uint32_t>(entries.Size());
     entries.ForEach([&](std::int64_t key, void* value) {
-      if (entries.blocks) return Whole(*entries.blocks, value);
+      if (entries.blocks) return Record("", *entries.blocks, value, Place::kNested);
       const auto word = static_cast<std::uint32_t>(key);
       out_.Append(&word, 4);
       out_.Append(value, 4);
     });
   }
-  void Record(const char*, const RecordType& type, void* record, Place) override { Whole(type, record); }
   bool OnlyIf(const char*, bool holds) override { return holds; }
-
-  void Whole(const RecordType& type, void* record) {
+  void Record(const char*, const RecordType& type, void* record, Place) override {
     if (type.blockBytes > 0) {
       out_.Append(record, static_cast<unsigned>(type.blockBytes));
     } else {
@@ -237,10 +233,10 @@ class StateWalk : public EachRow {
 }  // namespace
 
 void ReadLiterally(const RecordType& type, CStreamReader& in, void* record) {
-  LiteralReader(in).Whole(type, record);
+  LiteralReader(in).Record("", type, record, Place::kNested);
 }
 void WriteLiterally(const RecordType& type, CStreamWriter& out, void* record) {
-  LiteralWriter(out).Whole(type, record);
+  LiteralWriter(out).Record("", type, record, Place::kNested);
 }
 
 void FillRandomly(const RecordType& type, void* record, std::mt19937& random) {

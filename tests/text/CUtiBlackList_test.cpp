@@ -71,13 +71,9 @@ TEST(CUtiBlackList, MasksEveryWordAndNothingElse) {
       {"", "abc", "abc"},
       {"a\n\x1A\nb", "ab", "*b"},  // the mark that ends a text file
       {"\r\n\n\r\n", "a\r\nb", "a\r\nb"},
-      {"abc", "xABCx aBc", "x***x ***"},
       {"ABC\r\nBCD\r\n", "xabcdx", "x****x"},
       {"AA", "aaa", "**a"},
-      {"abc\nde", "xab", "xab"},
       {"AA\nBAA", "baaa aaaa", "***a ****"},  // the hidden AA at 1 keeps the next one, at 2, from counting
-      {"a\na\nA", "bab", "b*b"},
-      {" ", "a b", "a*b"},
       {" a", "ba a", "ba**"},
       {"\xB0\xA1\xB0\xA2", "x\xB0\xA1\xB0\xA2y", "x****y"},  // 啊阿
       {"\xA1\xB0", "\xB0\xA1\xB0\xA1", "\xB0\xA1\xB0\xA1"},  // in the middle of 啊啊
