@@ -18,11 +18,16 @@ using namespace std::string_literals;
 using test::Bytes;
 
 TEST(Codec, ASecondByteCodeBehindTheEndTakesTheFirstOnesValue) {
-  CStreamReader stream("\x05\x07"s);
+  CStreamReader stream("\x05\x07"s), sequence("\x02\0\x05\x06\x07"s + std::string(16, '\0') + "\x05");
   CodedAmount record;
   stream >> record;
   EXPECT_EQ(record.Code2, 7u);
   EXPECT_EQ(record.Code1, 7u);
+  std::vector<CodedAmount> records;
+  sequence >> records;
+  ASSERT_EQ(records.size(), 2u);
+  EXPECT_EQ(records[0].Code1, 7u);
+  EXPECT_EQ(records[1].Code2, 0u);  // each record begins anew
 }
 
 TEST(Codec, AnUnknownMemberEndsASequenceBehindItsTag) {
