@@ -82,10 +82,10 @@ TEST(CByteBuffer, ThousandsOfRandomStepsMatchTheModel) {
 
 TEST(CByteBuffer, TextInsideTheBufferSurvivesItsGrowth) {
   CByteBuffer buffer;
-  buffer.Append(std::string(1020, 'a').c_str(), 1021);
-  buffer.AppendText(reinterpret_cast<const char*>(buffer.Data()) + 10);
-  EXPECT_EQ(Bytes(buffer), std::string(1020, 'a') + '\0' + std::string(1010, 'a'));
-  EXPECT_EQ(buffer.Capacity(), 2048);
+  buffer.Append(std::string(1034, 'a').c_str(), 1035);
+  buffer.AppendText(reinterpret_cast<const char*>(buffer.Data()) + 21);
+  EXPECT_EQ(Bytes(buffer), std::string(1034, 'a') + '\0' + std::string(1013, 'a'));
+  EXPECT_EQ(buffer.Capacity(), 3072);  // 2,048 bytes, and room for a terminator
 }
 
 TEST(CByteBuffer, NothingIsAllocatedForNothing) {
