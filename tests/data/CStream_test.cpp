@@ -136,13 +136,17 @@ TEST(CStream, ABufferThatCannotGrowLeavesTheBodyOnTheStream) {
   EXPECT_EQ(Bytes(stream), std::string(2048, 'b'));
 }
 
-TEST(CStream, AStreamTakesItsOwnBytesAsText) {
+TEST(CStream, AStreamTakesItsOwnBytesAsTextAndOthers) {
   CStreamReader stream(std::string(1023, 'x'));
   stream << static_cast<const CByteBuffer&>(stream);  // the count alone makes it grow
   EXPECT_EQ(Bytes(stream), std::string(1023, 'x') + "\xFF\x03" + std::string(1023, 'x'));
   CStreamReader text("inside\0"s + std::string(1017, 'x'));
   text << reinterpret_cast<const char*>(text.Data()) + 2;
   EXPECT_EQ(Bytes(text).substr(1024), "\x04\0side"s);
+  CStreamReader other(std::string(1023, 'x'));
+  other << "stack"s
+        << "literal";  // in front of the stream's bytes and behind them
+  EXPECT_EQ(Bytes(other).substr(1023), "\x05\0stack\x07\0literal"s);
 }
 
 TEST(CStream, ConstructorsCopyAllBytes) {

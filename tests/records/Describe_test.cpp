@@ -109,10 +109,11 @@ TEST(Describe, ShowsAndFillsTextsAndTags) {
 }
 
 TEST(Describe, FillsByName) {
+  const std::string zeros(36, '\0');
   EXPECT_EQ(Filled("ItemRecord", {{"Count", "7"}, {"ItemKey", "0x3B9ACA00"}, {"ItemId", "-1"}}),
             "\0\0\xCA\x9A\x3B\xFF\xFF\xFF\xFF\0\0\0\0\0\0\0\0\0\0\0\0\0"s);
   EXPECT_EQ(Filled("PricedItem", {{"Tag", "255"}, {"ExtraAmount", "-9223372036854775808"}}),
-            "\xFF" + std::string(36, '\0') + "\x80");
+            "\xFF" + zeros + "\x80");
 }
 
 TEST(Describe, RefusesWhatItCannotFill) {
@@ -146,7 +147,7 @@ TEST(Describe, RefusesWhatItCannotFill) {
   };
   for (const auto& c : cases) {
     for (const char* value : c.values)
-      EXPECT_EQ(Filled(c.record, {{c.path, value}}), c.path + (": " + c.problem)) << value;
+      EXPECT_EQ(Filled(c.record, {{c.path, value}}), std::string(c.path) + ": " + c.problem) << value;
   }
   EXPECT_EQ(Filled("ItemRecord", {{"Tag", "0XfF"}})[0], '\xFF');
   EXPECT_EQ(Filled("Nothing", {}), "there is no record Nothing");

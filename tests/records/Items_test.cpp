@@ -17,7 +17,8 @@ namespace {
 
 // An item up to its count, and what follows it.
 std::string ItemBytes(std::uint32_t key, const std::string& tail) {
-  return "\x5A" + test::Written(key) + std::string(16, '.') + tail;
+  std::string bytes = "\x5A";
+  return bytes.append(test::Written(key)).append(16, '.').append(tail);
 }
 
 TEST(Items, TheKeyDecidesWhetherACountTravels) {
