@@ -122,6 +122,7 @@ class Records(unittest.TestCase):
             (b'{"Nothing": 1}', b"Nothing: there is no such field in ItemRecord"),
             (b'{"Tag": 256}', b"Tag: not a number that the field can hold"),
             (b'{"Tag": 1.5}', b"Tag: a whole number is needed"),
+            (b'{"Tag": 1, "Tag": 2}', b'"Tag" comes twice'),
             (b'{"Tag": null}', b"Tag: a whole number is needed"),
         ]
         for given, message in cases:

@@ -212,8 +212,8 @@ void AddCheck(CLI::App& program, int& exitCode) {
       ->expected(1)
       ->take_all();
   command->footer(
-      "Reads Rank.ini, the level table and Task.ini of each game, the words, and all XML documents, and\n"
-      "prints file:line: message [kind]. Ends with 1 where something was found. The kinds:\n\n" +
+      "Reads Rank.ini, the level table and Task.ini of each game, the words, and the XML documents in all\n"
+      "folders, and prints file:line: message [kind]. Ends with 1 where something was found. The kinds:\n\n" +
       list + "\n  zvuti check /srv/lobby\n  zvuti check . --words chat.txt --ignore hidden-word");
   command->callback([options, &exitCode] { exitCode = Check(*options); });
 }

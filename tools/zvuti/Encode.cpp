@@ -1,6 +1,8 @@
 // zvuti encode: the bytes of a record that JSON describes.
 #include <iostream>
+#include <set>
 #include <string>
+#include <vector>
 
 #include "Commands.h"
 #include "shared/Files.h"
@@ -16,6 +18,19 @@ struct Options {
   bool isHex = false;
 };
 
+// Of two members with one name the parser would silently take one.
+Json ParseJson(const std::string& text) {
+  std::vector<std::set<std::string>> open;  // the names so far in each object that is not closed yet
+  return Json::parse(text, [&](int, Json::parse_event_t event, const Json& parsed) {
+    if (event == Json::parse_event_t::object_start) open.emplace_back();
+    if (event == Json::parse_event_t::object_end) open.pop_back();
+    if (event == Json::parse_event_t::key && !open.back().insert(parsed.get<std::string>()).second) {
+      throw Failure("\"" + parsed.get<std::string>() + "\" comes twice in one object");
+    }
+    return true;
+  });
+}
+
 int Encode(const Options& options) {
   RowsOf(options.record);
   if (options.out.empty() && !options.isHex && IsOutputTerminal()) {
@@ -23,7 +38,7 @@ int Encode(const Options& options) {
   }
   Json json;
   try {
-    json = Json::parse(ReadAll(options.file));
+    json = ParseJson(ReadAll(options.file));
   } catch (const Json::parse_error& e) {
     const std::string what = e.what();  // "[json.exception.parse_error.101] parse error at line 1, ..."
     const std::size_t close = what.find("] ");

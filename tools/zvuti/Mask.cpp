@@ -105,7 +105,7 @@ int MaskText(const CUtiBlackList& list, const Options& options, std::string_view
 int Mask(const Options& options) {
   const std::string bytes = ReadAll(options.words);  // says why where the library only fails
   CUtiBlackList list;
-  if (list.Load(options.words.c_str()) == 0) throw Failure("cannot read " + options.words);
+  if (list.Load(options.words.c_str()) == 0) throw Failure(options.words + " is no plain file");
   const std::string text = ReadText(options);
   if (list.IsLoaded() == 0) Say(options.words + " has no words");
   const int code =

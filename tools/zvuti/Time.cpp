@@ -67,19 +67,34 @@ void Print(unsigned long word) {
   std::cout << line << '\n';
 }
 
-int Convert(const std::string& given) {
-  std::uint32_t number = 0;
-  if (ParseWord(given, number)) {
-    Print(number);
-    const std::string oddity = OddityOf(number);
+// A word, or the text of a point in time.
+struct Given {
+  explicit Given(const std::string& argument)
+      : argument(argument),
+        isWord(ParseWord(argument, word)),
+        text(argument == "now" ? NowText() : argument) {
+    if (!isWord && NumbersOf(text).size() < 3) {
+      throw Failure("'" + argument + "' is neither a word nor a time, as in \"2013-08-29 12:34:56\"");
+    }
+  }
+
+  std::string argument;
+  std::uint32_t word = 0;
+  bool isWord;
+  std::string text;
+};
+
+int Convert(const Given& time) {
+  const std::string& given = time.argument;
+  if (time.isWord) {
+    Print(time.word);
+    const std::string oddity = OddityOf(time.word);
     if (oddity.empty()) return kOk;
     Say(given + ": " + oddity);
     return kFound;
   }
-  const std::string text = given == "now" ? NowText() : given;
+  const std::string& text = time.text;
   const std::vector<long long> numbers = NumbersOf(text);
-  if (numbers.size() < 3)
-    throw Failure("'" + given + "' is neither a word nor a time, as in \"2013-08-29 12:34:56\"");
   const unsigned long word = CKxTime::String2DWord(text.c_str());
   Print(word);
   const std::vector<long long> kept = NumbersOf(CKxTime::DWord2String(word).GetString());
@@ -109,7 +124,8 @@ void AddTime(CLI::App& program, int& exitCode) {
       "  zvuti time 0x363AC8B8\n"
       "  zvuti time '2013-08-29 12:34:56' now");
   command->callback([given, &exitCode] {
-    for (const std::string& one : *given) exitCode = std::max(exitCode, Convert(one));
+    const std::vector<Given> times(given->begin(), given->end());  // all of them are times, or none is shown
+    for (const Given& time : times) exitCode = std::max(exitCode, Convert(time));
   });
 }
 
