@@ -216,8 +216,21 @@ TEST(CUtiBlackList, QueriesAllocateNothingButTheResult) {
   const test::HeapFaults heap(0);
   EXPECT_EQ(list.IsMatched(text.c_str()), 1);
   EXPECT_EQ(heap.Tried(), 0);
+  for (int i = 0; i < 2; ++i) list.ReplaceBlackWord(text.c_str(), result);
+  EXPECT_EQ(heap.Tried(), 1);  // the result keeps its memory
+}
+
+TEST(CUtiBlackList, WordsThatOverlapThemselvesAreMaskedOnAFullHeap) {
+  const test::TempFolder folder;
+  CUtiBlackList list;
+  list.Load(folder.Write("words", "AA\nBAA\nC").c_str());
+  const std::string text = "aaac baaa aaaa c", masked = "**a* ***a **** *";
+  CString result;
+  list.ReplaceBlackWord(masked.c_str(), result);
+  const test::HeapFaults faults(1, true);
   list.ReplaceBlackWord(text.c_str(), result);
-  EXPECT_EQ(heap.Tried(), 1);
+  EXPECT_TRUE(faults.Refused());
+  EXPECT_STREQ(result.GetString(), masked.c_str());
 }
 
 }  // namespace

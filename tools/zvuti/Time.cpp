@@ -69,12 +69,10 @@ void Print(unsigned long word) {
 
 // A word, or the text of a point in time.
 struct Given {
-  explicit Given(const std::string& argument)
-      : argument(argument),
-        isWord(ParseWord(argument, word)),
-        text(argument == "now" ? NowText() : argument) {
+  explicit Given(const std::string& given)
+      : argument(given), isWord(ParseWord(given, word)), text(given == "now" ? NowText() : given) {
     if (!isWord && NumbersOf(text).size() < 3) {
-      throw Failure("'" + argument + "' is neither a word nor a time, as in \"2013-08-29 12:34:56\"");
+      throw Failure("'" + given + "' is neither a word nor a time, as in \"2013-08-29 12:34:56\"");
     }
   }
 
