@@ -56,7 +56,7 @@ TEST(Codec, WritingTakesOneBlockAndReadingOnePerContainer) {
     stream << records;
     EXPECT_EQ(counter.Tried(), 1);
   }
-  EXPECT_EQ(Bytes(stream), "\xFF\xFF" + std::string(19 * 65'535, '\0'));
+  EXPECT_EQ(Bytes(stream), "\xFF\xFF" + std::string(std::size_t{19} * 65'535, '\0'));
   std::vector<CodedAmount> again;
   const test::HeapFaults counter(0);
   stream >> again;
