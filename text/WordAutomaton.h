@@ -45,12 +45,6 @@ struct Prefix {
     length = isTrail ? kBytes - 1 : kBytes;
   }
 
-  /// The bytes of two double-byte characters.
-  static std::uint32_t Of(std::uint16_t first, std::uint16_t second) {
-    const auto swapped = [](unsigned code) { return code >> 8 | (code & 0xFF) << 8; };
-    return swapped(first) | swapped(second) << 16;
-  }
-
   std::uint32_t bytes = 0;
   std::size_t length;
 };
@@ -81,9 +75,6 @@ class WordAutomaton {
     std::uint16_t label;   // code of the character that leads here
     bool isNextChild : 1;  // the node behind this one is a child of it
     bool hasBranches : 1;  // it has children elsewhere
-    /// It is the only node before the end of a prefix: the entries know its children by double-byte
-    /// characters.
-    bool isEntered : 1;
     /// Bytes of the fallback, kDeep for as many as a prefix has or more. Where there are fewer, the filter
     /// and the entries see further than the fallback, and a walk ends.
     std::uint8_t rest;
@@ -108,7 +99,8 @@ class WordAutomaton {
     return entry ? entry->node : kNone;
   }
 
-  /// The child of `node` by the character `label`, kRoot where there is none.
+  /// The child of `node` by the character `label`, kRoot where there is none; and where each walk enters
+  /// the child without coming by.
   Index Child(Index node, std::uint16_t label) const {
     const Node& from = nodes_[node];
     if (from.isNextChild && nodes_[node + 1].label == label) return node + 1;
@@ -138,10 +130,6 @@ class WordAutomaton {
   }
 
   Index Branch(Index node, std::uint16_t label) const {
-    if (nodes_[node].isEntered && label > 0xFF) {
-      const Index child = Enter(Prefix::Of(nodes_[node].label, label));
-      return child == kNone ? kRoot : child;
-    }
     const auto isSought = [&](const Edge& edge) {
       return edge.parent == node && nodes_[edge.child].label == label;
     };

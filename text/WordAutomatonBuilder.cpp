@@ -6,7 +6,7 @@
 namespace zvuti {
 
 WordAutomatonBuilder::WordAutomatonBuilder() {
-  built_.nodes_.push_back({0, false, false, false, 0, kRoot, kNone});
+  built_.nodes_.push_back({0, false, false, 0, kRoot, kNone});
   drafts_.push_back({kRoot, kNone});
 }
 
@@ -34,7 +34,7 @@ WordAutomatonBuilder::Index WordAutomatonBuilder::AddChild(Index parent, std::ui
   if (built_.nodes_.size() >= kNone) throw std::bad_alloc();
   const auto child = static_cast<Index>(built_.nodes_.size());
   if (depth == firstOfDepth_.size()) firstOfDepth_.push_back(kNone);
-  built_.nodes_.push_back({label, false, false, false, 0, kRoot, kNone});
+  built_.nodes_.push_back({label, false, false, 0, kRoot, kNone});
   drafts_.push_back({parent, firstOfDepth_[depth]});
   firstOfDepth_[depth] = child;
   if (child == parent + 1) {
@@ -71,16 +71,14 @@ WordAutomaton WordAutomatonBuilder::Build() && {
   return std::move(built_);
 }
 
-// The edges from a first double-byte character to a second one are what the entries are, unless a word ends
-// between them. They are a large part of all edges.
+// No walk takes an edge from a first double-byte character to a second one: it enters behind both, unless a
+// word ends between them, and no fallback that leads to the first one is gone on from. They are many.
 void WordAutomatonBuilder::LeaveOutEnteredEdges() {
-  auto& nodes = built_.nodes_;
-  for (Index node = firstOfDepth_.empty() ? kNone : firstOfDepth_[0]; node != kNone;
-       node = drafts_[node].nextOfDepth) {
-    nodes[node].isEntered = nodes[node].label > 0xFF && nodes[node].word == kNone;
-  }
+  const auto& nodes = built_.nodes_;
   built_.edges_.Fit(EdgeHash(), [&](const WordAutomaton::Edge& edge) {
-    return !nodes[edge.parent].isEntered || nodes[edge.child].label <= 0xFF;
+    const Node& parent = nodes[edge.parent];
+    const bool isFirst = edge.parent != kRoot && drafts_[edge.parent].parent == kRoot;
+    return !isFirst || parent.label <= 0xFF || parent.word != kNone || nodes[edge.child].label <= 0xFF;
   });
 }
 
