@@ -33,7 +33,8 @@ class ZVUTILIB_API CUtiBlackList {
   int IsMatched(const char* text) const;
   /// Sets `result` to the text with an asterisk for each byte of each word found in it, and returns 1.
   /// Words that overlap are all masked; occurrences of one word are taken from the left and do not
-  /// overlap. A null text gives an empty result. The text may be that of `result` itself.
+  /// overlap. A null text gives an empty result. The text may be that of `result` itself; a result that is
+  /// used again keeps its memory. Throws std::bad_alloc, with the result unchanged.
   int ReplaceBlackWord(const char* text, CString& result) const;
 
  private:
