@@ -31,6 +31,21 @@ inline bool AreLeadBytes(const char* bytes) {
   return (all & (low + kOnes * 0x7F) & ~(low + kOnes) & kHigh) == kHigh;
 }
 
+/// Whether the `length` bytes, a multiple of kRegister, are double-byte characters, all of them, when a
+/// character begins with the first and none is zero. Only each second byte matters. No sum carries into the
+/// next pair: the first one has the highest bit but one of 0x81 to 0xFF, the second one of 0xFF only.
+inline bool AreDoubleBytes(const char* bytes, std::size_t length) {
+  constexpr std::size_t kOnes = ~std::size_t{0} / 0xFFFF;
+  std::size_t leads = kOnes * 0x100;
+  for (std::size_t i = 0; i < length; i += kRegister) {
+    std::size_t all;
+    std::memcpy(&all, bytes + i, sizeof all);
+    const std::size_t first = all & kOnes * 0xFF;
+    leads &= (first + kOnes * 0x7F) & ~(first + kOnes);
+  }
+  return leads == kOnes * 0x100;
+}
+
 /// Bytes of the character at `text`, 1 or 2, in a zero-terminated text; 1 at the terminator.
 constexpr std::size_t CharLength(const char* text) { return IsLeadByte(text[0]) && text[1] != '\0' ? 2 : 1; }
 

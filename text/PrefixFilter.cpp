@@ -19,13 +19,14 @@ unsigned LogBitsFor(std::size_t words) {
 
 }  // namespace
 
-PrefixFilter::PrefixFilter(std::size_t words) {
+PrefixFilter::PrefixFilter(std::size_t words) : characters_(words) {
   const unsigned logRows = LogBitsFor(words) - 5;
   rows_.resize(std::size_t{1} << logRows);
   shift_ = 32 - logRows;
 }
 
 void PrefixFilter::Add(std::string_view word) {
+  characters_.Add(word);
   if (word.size() <= kLongestShort) return AddPairs(word);
   rows_[RowOf(word.data())] |= kBitBefore[ByteAt(word.data(), 0)];
   const char bytes[] = {0, word[0], word[1], word[2]};

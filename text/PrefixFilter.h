@@ -1,14 +1,16 @@
 // PrefixFilter: finds the places of a text where a word of a list may begin, and passes over all others.
 //
-// Nearly all text is clean, so this decides what a query costs. It looks at every byte as if a character
-// began there, eight of them without a branch; stepping from one character to the next would cost more than
-// all the rest. Where characters begin is asked only where a word might.
+// Nearly all text is clean, so this decides what a query costs. Runs of double-byte characters, which Chinese
+// text is, go through a filter of their own. Elsewhere it looks at every byte as if a character began there,
+// eight of them without a branch: stepping from one character to the next would cost more than all the rest.
+// Where characters begin is asked only where a word might.
 //
 // A word of four bytes or more that begins at a place or right behind it has three bytes in the same three
 // places. They choose a row of bits, in which one look tells of both: by the byte before them and by the
 // byte behind them.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -16,6 +18,8 @@
 #include <cstring>
 #include <string_view>
 #include <vector>
+
+#include "text/DoubleByteFilter.h"
 
 namespace zvuti {
 
@@ -45,16 +49,17 @@ class PrefixFilter {
  private:
   using Row = std::uint32_t;
 
-  static constexpr std::size_t kStep = 2;                      // places that one look tells of
-  static constexpr std::size_t kWindow = 5;                    // bytes that it takes
-  static constexpr std::size_t kBlock = 8;                     // places looked at in one go
-  static constexpr std::size_t kReach = kBlock + kWindow - 2;  // bytes looked at from a block
-  static constexpr Row kCaseBit = 0x20;                        // a and A differ in it
+  static constexpr std::size_t kStep = 2;                          // places that one look tells of
+  static constexpr std::size_t kWindow = 5;                        // bytes that it takes
+  static constexpr std::size_t kBlock = DoubleByteFilter::kBlock;  // places looked at in one go
+  static constexpr std::size_t kReach = kBlock + kWindow - 2;      // bytes looked at from a block
+  static constexpr Row kCaseBit = 0x20;                            // a and A differ in it
   static constexpr Row kHashed = 0xDFDFDF00;  // all other bits of the last three bytes of four
 
   // The bit of a row for a byte: one of its lower half for the byte before the three that choose the row,
   // one of the upper half for the byte behind them. Looking it up is faster than shifting.
   static constexpr unsigned kHalf = 16;
+  static constexpr Row kHere = 0xFFFF;  // the lower half
   static constexpr auto kBitBefore = [] {
     std::array<Row, 256> bits{};
     for (std::size_t byte = 0; byte < bits.size(); ++byte) bits[byte] = Row{1} << byte % kHalf;
@@ -98,16 +103,19 @@ class PrefixFilter {
     unsigned places = 0;
     for (std::size_t i = 0; i < kBlock; i += kStep) {
       const Row found = MayBegin<kWithPairs>(block + i);
-      places |= ((found & 0xFFFF) != 0 ? 1u : 0u) << i | (found >> kHalf != 0 ? 2u : 0u) << i;
+      places |= ((found & kHere) != 0 ? 1u : 0u) << i | (found >> kHalf != 0 ? 2u : 0u) << i;
     }
     return places;
   }
 
   template <bool kWithPairs, class OnStart>
   void VisitBlocks(std::string_view text, OnStart& onStart) const;
+  template <bool kWithPairs, class OnStart>
+  std::size_t VisitDoubleBytes(std::string_view text, std::size_t at, OnStart& onStart) const;
 
   void AddPairs(std::string_view word);
 
+  DoubleByteFilter characters_;
   std::vector<Row> rows_;            // of the places of longer words
   std::vector<std::uint8_t> pairs_;  // 1 for each two bytes that begin a word of up to three; or empty
   unsigned shift_;                   // of the hash, so that it numbers the rows
@@ -115,6 +123,21 @@ class PrefixFilter {
 
 /// Whether a character of the text begins at `index`, when one begins at `known`, before it or there.
 bool IsCharacterStart(std::string_view text, std::size_t known, std::size_t index);
+
+// From `at`, where a character begins, to where something else than double-byte characters begins, or to just
+// behind the first block that has to be looked at closely.
+template <bool kWithPairs, class OnStart>
+std::size_t PrefixFilter::VisitDoubleBytes(std::string_view text, std::size_t at, OnStart& onStart) const {
+  at = characters_.PassOver(text, at);
+  const char* block = text.data() + at;
+  if (at + kReach > text.size() || !gbk::AreDoubleBytes(block, kBlock)) return at;
+  std::size_t next = at;
+  for (unsigned places = characters_.PlacesOf(block); places != 0; places &= places - 1) {
+    const std::size_t place = at + static_cast<std::size_t>(std::countr_zero(places));
+    if (place >= next && (MayBegin<kWithPairs>(text.data() + place) & kHere) != 0) next = onStart(place);
+  }
+  return std::max(next, at + kBlock);
+}
 
 template <bool kWithPairs, class OnStart>
 void PrefixFilter::VisitBlocks(std::string_view text, OnStart& onStart) const {
@@ -126,9 +149,16 @@ void PrefixFilter::VisitBlocks(std::string_view text, OnStart& onStart) const {
     }
   };
   std::size_t at = 0;
-  for (; at + kReach <= text.size(); at = next > at + kBlock ? next : at + kBlock) {
-    visit(at, PlacesOf<kWithPairs>(text.data() + at));
+  while (at + kReach <= text.size()) {
+    if (gbk::AreDoubleBytes(text.data() + at, kBlock)) {
+      if (next < at) next = IsCharacterStart(text, next, at) ? at : at + 1;
+      at = next = VisitDoubleBytes<kWithPairs>(text, next, onStart);
+    } else {
+      visit(at, PlacesOf<kWithPairs>(text.data() + at));
+      at = std::max(next, at + kBlock);
+    }
   }
+  if (at >= text.size()) return;
 
   // The last block ends with the terminator, and may look at places again. What it leaves, two places, has
   // room for words of one or two bytes only. A text too short for a block is looked at in a copy.
