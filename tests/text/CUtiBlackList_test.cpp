@@ -168,12 +168,24 @@ TEST(CUtiBlackList, LongTextsAndLongWordsGiveTheSame) {
 TEST(CUtiBlackList, TensOfThousandsOfWordsGiveTheSame) {
   const test::TempFolder folder;
   std::mt19937 random(4);
+  const auto hanzi = [&random](std::size_t characters) {
+    std::string text;
+    for (std::size_t i = 0; i < characters; ++i) {
+      text += static_cast<char>(0xB0 + random() % 72);
+      text += static_cast<char>(0xA1 + random() % 94);
+    }
+    return text;
+  };
   for (const std::size_t count : {300u, 2'000u, 40'000u}) {
     Words words;
-    for (std::size_t i = 0; i < count; ++i) words.push_back(std::to_string(random()) + "\xB0\xA1");
+    for (std::size_t i = 0; i < count; ++i) {
+      words.push_back(i % 2 == 0 ? std::to_string(random()) + "\xB0\xA1" : hanzi(2 + i % 3));
+    }
     CUtiBlackList list;
     ASSERT_EQ(list.Load(folder.Write("words", FileOf(words)).c_str()), 1);
-    ExpectPlainResults(list, words, "x" + words[0] + words[count - 1] + "1234567");
+    ExpectPlainResults(list, words, "x" + words[0] + words[count - 2] + "1234567");
+    ExpectPlainResults(list, words, hanzi(30));
+    ExpectPlainResults(list, words, hanzi(9) + words[1] + hanzi(20) + words[count - 1] + hanzi(9));
   }
 }
 
