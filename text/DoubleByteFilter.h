@@ -16,6 +16,15 @@
 
 namespace zvuti {
 
+/// For each byte one of `count` bits, the lowest of which is `first`. A count that divides 32 gives letters
+/// of both cases the same bit. Looking a bit up is faster than shifting.
+template <class Row>
+constexpr std::array<Row, 256> BitsOfBytes(unsigned first, unsigned count) {
+  std::array<Row, 256> bits{};
+  for (std::size_t byte = 0; byte < bits.size(); ++byte) bits[byte] = Row{1} << (first + byte % count);
+  return bits;
+}
+
 /// Words hold one byte at least and end with a whole character. No word or text holds a zero byte, but one
 /// stands behind each text.
 class DoubleByteFilter {
@@ -56,20 +65,12 @@ class DoubleByteFilter {
   static constexpr unsigned kAllPlaces = 0x55;  // each character of a block
 
   // The bit of a row for a byte: one of its lower half for the byte that the character before begins with,
-  // one of the upper half for the byte behind. Letters of both cases have the same.
+  // one of the upper half for the byte behind.
   static constexpr unsigned kHalf = 32;
   static constexpr Row kBefore = ~Row{0} >> kHalf;
   static constexpr Row kBehind = ~Row{0} << kHalf;
-  static constexpr auto kBitBefore = [] {
-    std::array<Row, 256> bits{};
-    for (std::size_t byte = 0; byte < bits.size(); ++byte) bits[byte] = Row{1} << byte % kHalf;
-    return bits;
-  }();
-  static constexpr auto kBitBehind = [] {
-    std::array<Row, 256> bits{};
-    for (std::size_t byte = 0; byte < bits.size(); ++byte) bits[byte] = kBitBefore[byte] << kHalf;
-    return bits;
-  }();
+  static constexpr auto kBitBefore = BitsOfBytes<Row>(0, kHalf);
+  static constexpr auto kBitBehind = BitsOfBytes<Row>(kHalf, kHalf);
 
   static std::uint32_t ByteAt(const char* bytes, std::size_t index) {
     return static_cast<unsigned char>(bytes[index]);

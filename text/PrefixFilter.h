@@ -57,19 +57,11 @@ class PrefixFilter {
   static constexpr Row kHashed = 0xDFDFDF00;  // all other bits of the last three bytes of four
 
   // The bit of a row for a byte: one of its lower half for the byte before the three that choose the row,
-  // one of the upper half for the byte behind them. Looking it up is faster than shifting.
+  // one of the upper half for the byte behind them.
   static constexpr unsigned kHalf = 16;
   static constexpr Row kHere = 0xFFFF;  // the lower half
-  static constexpr auto kBitBefore = [] {
-    std::array<Row, 256> bits{};
-    for (std::size_t byte = 0; byte < bits.size(); ++byte) bits[byte] = Row{1} << byte % kHalf;
-    return bits;
-  }();
-  static constexpr auto kBitBehind = [] {
-    std::array<Row, 256> bits{};
-    for (std::size_t byte = 0; byte < bits.size(); ++byte) bits[byte] = kBitBefore[byte] << kHalf;
-    return bits;
-  }();
+  static constexpr auto kBitBefore = BitsOfBytes<Row>(0, kHalf);
+  static constexpr auto kBitBehind = BitsOfBytes<Row>(kHalf, kHalf);
 
   static Row ByteAt(const char* bytes, std::size_t index) { return static_cast<unsigned char>(bytes[index]); }
   static std::size_t PairOf(const char* bytes) { return ByteAt(bytes, 0) | ByteAt(bytes, 1) << 8; }
