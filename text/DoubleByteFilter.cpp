@@ -6,7 +6,7 @@ namespace {
 // Rows, 4 to 64 KB.
 constexpr unsigned kLeastLog = 9;
 constexpr unsigned kMostLog = 13;
-// With more words than this nearly every look finds something.
+// With many more words than rows a look finds something too often to be worth its time.
 constexpr std::size_t kMostWords = std::size_t{1} << 15;
 
 }  // namespace

@@ -6,24 +6,15 @@
 // does not pass over, something slower has to look at.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
 
 #include "platform/CodePage936.h"
+#include "text/FilterBits.h"
 
 namespace zvuti {
-
-/// For each byte one of `count` bits, the lowest of which is `first`. A count that divides 32 gives letters
-/// of both cases the same bit. Looking a bit up is faster than shifting.
-template <class Row>
-constexpr std::array<Row, 256> BitsOfBytes(unsigned first, unsigned count) {
-  std::array<Row, 256> bits{};
-  for (std::size_t byte = 0; byte < bits.size(); ++byte) bits[byte] = Row{1} << (first + byte % count);
-  return bits;
-}
 
 /// Words hold one byte at least and end with a whole character. No word or text holds a zero byte, but one
 /// stands behind each text.
@@ -72,9 +63,6 @@ class DoubleByteFilter {
   static constexpr auto kBitBefore = BitsOfBytes<Row>(0, kHalf);
   static constexpr auto kBitBehind = BitsOfBytes<Row>(kHalf, kHalf);
 
-  static std::uint32_t ByteAt(const char* bytes, std::size_t index) {
-    return static_cast<unsigned char>(bytes[index]);
-  }
   std::size_t RowOf(const char* character) const {
     return (ByteAt(character, 0) | ByteAt(character, 1) << 8) * 0x9E3779B1u >> shift_;
   }

@@ -11,7 +11,6 @@
 #pragma once
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -20,6 +19,7 @@
 #include <vector>
 
 #include "text/DoubleByteFilter.h"
+#include "text/FilterBits.h"
 
 namespace zvuti {
 
@@ -63,7 +63,6 @@ class PrefixFilter {
   static constexpr auto kBitBefore = BitsOfBytes<Row>(0, kHalf);
   static constexpr auto kBitBehind = BitsOfBytes<Row>(kHalf, kHalf);
 
-  static Row ByteAt(const char* bytes, std::size_t index) { return static_cast<unsigned char>(bytes[index]); }
   static std::size_t PairOf(const char* bytes) { return ByteAt(bytes, 0) | ByteAt(bytes, 1) << 8; }
   // The row that the last three of four bytes choose.
   std::size_t RowOf(const char* bytes) const {
