@@ -1,4 +1,4 @@
-// What the filters of the word index look up by the bytes of a text.
+// Bytes of a text as numbers, and what the filters of the word index look up by them.
 #pragma once
 
 #include <array>
@@ -9,6 +9,10 @@ namespace zvuti {
 
 inline std::uint32_t ByteAt(const char* bytes, std::size_t index) {
   return static_cast<unsigned char>(bytes[index]);
+}
+
+inline std::uint32_t FourBytesAt(const char* bytes) {
+  return ByteAt(bytes, 0) | ByteAt(bytes, 1) << 8 | ByteAt(bytes, 2) << 16 | ByteAt(bytes, 3) << 24;
 }
 
 /// For each byte one of `count` bits, the lowest of which is `first`. A count that divides 32 gives letters

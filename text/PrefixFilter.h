@@ -66,9 +66,7 @@ class PrefixFilter {
   static std::size_t PairOf(const char* bytes) { return ByteAt(bytes, 0) | ByteAt(bytes, 1) << 8; }
   // The row that the last three of four bytes choose.
   std::size_t RowOf(const char* bytes) const {
-    const Row window =
-        ByteAt(bytes, 0) | ByteAt(bytes, 1) << 8 | ByteAt(bytes, 2) << 16 | ByteAt(bytes, 3) << 24;
-    return (window & kHashed) * 0x9E3779B1u >> shift_;
+    return (FourBytesAt(bytes) & kHashed) * 0x9E3779B1u >> shift_;
   }
 
   // Whether a longer word may begin at `bytes`, in the lower half, and at the byte behind, in the upper one.
@@ -115,19 +113,18 @@ class PrefixFilter {
 /// Whether a character of the text begins at `index`, when one begins at `known`, before it or there.
 bool IsCharacterStart(std::string_view text, std::size_t known, std::size_t index);
 
-// From `at`, where a character begins, to where something else than double-byte characters begins, or to just
-// behind the first block that has to be looked at closely.
+// From `at`, where a character begins, to where something else than double-byte characters begins.
 template <bool kWithPairs, class OnStart>
 std::size_t PrefixFilter::VisitDoubleBytes(std::string_view text, std::size_t at, OnStart& onStart) const {
-  at = characters_.PassOver(text, at);
-  const char* block = text.data() + at;
-  if (at + kReach > text.size() || !gbk::AreDoubleBytes(block, kBlock)) return at;
-  std::size_t next = at;
-  for (unsigned places = characters_.PlacesOf(block); places != 0; places &= places - 1) {
-    const std::size_t place = at + static_cast<std::size_t>(std::countr_zero(places));
-    if (place >= next && (MayBegin<kWithPairs>(text.data() + place) & kHere) != 0) next = onStart(place);
+  while (true) {
+    at = characters_.PassOver(text, at);
+    const char* block = text.data() + at;
+    if (at + kReach > text.size() || !gbk::AreDoubleBytes(block, kBlock)) return at;
+    unsigned places = characters_.PlacesOf(block);
+    const auto place = [&] { return at + static_cast<std::size_t>(std::countr_zero(places)); };
+    while (places != 0 && (MayBegin<kWithPairs>(text.data() + place()) & kHere) == 0) places &= places - 1;
+    at = places == 0 ? at + kBlock : onStart(place());
   }
-  return std::max(next, at + kBlock);
 }
 
 template <bool kWithPairs, class OnStart>

@@ -32,7 +32,8 @@ class ProbeTable {
     ++count_;
   }
 
-  /// Drops the slots for which `isKept` is false, and gives back the memory that only more slots would need.
+  /// Drops the slots for which `isKept` is false, and leaves half of the table free, so that searches are
+  /// short.
   template <class HashOf, class IsKept>
   void Fit(HashOf hashOf, IsKept isKept) {
     for (Slot& slot : slots_) {
@@ -40,7 +41,7 @@ class ProbeTable {
       slot = Slot();
       --count_;
     }
-    Resize(std::max(kLeastSlots, count_ * 4 / 3 + 1), hashOf);
+    Resize(std::max(kLeastSlots, count_ * 2), hashOf);
   }
 
   /// Calls `change` for each slot; it must leave the key as it is.

@@ -12,7 +12,9 @@
 #include <vector>
 
 #include "platform/CodePage936.h"
+#include "text/FilterBits.h"
 #include "text/ProbeTable.h"
+#include "text/SparseArray.h"
 
 namespace zvuti {
 
@@ -23,30 +25,34 @@ struct Character {
   std::uint8_t length;  // in bytes
 };
 
-/// REQUIRES: a character of the text begins at `at`.
-inline Character CharacterAt(std::string_view text, std::size_t at) {
-  const auto byte = [](char c) { return static_cast<unsigned char>(c); };
-  if (gbk::CharLength(text, at) == 1) return {byte(gbk::ToUpper(text[at])), 1};
-  return {static_cast<std::uint16_t>(byte(text[at]) << 8 | byte(text[at + 1])), 2};
+/// REQUIRES: a character of a zero-terminated text begins at `text`.
+inline Character CharacterAt(const char* text) {
+  if (gbk::CharLength(text) == 2)
+    return {static_cast<std::uint16_t>(ByteAt(text, 0) << 8 | ByteAt(text, 1)), 2};
+  return {static_cast<unsigned char>(gbk::ToUpper(*text)), 1};
 }
 
 /// The first four bytes of a text, folded; the characters that lie within have `length` bytes, 3 or 4.
 struct Prefix {
   static constexpr std::size_t kBytes = 4;
 
-  /// REQUIRES: four bytes at `bytes`, where a character begins.
+  /// REQUIRES: four bytes at `text`, where a character begins.
   explicit Prefix(const char* text) {
+    if (gbk::IsLeadByte(text[0]) && gbk::IsLeadByte(text[2])) {  // nearly all
+      bytes = FourBytesAt(text);
+      return;
+    }
     bool isTrail = false;
     for (std::size_t i = 0; i < kBytes; ++i) {
       const char folded = isTrail ? text[i] : gbk::ToUpper(text[i]);
       bytes |= std::uint32_t{static_cast<unsigned char>(folded)} << 8 * i;
       isTrail = !isTrail && gbk::IsLeadByte(text[i]);
     }
-    length = isTrail ? kBytes - 1 : kBytes;
+    if (isTrail) length = kBytes - 1;
   }
 
   std::uint32_t bytes = 0;
-  std::size_t length;
+  std::size_t length = kBytes;
 };
 
 class WordAutomaton {
@@ -69,20 +75,25 @@ class WordAutomaton {
     Index loop = kNone;  // number among the words that can overlap themselves, kNone for one that cannot
   };
 
+  /// What each step of a walk looks at. It is kept small: long lists have more nodes than a cache has room
+  /// for.
   struct Node {
     static constexpr std::uint8_t kDeep = 0xFF;
 
     std::uint16_t label;   // code of the character that leads here
     bool isNextChild : 1;  // the node behind this one is a child of it
     bool hasBranches : 1;  // it has children elsewhere
+    bool hasWord : 1;      // a word ends here
     /// Bytes of the fallback, kDeep for as many as a prefix has or more. Where there are fewer, the filter
     /// and the entries see further than the fallback, and a walk ends.
     std::uint8_t rest;
-    Index fallback;
-    Index word;  // longest word that ends here, kNone where none does
   };
 
   const Node& NodeAt(Index node) const { return nodes_[node]; }
+  /// The longest word that ends at a node. REQUIRES: one does.
+  Index WordOf(Index node) const { return wordOfNode_[node]; }
+  /// REQUIRES: the node's rest is kDeep.
+  Index FallbackOf(Index node) const { return fallbacks_[node]; }
   /// In bytes.
   std::size_t LengthOf(Index word) const { return words_[word].length; }
   Link LinkOf(Index word) const {
@@ -138,6 +149,8 @@ class WordAutomaton {
   }
 
   std::vector<Node> nodes_;
+  std::vector<Index> wordOfNode_;  // kNone where none ends
+  SparseArray<Index> fallbacks_;   // of the nodes that a walk falls back from
   std::vector<Word> words_;
   std::vector<Link> links_;
   ProbeTable<Edge> edges_;

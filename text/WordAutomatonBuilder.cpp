@@ -1,13 +1,24 @@
 #include "text/WordAutomatonBuilder.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
 namespace zvuti {
 
-WordAutomatonBuilder::WordAutomatonBuilder() {
-  built_.nodes_.push_back({0, false, false, 0, kRoot, kNone});
-  drafts_.push_back({kRoot, kNone});
+namespace {
+
+constexpr std::size_t kNodesOfWord = 4;
+constexpr std::size_t kMostWords = 1'000'000;  // to take memory for at once
+
+}  // namespace
+
+WordAutomatonBuilder::WordAutomatonBuilder(std::size_t words) {
+  const std::size_t nodes = 1 + std::min(words, kMostWords) * kNodesOfWord;
+  built_.nodes_.reserve(nodes);
+  built_.wordOfNode_.reserve(nodes);
+  drafts_.reserve(nodes);
+  PushNode(0, kRoot, kNone);
 }
 
 void WordAutomatonBuilder::Add(std::string_view word) {
@@ -15,16 +26,17 @@ void WordAutomatonBuilder::Add(std::string_view word) {
   Index entered = kRoot;  // the node of the characters within the prefix
   std::size_t depth = 0;
   for (std::size_t at = 0; at < word.size(); ++depth) {
-    const Character character = CharacterAt(word, at);
+    const Character character = CharacterAt(word.data() + at);
     const Index child = built_.Child(node, character.code);
     node = child != kRoot ? child : AddChild(node, character.code, depth);
     at += character.length;
     if (at <= Prefix::kBytes) entered = node;
   }
-  if (built_.nodes_[node].word != kNone) return;  // was there before
-  built_.nodes_[node].word = static_cast<Index>(built_.words_.size());
+  if (built_.nodes_[node].hasWord) return;  // was there before
+  const auto index = static_cast<Index>(built_.words_.size());
+  SetWord(node, index);
   built_.words_.push_back({static_cast<std::uint32_t>(word.size()), kNone});
-  if (CanOverlapItself(word)) LinkOf(built_.nodes_[node].word).loop = built_.loops_++;
+  if (CanOverlapItself(word)) LinkOf(index).loop = built_.loops_++;
   AddEntry(word, entered);
 }
 
@@ -34,8 +46,7 @@ WordAutomatonBuilder::Index WordAutomatonBuilder::AddChild(Index parent, std::ui
   if (built_.nodes_.size() >= kNone) throw std::bad_alloc();
   const auto child = static_cast<Index>(built_.nodes_.size());
   if (depth == firstOfDepth_.size()) firstOfDepth_.push_back(kNone);
-  built_.nodes_.push_back({label, false, false, 0, kRoot, kNone});
-  drafts_.push_back({parent, firstOfDepth_[depth]});
+  PushNode(label, parent, firstOfDepth_[depth]);
   firstOfDepth_[depth] = child;
   if (child == parent + 1) {
     built_.nodes_[parent].isNextChild = true;
@@ -44,6 +55,17 @@ WordAutomatonBuilder::Index WordAutomatonBuilder::AddChild(Index parent, std::ui
     built_.edges_.Add({parent, child}, EdgeHash());
   }
   return child;
+}
+
+void WordAutomatonBuilder::PushNode(std::uint16_t label, Index parent, Index nextOfDepth) {
+  built_.nodes_.push_back({label, false, false, false, 0});
+  built_.wordOfNode_.push_back(kNone);
+  drafts_.push_back({parent, nextOfDepth, kRoot});
+}
+
+void WordAutomatonBuilder::SetWord(Index node, Index word) {
+  built_.nodes_[node].hasWord = true;
+  built_.wordOfNode_[node] = word;
 }
 
 void WordAutomatonBuilder::AddEntry(std::string_view word, Index node) {
@@ -64,9 +86,11 @@ WordAutomaton WordAutomatonBuilder::Build() && {
   built_.entries_.ForEach([&](WordAutomaton::Entry& entry) {
     if (IsAnyWordBefore(entry.node)) entry.node = kRoot;
   });
+  KeepFallbacks();
   LeaveOutEnteredEdges();
   built_.entries_.Fit(EntryHash, [](const WordAutomaton::Entry&) { return true; });
   built_.nodes_.shrink_to_fit();
+  built_.wordOfNode_.shrink_to_fit();
   built_.words_.shrink_to_fit();
   return std::move(built_);
 }
@@ -78,34 +102,36 @@ void WordAutomatonBuilder::LeaveOutEnteredEdges() {
   built_.edges_.Fit(EdgeHash(), [&](const WordAutomaton::Edge& edge) {
     const Node& parent = nodes[edge.parent];
     const bool isFirst = edge.parent != kRoot && drafts_[edge.parent].parent == kRoot;
-    return !isFirst || parent.label <= 0xFF || parent.word != kNone || nodes[edge.child].label <= 0xFF;
+    return !isFirst || parent.label <= 0xFF || parent.hasWord || nodes[edge.child].label <= 0xFF;
   });
 }
 
+// The rest of a node is that of the node whose fallback it goes on from, and one character.
 void WordAutomatonBuilder::SetFallback(Index node) {
   Node& linked = built_.nodes_[node];
-  Index suffix = drafts_[node].parent;
-  do {
-    suffix = built_.nodes_[suffix].fallback;
-    linked.fallback = built_.Child(suffix, linked.label);
-  } while (linked.fallback == kRoot && suffix != kRoot);
-
-  std::uint8_t rest = 0;
-  for (Index i = linked.fallback; i != kRoot && rest != Node::kDeep; i = drafts_[i].parent) {
-    rest = static_cast<std::uint8_t>(rest + (built_.nodes_[i].label > 0xFF ? 2 : 1));
-    if (rest >= Prefix::kBytes) rest = Node::kDeep;
+  const std::size_t length = linked.label > 0xFF ? 2 : 1;
+  for (Index from = drafts_[node].parent; from != kRoot; from = drafts_[from].fallback) {
+    const Index child = built_.Child(drafts_[from].fallback, linked.label);
+    if (child == kRoot) continue;
+    drafts_[node].fallback = child;
+    const std::size_t rest = built_.nodes_[from].rest + length;
+    linked.rest = rest < Prefix::kBytes ? static_cast<std::uint8_t>(rest) : Node::kDeep;
+    return;
   }
-  linked.rest = rest;
+}
+
+void WordAutomatonBuilder::KeepFallbacks() {
+  for (Index node = 0; node < drafts_.size(); ++node) {
+    if (built_.nodes_[node].rest == Node::kDeep) built_.fallbacks_.Set(node, drafts_[node].fallback);
+  }
+  built_.fallbacks_.ShrinkToFit();
 }
 
 void WordAutomatonBuilder::JoinWords(Index node) {
-  const Index shorter = built_.nodes_[built_.nodes_[node].fallback].word;
-  Index& longest = built_.nodes_[node].word;
-  if (longest == kNone) {
-    longest = shorter;
-    return;
-  }
+  const Index shorter = built_.wordOfNode_[drafts_[node].fallback];
   if (shorter == kNone) return;
+  const Index longest = built_.wordOfNode_[node];
+  if (longest == kNone) return SetWord(node, shorter);
   const WordAutomaton::Link under = built_.LinkOf(shorter);
   const bool isHidden = built_.LinkOf(longest).loop == kNone && under.loop == kNone;
   const Index next = isHidden ? under.next : shorter;
@@ -123,7 +149,7 @@ WordAutomaton::Link& WordAutomatonBuilder::LinkOf(Index word) {
 
 bool WordAutomatonBuilder::IsAnyWordBefore(Index node) const {
   for (Index i = drafts_[node].parent; i != kRoot; i = drafts_[i].parent) {
-    if (built_.nodes_[i].word != kNone) return true;
+    if (built_.nodes_[i].hasWord) return true;
   }
   return false;
 }
@@ -131,7 +157,7 @@ bool WordAutomatonBuilder::IsAnyWordBefore(Index node) const {
 // True when a proper prefix of the word is a suffix, too. It looks at bytes: an overlap in the middle of a
 // character, which no walk over a text finds, makes the word a loop for nothing and does no harm.
 bool WordAutomatonBuilder::CanOverlapItself(std::string_view word) {
-  if (word.find(word.substr(0, CharacterAt(word, 0).length), 1) == std::string_view::npos) return false;
+  if (word.find(word.substr(0, CharacterAt(word.data()).length), 1) == std::string_view::npos) return false;
   borders_.assign(word.size(), 0);  // length of the longest border of each prefix
   std::uint32_t border = 0;
   for (std::size_t i = 1; i < word.size(); ++i) {

@@ -8,9 +8,11 @@ namespace zvuti {
 /// All operations may throw std::bad_alloc; the builder is of no use after that.
 class WordAutomatonBuilder {
  public:
-  WordAutomatonBuilder();
+  /// `words`: about how many will come, for the first memory.
+  explicit WordAutomatonBuilder(std::size_t words);
 
-  /// REQUIRES: the word is folded, not empty and ends with a whole character. A word may come twice.
+  /// REQUIRES: the word is folded, not empty and ends with a whole character; a zero byte stands behind it. A
+  /// word may come twice.
   void Add(std::string_view word);
   WordAutomaton Build() &&;
 
@@ -24,6 +26,7 @@ class WordAutomatonBuilder {
   struct Draft {
     Index parent;
     Index nextOfDepth;  // the nodes of one depth hang together, ended by kNone
+    Index fallback;
   };
 
   static std::uint32_t EntryHash(const WordAutomaton::Entry& entry) {
@@ -35,8 +38,11 @@ class WordAutomatonBuilder {
     };
   }
   Index AddChild(Index parent, std::uint16_t label, std::size_t depth);
+  void PushNode(std::uint16_t label, Index parent, Index nextOfDepth);
+  void SetWord(Index node, Index word);
   void AddEntry(std::string_view word, Index node);
   void SetFallback(Index node);
+  void KeepFallbacks();
   void JoinWords(Index node);
   void LeaveOutEnteredEdges();
   WordAutomaton::Link& LinkOf(Index word);

@@ -20,7 +20,7 @@ bool EndsInHalfCharacter(std::string_view word) {
 }  // namespace
 
 WordIndex::WordIndex(const CStringList& words) : filter_(static_cast<std::size_t>(words.GetCount())) {
-  WordAutomatonBuilder builder;
+  WordAutomatonBuilder builder(static_cast<std::size_t>(words.GetCount()));
   for (POSITION position = words.GetHeadPosition(); position;) {
     const CString& text = words.GetNext(position);
     const std::string_view word(text.GetString(), static_cast<std::size_t>(text.GetLength()));
@@ -57,16 +57,15 @@ bool WordIndex::Walk(std::string_view text, OnWord onWord) const {
     WordAutomaton::Index node;
     if (!Enter(text, at, node)) return at + gbk::CharLength(text, at);
     while (true) {
-      const WordAutomaton::Index word = automaton_.NodeAt(node).word;
-      if (word != WordAutomaton::kNone && onWord(word, at)) isStopped = true;
+      if (automaton_.NodeAt(node).hasWord && onWord(automaton_.WordOf(node), at)) isStopped = true;
       if (isStopped || at == text.size()) return text.size();
-      const Character character = CharacterAt(text, at);
+      const Character character = CharacterAt(text.data() + at);
       WordAutomaton::Index child;
       while ((child = automaton_.Child(node, character.code)) == WordAutomaton::kRoot) {
         if (node == WordAutomaton::kRoot) return at + character.length;
-        const WordAutomaton::Node& left = automaton_.NodeAt(node);
-        if (left.rest != WordAutomaton::Node::kDeep) return at - left.rest;
-        node = left.fallback;
+        const std::uint8_t rest = automaton_.NodeAt(node).rest;
+        if (rest != WordAutomaton::Node::kDeep) return at - rest;
+        node = automaton_.FallbackOf(node);
       }
       node = child;
       at += character.length;
