@@ -1,6 +1,7 @@
 #include "platform/CodePage936.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <iterator>
@@ -10,6 +11,8 @@
 
 namespace zvuti::gbk {
 namespace {
+
+static_assert(std::endian::native == std::endian::little, "a register holds a text's first byte lowest");
 
 constexpr char16_t kQuestion = u'?';
 constexpr char16_t kReplacement = 0xFFFD;
@@ -27,16 +30,9 @@ constexpr bool IsLowSurrogate(char32_t c) { return c >= 0xDC00 && c < 0xE000; }
 
 // Takes one code point off the front of `text`; a broken sequence takes one byte and gives U+FFFD.
 // REQUIRES: the first byte is no ASCII.
-char32_t TakeUtf8(std::string_view& text) {
+char32_t TakeAnyUtf8(std::string_view& text) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   const unsigned first = byte(0);
-  // Nearly all: three bytes that need no look at their value, which is neither too small nor a surrogate.
-  if ((first & 0xF0) == 0xE0 && first != 0xE0 && first != 0xED && text.size() >= 3 &&
-      (byte(1) & 0xC0) == 0x80 && (byte(2) & 0xC0) == 0x80) {
-    const char32_t value = (first & 0x0F) << 12 | (byte(1) & 0x3Fu) << 6 | (byte(2) & 0x3Fu);
-    text.remove_prefix(3);
-    return value;
-  }
   std::size_t length = 1;
   char32_t value = kReplacement;
   char32_t least = 0;
@@ -56,6 +52,20 @@ char32_t TakeUtf8(std::string_view& text) {
     length = 1, value = kReplacement;
   }
   text.remove_prefix(length);
+  return value;
+}
+
+// The same. Nearly all are three bytes that need no look at their value, which is neither too small nor a
+// surrogate: they are taken here, where the caller's loop is.
+inline char32_t TakeUtf8(std::string_view& text) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const unsigned first = byte(0);
+  if ((first & 0xF0) != 0xE0 || first == 0xE0 || first == 0xED || text.size() < 3 ||
+      (byte(1) & 0xC0) != 0x80 || (byte(2) & 0xC0) != 0x80) {
+    return TakeAnyUtf8(text);
+  }
+  const char32_t value = (first & 0x0F) << 12 | (byte(1) & 0x3Fu) << 6 | (byte(2) & 0x3Fu);
+  text.remove_prefix(3);
   return value;
 }
 
@@ -90,13 +100,16 @@ std::size_t AsciiRun(std::basic_string_view<Unit> text) {
 }
 
 // Copies the bytes below 0x80 that `text` begins with, and returns how many there are. Runs between other
-// characters are short: looking at them and copying them is one step.
+// characters are short: looking at them and copying them is one step, which may write a few bytes more.
+// `out` has room for the whole text.
 std::size_t CopyAscii(std::string_view text, char* out) {
   std::size_t length = 0;
   for (std::uint64_t word; length + sizeof word <= text.size(); length += sizeof word) {
     std::memcpy(&word, text.data() + length, sizeof word);
-    if (word & 0x8080808080808080u) break;
     std::memcpy(out + length, &word, sizeof word);
+    if (const std::uint64_t high = word & 0x8080808080808080u) {
+      return length + static_cast<std::size_t>(std::countr_zero(high)) / 8;
+    }
   }
   for (; length < text.size() && (text[length] & 0x80) == 0; ++length) out[length] = text[length];
   return length;
@@ -245,11 +258,13 @@ std::string ToUtf8(std::string_view text, bool* isWhole) {
   constexpr std::ptrdiff_t kHalf = 256;  // of the block that collects what is appended in one go
   constexpr std::ptrdiff_t kMostBytes = 3;
   bool isAllWhole = true;
+  const std::size_t prefix = AsciiRun(text);  // names and numbers are nothing else
   std::string out;
-  out.reserve(text.size() + text.size() / 2);
+  out.reserve(text.size() + (text.size() - prefix) / 2);
+  out.append(text.substr(0, prefix));
   char block[2 * kHalf];
   char* const behind = std::end(block);
-  for (std::size_t i = 0; i < text.size();) {
+  for (std::size_t i = prefix; i < text.size();) {
     char* end = block;
     while (i < text.size() && end - block < kHalf) {
       const std::size_t run = CopyAscii(text.substr(i, kHalf), end);

@@ -150,9 +150,17 @@ class NodeView final : public Counted<IXMLDOMElement>, public NarrowNode {
 
   CString Text() const override {
     if (const auto whole = WholeText()) return GbkOf(*whole);
-    std::string text;
-    tree_->VisitText(place_.node, [&](std::string_view piece) { text += piece; });
-    return GbkOf(text);
+    std::string_view only;
+    std::string text;  // of several pieces
+    tree_->VisitText(place_.node, [&](std::string_view piece) {
+      if (only.empty() && text.empty()) {
+        only = piece;
+      } else {
+        text.append(only).append(piece);
+        only = {};
+      }
+    });
+    return GbkOf(text.empty() ? only : text);
   }
 
   CString Attribute(std::string_view name) const override {
