@@ -19,22 +19,18 @@ constexpr std::uint32_t HashWith(std::uint32_t hash, char byte) {
   return hash * 0x01000193 ^ static_cast<std::uint32_t>(static_cast<signed char>(byte));
 }
 
-std::uint32_t HashOf(std::string_view key) {
-  std::uint32_t hash = kHashStart;
-  for (const char byte : key) hash = HashWith(hash, byte);
-  return hash;
-}
-
 }  // namespace
 
 struct CStringDict::Node {
   Node() = default;
-  Node(std::string_view keyText, const char* valueText) : key(keyText), value(valueText) {}
+  Node(std::string_view keyText, std::uint32_t hashOfKey, const char* valueText)
+      : key(keyText), value(valueText), hash(hashOfKey) {}
 
   Node* next = this;
   Node* previous = this;
   CTextString key;
   CTextString value;
+  std::uint32_t hash = 0;  // of the key: a pair is looked at again and again while the table grows
 };
 
 struct CStringDict::NodeDeleter {
@@ -80,7 +76,7 @@ void CStringDict::SetValue(const CTextString& key, const char* value) {
     return;
   }
   if (count_ >= kMostEntries) throw std::length_error("list<T> too long");
-  std::unique_ptr<Node, NodeDeleter> node(NewNode(text, value));
+  std::unique_ptr<Node, NodeDeleter> node(NewNode(text, hash, value));
   if (bucketCount_ <= count_ / kEntriesPerBucket) {
     OpenBucket();
     place = FindPlace(text, BucketOf(hash));
@@ -116,7 +112,7 @@ void CStringDict::OpenBucket() {
   // it was the last of the list already.
   for (Node* node = edges_[split]; node != edges_[split + 1] && node != head_;) {
     Node* const next = node->next;
-    if ((HashOf(node->key) & mask_) != split) {
+    if ((node->hash & mask_) != split) {
       MoveEdges(split, node, next);
       Unlink(node);
       MoveEdges(opened, head_, node);
