@@ -19,18 +19,34 @@ constexpr std::uint32_t HashWith(std::uint32_t hash, char byte) {
   return hash * 0x01000193 ^ static_cast<std::uint32_t>(static_cast<signed char>(byte));
 }
 
+// The first bytes of a key, which has no zero byte, as a number that orders keys as they do themselves.
+std::uint64_t HeadOf(std::string_view key) {
+  std::uint64_t head = 0;
+  for (std::size_t i = 0; i < sizeof head; ++i) {
+    head = head << 8 | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0u);
+  }
+  return head;
+}
+
 }  // namespace
+
+// A key, and what is looked at again and again while a table grows.
+struct CStringDict::Key {
+  std::string_view text;
+  std::uint32_t hash;
+  std::uint64_t head = HeadOf(text);
+};
 
 struct CStringDict::Node {
   Node() = default;
-  Node(std::string_view keyText, std::uint32_t hashOfKey, const char* valueText)
-      : key(keyText), value(valueText), hash(hashOfKey) {}
+  Node(const Key& of, const char* valueText) : key(of.text), value(valueText), head(of.head), hash(of.hash) {}
 
   Node* next = this;
   Node* previous = this;
   CTextString key;
   CTextString value;
-  std::uint32_t hash = 0;  // of the key: a pair is looked at again and again while the table grows
+  std::uint64_t head = 0;
+  std::uint32_t hash = 0;
 };
 
 struct CStringDict::NodeDeleter {
@@ -69,17 +85,17 @@ void CStringDict::SetValue(const CTextString& key, const char* value) {
   std::uint32_t hash = kHashStart;
   const char* end = key.c_str();  // a zero byte within the key ends it
   for (; *end != '\0'; ++end) hash = HashWith(hash, *end);
-  const std::string_view text(key.c_str(), static_cast<std::size_t>(end - key.c_str()));
-  Place place = FindPlace(text, BucketOf(hash));
+  const Key sought{{key.c_str(), static_cast<std::size_t>(end - key.c_str())}, hash};
+  Place place = FindPlace(sought);
   if (place.isFound) {
     place.node->value = value;
     return;
   }
   if (count_ >= kMostEntries) throw std::length_error("list<T> too long");
-  std::unique_ptr<Node, NodeDeleter> node(NewNode(text, hash, value));
+  std::unique_ptr<Node, NodeDeleter> node(NewNode(sought, value));
   if (bucketCount_ <= count_ / kEntriesPerBucket) {
     OpenBucket();
-    place = FindPlace(text, BucketOf(hash));
+    place = FindPlace(sought);
   }
   MoveEdges(place.bucket, place.node, node.get());
   Link(node.release(), place.node);
@@ -128,11 +144,14 @@ std::uint32_t CStringDict::BucketOf(std::uint32_t hash) const {
   return bucket < bucketCount_ ? bucket : bucket - (mask_ >> 1) - 1;
 }
 
-CStringDict::Place CStringDict::FindPlace(std::string_view key, std::uint32_t bucket) const {
+CStringDict::Place CStringDict::FindPlace(const Key& key) const {
+  const std::uint32_t bucket = BucketOf(key.hash);
   Node* const end = edges_[bucket + 1];
   Node* node = edges_[bucket];
   for (; node != end; node = node->next) {
-    const int order = std::string_view(node->key).compare(key);
+    if (node->head < key.head) continue;
+    if (node->head > key.head) break;
+    const int order = std::string_view(node->key).compare(key.text);
     if (order >= 0) return {node, bucket, order == 0};
   }
   return {node, bucket, false};

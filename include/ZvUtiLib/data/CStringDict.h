@@ -49,6 +49,7 @@ class ZVUTILIB_API CStringDict : public CBasicObject {
   }
 
  private:
+  struct Key;
   struct Node;
   struct NodeDeleter;
   struct Place {
@@ -62,7 +63,7 @@ class ZVUTILIB_API CStringDict : public CBasicObject {
   void Walk(void (*visitor)(void* state, const char* key, const char* value), void* state) const;
   void OpenBucket();
   std::uint32_t BucketOf(std::uint32_t hash) const;
-  Place FindPlace(std::string_view key, std::uint32_t bucket) const;
+  Place FindPlace(const Key& key) const;
   /// Moves the edge of `bucket`, and of the empty buckets before it, from one entry to another.
   void MoveEdges(std::uint32_t bucket, const Node* from, Node* to);
   static void Link(Node* node, Node* place);
