@@ -23,8 +23,10 @@ bench() {
   mkdir -p "$results"
   for subject in "${subjects[@]}"; do
     say "Measuring: $subject"
-    "build/linux-bench/benchmarks/bench_$subject" --benchmark_repetitions=5 --benchmark_report_aggregates_only \
-      --benchmark_min_time=0.05 --benchmark_out="$results/$subject.json" --benchmark_out_format=json \
+    # In turns, so that a machine whose speed changes is as slow for one side of a ratio as for the other.
+    "build/linux-bench/benchmarks/bench_$subject" --benchmark_repetitions=9 --benchmark_report_aggregates_only \
+      --benchmark_enable_random_interleaving=true --benchmark_min_time=0.05 \
+      --benchmark_out="$results/$subject.json" --benchmark_out_format=json \
       >/dev/null 2>"$results/$subject.log" || { cat "$results/$subject.log" >&2; fail "the benchmark '$subject' failed"; }
   done
   tools/bench/table.py "${option[@]}" "$results"/*.json
