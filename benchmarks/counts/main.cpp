@@ -29,7 +29,7 @@ bool MaskLines() {
   constexpr std::size_t kWords = 10000;
   CUtiBlackList list;
   LoadWords(list, kWords);
-  const HitLines hit = LinesWithHit(kWords, 60);
+  const HitLines& hit = LinesWithHit(kWords, 60);
   CString result;
   bool isRight = true;
   for (std::size_t i = 0; i < hit.lines.size(); ++i) {

@@ -41,6 +41,59 @@ std::vector<std::string> MakeCleanLines(std::size_t count, unsigned bytes) {
   return lines;
 }
 
+HitLines MakeLinesWithHit(std::size_t count, unsigned bytes) {
+  std::mt19937 random(7);
+  HitLines result;
+  for (const std::string& clean : CleanLines(count, bytes)) {
+    std::string line;
+    std::size_t at = 0, size = 0;
+    do {
+      const std::string& word = Words(count)[Below(random, static_cast<unsigned>(count))];
+      size = word.size();
+      at = Below(random, static_cast<unsigned>((bytes - size) / 2)) * 2;
+      line = clean.substr(0, at) + word + clean.substr(at + size);
+      if (size % 2 != 0) line[at + size] = ' ';  // what is left of a character
+    } while (CountHits(Words(count), line) != 1);
+    result.masked.push_back(line.substr(0, at) + std::string(size, '*') + line.substr(at + size));
+    result.lines.push_back(std::move(line));
+  }
+  return result;
+}
+
+std::string MakeNearMisses(std::size_t count, unsigned bytes) {
+  constexpr std::size_t kLongest = 12;
+  const std::set<std::string_view> known(Words(count).begin(), Words(count).end());
+  std::mt19937 random(8);
+  std::string text;
+  // Whether a word begins or ends where a piece of `size` bytes was put behind the text.
+  const auto isHit = [&](std::size_t size) {
+    for (std::size_t at = text.size() - std::min(text.size(), size + kLongest); at < text.size(); ++at) {
+      for (std::size_t length = 4; length <= kLongest; ++length) {
+        if (known.count(std::string_view(text).substr(at, length)) > 0) return true;
+      }
+    }
+    return false;
+  };
+  while (text.size() < bytes) {
+    const std::string& word = Words(count)[Below(random, static_cast<unsigned>(count))];
+    const bool isLatin = static_cast<unsigned char>(word[0]) < 0x80;
+    const std::size_t size = word.size() - (isLatin ? 1 : 2);
+    text.append(word, 0, size);
+    if (isHit(size)) text.resize(text.size() - size);
+  }
+  text.resize(bytes);
+  return text;
+}
+
+/// What kMake(count, bytes) gives, made once.
+template <auto kMake>
+const auto& Kept(std::size_t count, unsigned bytes) {
+  static std::map<std::pair<std::size_t, unsigned>, decltype(kMake(count, bytes))> all;
+  auto found = all.find({count, bytes});
+  if (found == all.end()) found = all.emplace(std::pair(count, bytes), kMake(count, bytes)).first;
+  return found->second;
+}
+
 class TemporaryFile {
  public:
   explicit TemporaryFile(std::size_t count)
@@ -78,29 +131,15 @@ std::size_t CountHits(const std::vector<std::string>& words, std::string_view te
 }
 
 const std::vector<std::string>& CleanLines(std::size_t count, unsigned bytes) {
-  static std::map<std::pair<std::size_t, unsigned>, std::vector<std::string>> all;
-  auto found = all.find({count, bytes});
-  if (found == all.end()) found = all.emplace(std::pair(count, bytes), MakeCleanLines(count, bytes)).first;
-  return found->second;
+  return Kept<MakeCleanLines>(count, bytes);
 }
 
-HitLines LinesWithHit(std::size_t count, unsigned bytes) {
-  std::mt19937 random(7);
-  HitLines result;
-  for (const std::string& clean : CleanLines(count, bytes)) {
-    std::string line;
-    std::size_t at = 0, size = 0;
-    do {
-      const std::string& word = Words(count)[Below(random, static_cast<unsigned>(count))];
-      size = word.size();
-      at = Below(random, static_cast<unsigned>((bytes - size) / 2)) * 2;
-      line = clean.substr(0, at) + word + clean.substr(at + size);
-      if (size % 2 != 0) line[at + size] = ' ';  // what is left of a character
-    } while (CountHits(Words(count), line) != 1);
-    result.masked.push_back(line.substr(0, at) + std::string(size, '*') + line.substr(at + size));
-    result.lines.push_back(std::move(line));
-  }
-  return result;
+const HitLines& LinesWithHit(std::size_t count, unsigned bytes) {
+  return Kept<MakeLinesWithHit>(count, bytes);
+}
+
+const std::string& NearMisses(std::size_t count, unsigned bytes) {
+  return Kept<MakeNearMisses>(count, bytes);
 }
 
 std::string CleanText(std::size_t count, unsigned bytes) {
@@ -108,31 +147,6 @@ std::string CleanText(std::size_t count, unsigned bytes) {
   std::string text;
   for (std::size_t i = 0; text.size() < bytes; ++i) text += lines[i % lines.size()] + ",";
   text.resize(bytes, ',');
-  return text;
-}
-
-std::string NearMisses(std::size_t count, unsigned bytes) {
-  constexpr std::size_t kLongest = 12;
-  const std::set<std::string_view> known(Words(count).begin(), Words(count).end());
-  std::mt19937 random(8);
-  std::string text;
-  // Whether a word begins or ends where a piece of `size` bytes was put behind the text.
-  const auto isHit = [&](std::size_t size) {
-    for (std::size_t at = text.size() - std::min(text.size(), size + kLongest); at < text.size(); ++at) {
-      for (std::size_t length = 4; length <= kLongest; ++length) {
-        if (known.count(std::string_view(text).substr(at, length)) > 0) return true;
-      }
-    }
-    return false;
-  };
-  while (text.size() < bytes) {
-    const std::string& word = Words(count)[Below(random, static_cast<unsigned>(count))];
-    const bool isLatin = static_cast<unsigned char>(word[0]) < 0x80;
-    const std::size_t size = word.size() - (isLatin ? 1 : 2);
-    text.append(word, 0, size);
-    if (isHit(size)) text.resize(text.size() - size);
-  }
-  text.resize(bytes);
   return text;
 }
 

@@ -14,6 +14,8 @@ namespace bench {
 inline constexpr std::size_t kListSizes[] = {100, 1000, 10000, 100000};
 inline constexpr unsigned kLineSizes[] = {20, 60, 250};  // bytes
 inline constexpr unsigned kTextSize = 64 * 1024;
+/// Of rows that load a list: they take seconds.
+inline constexpr int kLoadRepetitions = 5;
 
 /// Different words of two to six Chinese characters, every twentieth Latin in capitals.
 const std::vector<std::string>& Words(std::size_t count);
@@ -28,12 +30,12 @@ const std::vector<std::string>& CleanLines(std::size_t count, unsigned bytes);
 struct HitLines {
   std::vector<std::string> lines, masked;
 };
-HitLines LinesWithHit(std::size_t count, unsigned bytes);
+const HitLines& LinesWithHit(std::size_t count, unsigned bytes);
 
 /// Clean lines, one behind the other, parted by commas.
 std::string CleanText(std::size_t count, unsigned bytes);
 /// A text of nothing but words that lack their last character, and has no hit: the worst there is.
-std::string NearMisses(std::size_t count, unsigned bytes);
+const std::string& NearMisses(std::size_t count, unsigned bytes);
 
 /// The library's list of these words, loaded from a file as a client loads it.
 void LoadWords(CUtiBlackList& list, std::size_t count);

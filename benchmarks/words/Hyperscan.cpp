@@ -99,7 +99,7 @@ void Compile(benchmark::State& state, std::size_t count) {
 
 const bool kRegistered = [] {
   const auto add = [](const std::string& subject, std::size_t count, auto run) {
-    benchmark::RegisterBenchmark(Row(subject, "hyperscan", count).c_str(), run);
+    return benchmark::RegisterBenchmark(Row(subject, "hyperscan", count).c_str(), run);
   };
   for (const std::size_t count : kListSizes) {
     for (const unsigned bytes : kLineSizes) {
@@ -115,7 +115,7 @@ const bool kRegistered = [] {
         [=](auto& state) { MeasureScan(state, count, {CleanText(count, kTextSize)}, 0, false); });
     add("NearMisses", count,
         [=](auto& state) { MeasureScan(state, count, {NearMisses(count, kTextSize)}, 0, false); });
-    add("Load", count, [=](auto& state) { Compile(state, count); });
+    add("Load", count, [=](auto& state) { Compile(state, count); })->Repetitions(kLoadRepetitions);
   }
   return true;
 }();

@@ -82,7 +82,7 @@ def read(paths):
                 failed.append(f"{row['run_name']}: {row['error_message']}")
             elif row.get("aggregate_name") == "median":
                 row["cpu"] = row["cpu_time"] * unit[row["time_unit"]]
-                rows[row["run_name"]] = row
+                rows[row["run_name"].split("/repeats:")[0]] = row
     if failed:
         sys.exit("table.py: these rows failed:\n  " + "\n  ".join(sorted(set(failed))))
     if not rows:
