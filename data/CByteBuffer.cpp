@@ -4,6 +4,8 @@
 #include <cstring>
 #include <limits>
 
+#include "data/SizedBytes.h"
+
 CByteBuffer::~CByteBuffer() {
   SizedFree(data_);
   data_ = nullptr;
@@ -20,7 +22,7 @@ unsigned char* CByteBuffer::Grow(std::int64_t extra, GrowMode mode, std::int64_t
   const std::int64_t target = mode == GrowDoubling ? std::max(needed, std::int64_t{2} * length_) : needed;
   const std::int64_t capacity = (target + kStep - 1) / kStep * kStep;
   if (capacity > std::numeric_limits<std::int32_t>::max()) return nullptr;
-  auto* grown = static_cast<unsigned char*>(SizedAlloc(static_cast<unsigned>(capacity)));
+  auto* grown = static_cast<unsigned char*>(zvuti::SizedAllocBytes(static_cast<unsigned>(capacity)));
   if (!grown) return nullptr;
 
   if (length_ > 0) std::memcpy(grown, data_, static_cast<std::size_t>(length_));

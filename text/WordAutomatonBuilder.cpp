@@ -5,7 +5,6 @@
 #include <utility>
 
 namespace zvuti {
-
 namespace {
 
 constexpr std::size_t kNodesOfWord = 4;

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <vector>
 
+#include "data/SizedBytes.h"
 #include "tests/support/HeapFaults.h"
 
 namespace {
@@ -29,6 +30,15 @@ TEST(SizedMemory, SizeStandsInFrontOfTheAlignedPayload) {
     SizedFree(payload);
   }
   SizedFree(nullptr);
+}
+
+TEST(SizedMemory, BytesAreSizedBlocksThatTakeLessInFront) {
+  void* payload = zvuti::SizedAllocBytes(1024);
+  ASSERT_NE(payload, nullptr);
+  EXPECT_EQ(SizeInFrontOf(payload), 1024u);
+  const auto address = reinterpret_cast<std::uintptr_t>(payload);
+  EXPECT_EQ(address % (2 * sizeof(void*)), sizeof(void*));  // one pointer's length behind a block's begin
+  SizedFree(payload);
 }
 
 TEST(SizedMemory, RefusedBlocksAreNull) {
