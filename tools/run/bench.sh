@@ -24,7 +24,7 @@ bench() {
   for subject in "${subjects[@]}"; do
     say "Measuring: $subject"
     # In turns, so that a machine whose speed changes is as slow for one side of a ratio as for the other.
-    "build/linux-bench/benchmarks/bench_$subject" --benchmark_repetitions=25 --benchmark_report_aggregates_only \
+    "build/linux-bench/benchmarks/bench_$subject" --benchmark_repetitions=25 \
       --benchmark_enable_random_interleaving=true --benchmark_min_time=0.02 \
       --benchmark_out="$results/$subject.json" --benchmark_out_format=json \
       >/dev/null 2>"$results/$subject.log" || { cat "$results/$subject.log" >&2; fail "the benchmark '$subject' failed"; }
