@@ -141,9 +141,11 @@ void Codec<R>::ReadList(Cursor& cursor, std::vector<R>& records) {
     cursor.Take(records.data() + first, std::min<std::size_t>(count, cursor.Left() / sizeof(R)) * sizeof(R));
   } else if constexpr (kShape<R>.rowsBetween == 0) {
     GrowBy(records, count, [&](std::size_t& done) {
-      for (Reader v(cursor, kShape<R>.runs); done < records.size(); ++done) {
+      R* const first = records.data();  // for the compiler, writing a field could change `records`
+      const std::size_t end = records.size();
+      for (Reader v(cursor, kShape<R>.runs); done < end; ++done) {
         v.Restart(kShape<R>.runs);
-        Rows(v, records[done]);
+        Rows(v, first[done]);
       }
     });
   } else {
@@ -171,7 +173,8 @@ template <class Sink>
 Sink Codec<R>::PutRecords(Sink sink, const std::vector<R>& records) {
   const auto count = static_cast<std::uint16_t>(records.size());
   sink.Put(&count, sizeof count);
-  for (std::uint16_t i = 0; i < count; ++i) sink = Put(sink, records[i]);
+  const R* const first = records.data();
+  for (std::uint16_t i = 0; i < count; ++i) sink = Put(sink, first[i]);
   return sink;
 }
 
