@@ -1,11 +1,9 @@
 #include <ZvUtiLib/CUtiXmlElement.h>
 #include <ZvUtiLib/CUtiXmlNodeList.h>
 
-#include <algorithm>
-#include <cstdlib>
 #include <exception>
-#include <limits>
 
+#include "platform/LeadingInt.h"
 #include "platform/com/NodeText.h"
 
 namespace {
@@ -28,13 +26,6 @@ auto OrEmpty(Read read) noexcept -> decltype(read()) {
   } catch (const std::exception&) {
     return {};
   }
-}
-
-// The number that `text` begins with, 0 where there is none; clamped to the range of int.
-int NumberIn(const CString& text) {
-  using Limits = std::numeric_limits<int>;
-  return static_cast<int>(
-      std::clamp<long long>(std::strtoll(text, nullptr, 10), Limits::min(), Limits::max()));
 }
 
 }  // namespace
@@ -64,14 +55,16 @@ CString CUtiXmlElement::GetAttribute(const char* name) const {
   return OrEmpty([&] { return element ? zvuti::AttributeOf(*element, name) : CString(); });
 }
 
-int CUtiXmlElement::GetAttributeInt(const char* name) const { return NumberIn(GetAttribute(name)); }
+int CUtiXmlElement::GetAttributeInt(const char* name) const {
+  return zvuti::LeadingInt(GetAttribute(name).GetString());
+}
 
 CString CUtiXmlElement::GetChildAttribute(const char* selection, const char* name) const {
   return OrEmpty([&] { return CUtiXmlElement(Select(element, selection)).GetAttribute(name); });
 }
 
 int CUtiXmlElement::GetChildAttributeInt(const char* selection, const char* name) const {
-  return NumberIn(GetChildAttribute(selection, name));
+  return zvuti::LeadingInt(GetChildAttribute(selection, name).GetString());
 }
 
 CString CUtiXmlElement::GetChildText(const char* selection) const {
