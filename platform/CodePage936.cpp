@@ -7,6 +7,7 @@
 #include <iterator>
 #include <type_traits>
 
+#include "platform/Ascii.h"
 #include "platform/CodePage936Table.h"
 
 namespace zvuti::gbk {
@@ -282,6 +283,7 @@ std::string ToUtf8(std::string_view text, bool* isWhole) {
 }
 
 std::string FromUtf8(std::string_view text) {
+  if (IsAscii(text)) return std::string(text);
   char small[64];  // most texts are names and short values: one pass, and memory for no more than the result
   if (text.size() <= sizeof small) return std::string(small, PutUtf8AsGbk(small, text));
   std::string out(text.size(), '\0');

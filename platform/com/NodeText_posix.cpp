@@ -1,5 +1,8 @@
 #include "platform/com/NodeText.h"
 
+#include <string_view>
+
+#include "platform/Ascii.h"
 #include "platform/CodePage936.h"
 #include "platform/com/NarrowNode.h"
 
@@ -17,13 +20,20 @@ Narrow* SideOf(IUnknown& object, const IID& iid) {
 
 const NarrowNode* NarrowSideOf(IXMLDOMNode& node) { return SideOf<NarrowNode>(node, IID_NarrowNode); }
 
-std::string Utf8Of(const char* text) { return text ? gbk::ToUtf8(text) : std::string(); }
+// Hands a GBK text to `use` as UTF-8; a name is nearly always the same in both, and is not copied.
+template <class Use>
+auto WithUtf8(const char* bytes, Use use) {
+  const std::string_view text = bytes ? bytes : std::string_view();
+  return IsAscii(text) ? use(text) : use(std::string_view(gbk::ToUtf8(text)));
+}
 
 }  // namespace
 
 HRESULT LoadText(IXMLDOMDocument& document, const char* text, VARIANT_BOOL* isLoaded) {
   auto* const narrow = SideOf<NarrowDocument>(document, IID_NarrowDocument);
-  *isLoaded = narrow && narrow->Load(Utf8Of(text)) ? VARIANT_TRUE : VARIANT_FALSE;
+  *isLoaded = narrow && WithUtf8(text, [&](std::string_view utf8) { return narrow->Load(utf8); })
+                  ? VARIANT_TRUE
+                  : VARIANT_FALSE;
   return *isLoaded == VARIANT_TRUE ? S_OK : S_FALSE;
 }
 
@@ -39,12 +49,14 @@ CString TextOf(IXMLDOMNode& node) {
 
 CString AttributeOf(IXMLDOMElement& element, const char* name) {
   const NarrowNode* const narrow = NarrowSideOf(element);
-  return narrow ? narrow->Attribute(Utf8Of(name)) : CString();
+  if (!narrow) return CString();
+  return WithUtf8(name, [&](std::string_view utf8) { return narrow->Attribute(utf8); });
 }
 
 CComPtr<IXMLDOMNode> SelectFrom(IXMLDOMNode& node, const char* selection) {
   CComPtr<IXMLDOMNode> found;
-  if (const NarrowNode* const narrow = NarrowSideOf(node)) found.Attach(narrow->Select(Utf8Of(selection)));
+  const NarrowNode* const narrow = NarrowSideOf(node);
+  if (narrow) found.Attach(WithUtf8(selection, [&](std::string_view utf8) { return narrow->Select(utf8); }));
   return found;
 }
 
