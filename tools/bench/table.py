@@ -54,6 +54,7 @@ def comparisons():
         for peer, goal in (("libxml2", 0.5), ("pugixml", None)):
             yield "XML", f"Load and walk {name}", f"Xml/library/{size}", f"Xml/{peer}/{size}", goal, "cpu"
             yield "XML", f"Memory of {name}", f"Xml/library/{size}", f"Xml/{peer}/{size}", goal, "held"
+        yield "XML", f"Load and walk {name}", f"Xml/library/{size}", f"Xml/libxml2_gbk/{size}", None, "cpu"
 
 
 GROWTHS = [(f"{verb} of items", [(n, f"{verb}Items{n}/library") for n in (1000, 4000, 16000, 65535)])
