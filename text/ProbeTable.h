@@ -24,6 +24,9 @@ class ProbeTable {
     return nullptr;
   }
 
+  /// Makes room for `count` slots, half of the table staying free. REQUIRES: the table is empty.
+  void Reserve(std::size_t count) { slots_.assign(SizeFor(count), Slot()); }
+
   /// Adds a slot whose key is not there yet; `hashOf` gives the hash of a slot.
   template <class HashOf>
   void Add(Slot slot, HashOf hashOf) {
@@ -36,12 +39,13 @@ class ProbeTable {
   /// short.
   template <class HashOf, class IsKept>
   void Fit(HashOf hashOf, IsKept isKept) {
+    const std::size_t all = count_;
     for (Slot& slot : slots_) {
       if (slot.IsFree() || isKept(slot)) continue;
       slot = Slot();
       --count_;
     }
-    Resize(std::max(kLeastSlots, count_ * 2), hashOf);
+    if (count_ < all || slots_.size() != SizeFor(count_)) Resize(SizeFor(count_), hashOf);
   }
 
   /// Calls `change` for each slot; it must leave the key as it is.
@@ -54,6 +58,8 @@ class ProbeTable {
 
  private:
   static constexpr std::size_t kLeastSlots = 64;
+
+  static std::size_t SizeFor(std::size_t count) { return std::max(kLeastSlots, count * 2); }
 
   // Where the search for a hash begins: its share of all hashes is that of the slots before.
   std::size_t HomeOf(std::uint32_t hash) const {

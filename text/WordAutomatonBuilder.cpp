@@ -9,14 +9,18 @@ namespace {
 
 constexpr std::size_t kNodesOfWord = 4;
 constexpr std::size_t kMostWords = 1'000'000;  // to take memory for at once
+constexpr std::size_t kLabels = std::size_t{1} << 16;
 
 }  // namespace
 
-WordAutomatonBuilder::WordAutomatonBuilder(std::size_t words) {
-  const std::size_t nodes = 1 + std::min(words, kMostWords) * kNodesOfWord;
+WordAutomatonBuilder::WordAutomatonBuilder(std::size_t words) : childOfRoot_(kLabels) {
+  words = std::min(words, kMostWords);
+  const std::size_t nodes = 1 + words * kNodesOfWord;
   built_.nodes_.reserve(nodes);
   built_.wordOfNode_.reserve(nodes);
   drafts_.reserve(nodes);
+  built_.edges_.Reserve(words);  // a word adds no more than one
+  built_.entries_.Reserve(words);
   PushNode(0, kRoot, kNone);
 }
 
@@ -26,7 +30,7 @@ void WordAutomatonBuilder::Add(std::string_view word) {
   std::size_t depth = 0;
   for (std::size_t at = 0; at < word.size(); ++depth) {
     const Character character = CharacterAt(word.data() + at);
-    const Index child = built_.Child(node, character.code);
+    const Index child = ChildOf(node, character.code);
     node = child != kRoot ? child : AddChild(node, character.code, depth);
     at += character.length;
     if (at <= Prefix::kBytes) entered = node;
@@ -45,6 +49,7 @@ WordAutomatonBuilder::Index WordAutomatonBuilder::AddChild(Index parent, std::ui
   if (built_.nodes_.size() >= kNone) throw std::bad_alloc();
   const auto child = static_cast<Index>(built_.nodes_.size());
   if (depth == firstOfDepth_.size()) firstOfDepth_.push_back(kNone);
+  if (parent == kRoot) childOfRoot_[label] = child;
   PushNode(label, parent, firstOfDepth_[depth]);
   firstOfDepth_[depth] = child;
   if (child == parent + 1) {
@@ -110,7 +115,7 @@ void WordAutomatonBuilder::SetFallback(Index node) {
   Node& linked = built_.nodes_[node];
   const std::size_t length = linked.label > 0xFF ? 2 : 1;
   for (Index from = drafts_[node].parent; from != kRoot; from = drafts_[from].fallback) {
-    const Index child = built_.Child(drafts_[from].fallback, linked.label);
+    const Index child = ChildOf(drafts_[from].fallback, linked.label);
     if (child == kRoot) continue;
     drafts_[node].fallback = child;
     const std::size_t rest = built_.nodes_[from].rest + length;

@@ -37,6 +37,9 @@ class WordAutomatonBuilder {
       return WordAutomaton::HashOf(edge.parent, built_.nodes_[edge.child].label);
     };
   }
+  Index ChildOf(Index node, std::uint16_t label) const {
+    return node == kRoot ? childOfRoot_[label] : built_.Child(node, label);
+  }
   Index AddChild(Index parent, std::uint16_t label, std::size_t depth);
   void PushNode(std::uint16_t label, Index parent, Index nextOfDepth);
   void SetWord(Index node, Index word);
@@ -50,8 +53,9 @@ class WordAutomatonBuilder {
   bool CanOverlapItself(std::string_view word);
 
   WordAutomaton built_;
-  std::vector<Draft> drafts_;           // by node
-  std::vector<Index> firstOfDepth_;     // by depth, from that of the root's children on
+  std::vector<Draft> drafts_;        // by node
+  std::vector<Index> childOfRoot_;   // by label, kRoot where there is none: no other node is asked as often
+  std::vector<Index> firstOfDepth_;  // by depth, from that of the root's children on
   std::vector<std::uint32_t> borders_;  // scratch of CanOverlapItself
 };
 
