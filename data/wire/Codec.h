@@ -174,7 +174,13 @@ Sink Codec<R>::PutRecords(Sink sink, const std::vector<R>& records) {
   const auto count = static_cast<std::uint16_t>(records.size());
   sink.Put(&count, sizeof count);
   const R* const first = records.data();
-  for (std::uint16_t i = 0; i < count; ++i) sink = Put(sink, first[i]);
+  for (std::uint16_t i = 0; i < count; ++i) {
+    if constexpr (std::is_same_v<Sink, CountSink>) {
+      sink.Add(Put(CountSink(), first[i]));  // counted by itself, a record does not wait for those before it
+    } else {
+      sink = Put(sink, first[i]);
+    }
+  }
   return sink;
 }
 

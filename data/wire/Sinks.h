@@ -21,13 +21,21 @@ class UnknownMember : public std::exception {
 
 /// Counts the bytes that would be written.
 struct CountSink {
+  static constexpr std::uint64_t kNever = std::numeric_limits<std::uint64_t>::max();
+
   std::uint64_t size = 0;
-  std::uint64_t stop = std::numeric_limits<std::uint64_t>::max();
+  std::uint64_t stop = kNever;
   bool isOpen = false;  ///< holds a part that writes itself, so the size is not known
 
   void Put(const void*, std::size_t count) { size += count; }
   /// The writer throws here: nothing behind this place is written.
   void Fail() { stop = std::min(stop, size); }
+  /// What `next` counted comes behind what is counted here.
+  void Add(const CountSink& next) {
+    if (next.stop != kNever) stop = std::min(stop, size + next.stop);
+    size += next.size;
+    isOpen |= next.isOpen;
+  }
   std::uint64_t Total() const { return std::min(stop, size); }
 };
 
