@@ -49,7 +49,7 @@ int CStdioFile::ReadString(CString& line) {
   std::string text;
   bool isAnyRead = false;
   int byte;
-  while ((byte = std::getc(file)) != EOF && byte != '\n') {
+  while ((byte = zvuti::NextByte(file)) != EOF && byte != '\n') {
     if (isText_ && byte == kEndOfText) {
       std::ungetc(byte, file);  // so that every later call ends here, too
       break;
