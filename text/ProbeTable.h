@@ -9,7 +9,8 @@
 namespace zvuti {
 
 /// A default-constructed `Slot` is free; it has `bool IsFree() const`. The caller knows what a slot's key
-/// is: it hands in the hash and the comparison. Slots can only be added. Growing may throw std::bad_alloc.
+/// is: it hands in the hash and the comparison. Slots can only be added. Making room, and fitting it, may
+/// throw std::bad_alloc.
 template <class Slot>
 class ProbeTable {
  public:
@@ -24,19 +25,17 @@ class ProbeTable {
     return nullptr;
   }
 
-  /// Makes room for `count` slots, half of the table staying free. REQUIRES: the table is empty.
+  /// Makes room for `count` slots and as many free ones. REQUIRES: the table is empty.
   void Reserve(std::size_t count) { slots_.assign(SizeFor(count), Slot()); }
 
-  /// Adds a slot whose key is not there yet; `hashOf` gives the hash of a slot.
-  template <class HashOf>
-  void Add(Slot slot, HashOf hashOf) {
-    if ((count_ + 1) * 4 > slots_.size() * 3) Resize(slots_.size() * 2, hashOf);
-    Put(slot, hashOf(slot));
+  /// Adds a slot whose key is not there yet. REQUIRES: room was made for it.
+  void Add(const Slot& slot, std::uint32_t hash) {
+    Put(slot, hash);
     ++count_;
   }
 
-  /// Drops the slots for which `isKept` is false, and leaves half of the table free, so that searches are
-  /// short.
+  /// Drops the slots for which `isKept` is false and the room that is not needed any more; `hashOf` gives the
+  /// hash of a slot.
   template <class HashOf, class IsKept>
   void Fit(HashOf hashOf, IsKept isKept) {
     const std::size_t all = count_;
@@ -45,7 +44,12 @@ class ProbeTable {
       slot = Slot();
       --count_;
     }
-    if (count_ < all || slots_.size() != SizeFor(count_)) Resize(SizeFor(count_), hashOf);
+    if (count_ == all && slots_.size() == SizeFor(count_)) return;
+    std::vector<Slot> old(SizeFor(count_));
+    old.swap(slots_);
+    for (const Slot& slot : old) {
+      if (!slot.IsFree()) Put(slot, hashOf(slot));
+    }
   }
 
   /// Calls `change` for each slot; it must leave the key as it is.
@@ -67,22 +71,13 @@ class ProbeTable {
   }
   std::size_t Behind(std::size_t slot) const { return slot + 1 == slots_.size() ? 0 : slot + 1; }
 
-  template <class HashOf>
-  void Resize(std::size_t size, HashOf hashOf) {
-    std::vector<Slot> old(size);
-    old.swap(slots_);
-    for (const Slot& slot : old) {
-      if (!slot.IsFree()) Put(slot, hashOf(slot));
-    }
-  }
-
   void Put(const Slot& slot, std::uint32_t hash) {
     std::size_t i = HomeOf(hash);
     while (!slots_[i].IsFree()) i = Behind(i);
     slots_[i] = slot;
   }
 
-  std::vector<Slot> slots_;  // at most three quarters in use, so that each search ends
+  std::vector<Slot> slots_;  // at most half in use, so that each search ends, and soon
   std::size_t count_ = 0;
 };
 

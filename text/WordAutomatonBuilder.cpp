@@ -8,19 +8,18 @@ namespace zvuti {
 namespace {
 
 constexpr std::size_t kNodesOfWord = 4;
-constexpr std::size_t kMostWords = 1'000'000;  // to take memory for at once
+constexpr std::size_t kMostWords = 1'000'000;  // to take the memory of their nodes for at once
 constexpr std::size_t kLabels = std::size_t{1} << 16;
 
 }  // namespace
 
 WordAutomatonBuilder::WordAutomatonBuilder(std::size_t words) : childOfRoot_(kLabels) {
-  words = std::min(words, kMostWords);
-  const std::size_t nodes = 1 + words * kNodesOfWord;
+  const std::size_t nodes = 1 + std::min(words, kMostWords) * kNodesOfWord;
   built_.nodes_.reserve(nodes);
   built_.wordOfNode_.reserve(nodes);
   drafts_.reserve(nodes);
-  built_.edges_.Reserve(words);  // a word adds no more than one
-  built_.entries_.Reserve(words);
+  built_.edges_.Reserve(words);    // a word adds no more than one edge,
+  built_.entries_.Reserve(words);  // and one entry
   PushNode(0, kRoot, kNone);
 }
 
@@ -56,7 +55,7 @@ WordAutomatonBuilder::Index WordAutomatonBuilder::AddChild(Index parent, std::ui
     built_.nodes_[parent].isNextChild = true;
   } else {
     built_.nodes_[parent].hasBranches = true;
-    built_.edges_.Add({parent, child}, EdgeHash());
+    built_.edges_.Add({parent, child}, WordAutomaton::HashOf(parent, label));
   }
   return child;
 }
@@ -76,7 +75,7 @@ void WordAutomatonBuilder::AddEntry(std::string_view word, Index node) {
   if (word.size() < Prefix::kBytes) return;
   const Prefix prefix(word.data());
   if (built_.Enter(prefix.bytes) != kNone) return;
-  built_.entries_.Add({prefix.bytes, node}, EntryHash);
+  built_.entries_.Add({prefix.bytes, node}, WordAutomaton::HashOf(prefix.bytes));
 }
 
 // Shorter suffixes come first: whatever a node falls back to is complete when its turn comes.
@@ -92,7 +91,8 @@ WordAutomaton WordAutomatonBuilder::Build() && {
   });
   KeepFallbacks();
   LeaveOutEnteredEdges();
-  built_.entries_.Fit(EntryHash, [](const WordAutomaton::Entry&) { return true; });
+  built_.entries_.Fit([](const WordAutomaton::Entry& entry) { return WordAutomaton::HashOf(entry.prefix); },
+                      [](const WordAutomaton::Entry&) { return true; });
   built_.nodes_.shrink_to_fit();
   built_.wordOfNode_.shrink_to_fit();
   built_.words_.shrink_to_fit();
@@ -103,7 +103,10 @@ WordAutomaton WordAutomatonBuilder::Build() && {
 // word ends between them, and no fallback that leads to the first one is gone on from. They are many.
 void WordAutomatonBuilder::LeaveOutEnteredEdges() {
   const auto& nodes = built_.nodes_;
-  built_.edges_.Fit(EdgeHash(), [&](const WordAutomaton::Edge& edge) {
+  const auto hashOf = [&](const WordAutomaton::Edge& edge) {
+    return WordAutomaton::HashOf(edge.parent, nodes[edge.child].label);
+  };
+  built_.edges_.Fit(hashOf, [&](const WordAutomaton::Edge& edge) {
     const Node& parent = nodes[edge.parent];
     const bool isFirst = edge.parent != kRoot && drafts_[edge.parent].parent == kRoot;
     return !isFirst || parent.label <= 0xFF || parent.hasWord || nodes[edge.child].label <= 0xFF;

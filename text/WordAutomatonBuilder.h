@@ -8,7 +8,7 @@ namespace zvuti {
 /// All operations may throw std::bad_alloc; the builder is of no use after that.
 class WordAutomatonBuilder {
  public:
-  /// `words`: about how many will come, for the first memory.
+  /// `words`: how many will come at most.
   explicit WordAutomatonBuilder(std::size_t words);
 
   /// REQUIRES: the word is folded, not empty and ends with a whole character; a zero byte stands behind it. A
@@ -29,14 +29,6 @@ class WordAutomatonBuilder {
     Index fallback;
   };
 
-  static std::uint32_t EntryHash(const WordAutomaton::Entry& entry) {
-    return WordAutomaton::HashOf(entry.prefix);
-  }
-  auto EdgeHash() const {
-    return [this](const WordAutomaton::Edge& edge) {
-      return WordAutomaton::HashOf(edge.parent, built_.nodes_[edge.child].label);
-    };
-  }
   Index ChildOf(Index node, std::uint16_t label) const {
     return node == kRoot ? childOfRoot_[label] : built_.Child(node, label);
   }
