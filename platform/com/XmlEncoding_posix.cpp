@@ -7,6 +7,7 @@
 #include <iterator>
 #include <string_view>
 
+#include "platform/Ascii.h"
 #include "platform/CodePage936.h"
 #include "platform/com/XmlTree.h"
 
@@ -136,8 +137,7 @@ bool ToUtf8(std::string& bytes) {
   if (name.empty() || IsOneOf(name, kUtf8)) return true;
   if (IsOneOf(name, kCodePage936)) return From936(bytes);
   if (IsOneOf(name, kUtf16) || IsOneOf(name, kRefused)) return false;
-  if (IsOneOf(name, kAscii))
-    return std::none_of(bytes.begin(), bytes.end(), [](char byte) { return (byte & 0x80) != 0; });
+  if (IsOneOf(name, kAscii)) return IsAscii(bytes);
   if (!IsOneOf(name, kLatin1)) return FromNamed(bytes, name);
   FromLatin1(bytes);
   return true;
