@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <cstring>
 #include <iterator>
-#include <type_traits>
 
 #include "platform/Ascii.h"
 #include "platform/CodePage936Table.h"
@@ -83,21 +82,6 @@ char* PutUtf8(char* end, char32_t c) {
     put(0xF0 | c >> 18), put(0x80 | (c >> 12 & 0x3F)), put(0x80 | (c >> 6 & 0x3F)), put(0x80 | (c & 0x3F));
   }
   return end;
-}
-
-// Bytes, or UTF-16 units, below 0x80 that `text` begins with, looked at eight bytes at a time: most text
-// in files and messages is such a run, and the loops that copy one are far faster than the general ones.
-template <class Unit>
-std::size_t AsciiRun(std::basic_string_view<Unit> text) {
-  constexpr std::size_t kStep = 8 / sizeof(Unit);
-  constexpr std::uint64_t kHighBits = sizeof(Unit) == 1 ? 0x8080808080808080u : 0xFF80FF80FF80FF80u;
-  std::size_t length = 0;
-  for (std::uint64_t word; length + kStep <= text.size(); length += kStep) {
-    std::memcpy(&word, text.data() + length, sizeof word);
-    if (word & kHighBits) break;
-  }
-  while (length < text.size() && static_cast<std::make_unsigned_t<Unit>>(text[length]) < 0x80) ++length;
-  return length;
 }
 
 // Copies the bytes below 0x80 that `text` begins with, and returns how many there are. Runs between other
