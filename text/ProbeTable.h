@@ -38,13 +38,11 @@ class ProbeTable {
   /// hash of a slot.
   template <class HashOf, class IsKept>
   void Fit(HashOf hashOf, IsKept isKept) {
-    const std::size_t all = count_;
     for (Slot& slot : slots_) {
       if (slot.IsFree() || isKept(slot)) continue;
       slot = Slot();
       --count_;
     }
-    if (count_ == all && slots_.size() == SizeFor(count_)) return;
     std::vector<Slot> old(SizeFor(count_));
     old.swap(slots_);
     for (const Slot& slot : old) {
