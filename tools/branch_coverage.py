@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Reads what `llvm-cov export` says on standard input and reports the branches of the library.
 
-branch_coverage.py ROOT LEAST PAGE: prints the branches that no test takes and the part that is taken, and
-ends with 1 where that is below LEAST percent, or where a branch is not taken that the page does not list, as
+branch_coverage.py ROOT LEAST LIST: prints the branches that no test takes and the part that is taken, and
+ends with 1 where that is below LEAST percent, or where a branch is not taken that LIST does not name, as
 in "text/CUtiNumber.cpp: never true: !text". A condition of a template counts once, however often the template
 is instantiated. Conditions that the compiler decides do not count, nor does the arm of a switch that no
 case names: the warnings make sure that a switch over an enumeration names all of its members.

@@ -11,7 +11,7 @@ bench() {
   for subject in "$@"; do
     case "$subject" in
       records | words | text | xml) subjects+=("$subject") ;;
-      --markdown) option=(--markdown docs/performance.md) ;;
+      --markdown) option=(--markdown benchmarks/results.md) ;;
       *) fail "there is no benchmark '$subject'; see ./run help" ;;
     esac
   done
