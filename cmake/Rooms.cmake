@@ -1,5 +1,10 @@
-# Gives `target` all sources below the folders named. A source is built by lying in its room: no list
-# names it. What is written for one system ends in _posix.cpp or _win32.cpp and is built only there.
+# The rooms: the folders that the table in docs/architecture.md lists, which is the only list of them.
+file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/../docs/architecture.md rooms REGEX "^\\| `[a-z]+/` ")
+list(TRANSFORM rooms REPLACE "^\\| `([a-z]+)/.*" "\\1")
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/../docs/architecture.md)
+
+# Adds every source in the folders named to `target`: a source is built because it lies in its room, and
+# no list names it. Sources of one host system end in _posix.cpp or _win32.cpp and are built only there.
 function(zvutilib_add_rooms target)
   if(WIN32)
     set(other_system posix)

@@ -30,15 +30,18 @@ product | xargs grep -nE '\b(v?f?printf|f?puts|putchar|perror|abort|_?exit|termi
 # The table in docs/architecture.md says which room may include which. A public header belongs to the room of
 # the source of its name.
 {
-  sed -nE 's#^\| `([a-z]+)/` \| ([^|]+) \|.*#room \1 \2#p' docs/architecture.md | tr -d '`/,'
+  sed -nE 's#^\| `([a-z/]+)/` \| ([^|]+) \|.*#room \1 \2#p' docs/architecture.md | sed 's#`##g; s#/,##g; s#/ *$##'
   product | sed -nE 's|^([a-z]+)/([A-Za-z]+)\.cpp$|home \2.h \1|p'
   product | grep -v '^include/ZvUtiLib/ZvUtiLib\.h$' |
     xargs grep -nE '^ *# *include +("|<ZvUtiLib/)' | sed -E 's/^([^:]+):([0-9]+):[^<"]*[<"]([^>"]+).*/include \1 \2 \3/'
 } | awk '
-  function room(path, parts) {
+  # A room within a room, such as platform/xml/, is a room of its own.
+  function room(path, parts, count) {
     sub(/^include\//, "", path)
     sub(/^ZvUtiLib\//, "", path)
-    return split(path, parts, "/") > 1 ? parts[1] : home[path]
+    count = split(path, parts, "/")
+    if (count > 2 && isRoom[parts[1] "/" parts[2]]) return parts[1] "/" parts[2]
+    return count > 1 ? parts[1] : home[path]
   }
   $1 == "room" { isRoom[$2] = 1; for (i = 3; i <= NF; ++i) if ($i != "nothing") allowed[$2, $i] = 1 }
   $1 == "home" { home[$2] = $3 }
