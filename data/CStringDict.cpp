@@ -1,8 +1,12 @@
 #include <ZvUtiLib/data/CStringDict.h>
 
-#include <algorithm>
+#include <iterator>
 #include <memory>
+#include <new>
 #include <stdexcept>
+#include <utility>
+
+#include <ZvUtiLib/data/SizedMap.h>
 
 #include "data/KeyValueParser.h"
 
@@ -12,6 +16,9 @@ constexpr std::size_t kFirstSlots = 9;
 constexpr std::size_t kMostSlots = 0x3FFFFFFF;
 constexpr std::uint32_t kMostEntries = 76'695'844;
 constexpr std::uint32_t kEntriesPerBucket = 4;
+/// A bucket in which a search passes so many entries gets a tree. Keys that nobody has chosen do not come
+/// near it: their buckets hold four to eight entries on average.
+constexpr int kLongBucket = 32;
 
 /// FNV-1 with 32 bits, except that bytes of 0x80 and above flip the upper bits as well.
 constexpr std::uint32_t kHashStart = 0x811C9DC5;
@@ -38,11 +45,15 @@ struct CStringDict::Key {
 };
 
 struct CStringDict::Node {
-  Node() = default;
   Node(const Key& of, const char* valueText) : key(of.text), value(valueText), head(of.head), hash(of.hash) {}
 
-  Node* next = this;
-  Node* previous = this;
+  /// Below, at or above 0 where this key is less than the other, the same or greater.
+  int Compare(std::string_view otherText, std::uint64_t otherHead) const {
+    if (head != otherHead) return head < otherHead ? -1 : 1;
+    return std::string_view(key).compare(otherText);
+  }
+
+  Node* next = nullptr;
   CTextString key;
   CTextString value;
   std::uint64_t head = 0;
@@ -54,6 +65,31 @@ struct CStringDict::NodeDeleter {
     std::destroy_at(node);
     SizedAllocator<Node>().deallocate(node, 1);
   }
+};
+
+// The trees of long buckets. They refer to entries that stay in their bucket's list, which alone gives the
+// order of visiting. A split drops the tree of its bucket, and so does a heap that refuses a block: then
+// the list is searched, until a search is long again.
+struct CStringDict::LongBuckets {
+  struct ByKey {
+    using is_transparent = void;
+    bool operator()(const Node* a, const Node* b) const { return a->Compare(b->key, b->head) < 0; }
+    bool operator()(const Node* a, const Key& b) const { return a->Compare(b.text, b.head) < 0; }
+  };
+  using Tree = zvuti::SizedSet<Node*, ByKey>;
+
+  Tree* Find(std::uint32_t bucket) {
+    const auto found = trees.find(bucket);
+    return found == trees.end() ? nullptr : &found->second;
+  }
+  void Add(std::uint32_t bucket, Node* first) try {
+    Tree tree;
+    for (Node* node = first; node; node = node->next) tree.insert(tree.end(), node);
+    trees.emplace(bucket, std::move(tree));
+  } catch (const std::bad_alloc&) {
+  }
+
+  zvuti::SizedMap<std::uint32_t, Tree> trees;
 };
 
 template <class... Arguments>
@@ -68,17 +104,12 @@ CStringDict::Node* CStringDict::NewNode(const Arguments&... arguments) {
   }
 }
 
-CStringDict::CStringDict() : edges_(kFirstSlots), head_(NewNode()) {
-  std::fill(edges_.begin(), edges_.end(), head_);
-}
+CStringDict::CStringDict() : buckets_(kFirstSlots) {}
 
 CStringDict::~CStringDict() {
-  while (head_->next != head_) {
-    Node* node = head_->next;
-    Unlink(node);
-    NodeDeleter()(node);
+  for (Node* node : buckets_) {
+    while (node) NodeDeleter()(std::exchange(node, node->next));
   }
-  NodeDeleter()(head_);
 }
 
 void CStringDict::SetValue(const CTextString& key, const char* value) {
@@ -88,7 +119,7 @@ void CStringDict::SetValue(const CTextString& key, const char* value) {
   const Key sought{{key.c_str(), static_cast<std::size_t>(end - key.c_str())}, hash};
   Place place = FindPlace(sought);
   if (place.isFound) {
-    place.node->value = value;
+    (*place.link)->value = value;
     return;
   }
   if (count_ >= kMostEntries) throw std::length_error("list<T> too long");
@@ -97,8 +128,7 @@ void CStringDict::SetValue(const CTextString& key, const char* value) {
     OpenBucket();
     place = FindPlace(sought);
   }
-  MoveEdges(place.bucket, place.node, node.get());
-  Link(node.release(), place.node);
+  Link(node.release(), place);
   ++count_;
 }
 
@@ -107,36 +137,35 @@ void CStringDict::Parse(const char* text, const char* separators, int length) {
 }
 
 void CStringDict::Walk(void (*visitor)(void*, const char*, const char*), void* state) const {
-  for (const Node* node = head_->next; node != head_; node = node->next) {
-    visitor(state, node->key.c_str(), node->value.c_str());
+  for (std::uint32_t bucket = 0; bucket < bucketCount_; ++bucket) {
+    for (const Node* node = buckets_[bucket]; node; node = node->next) {
+      visitor(state, node->key.c_str(), node->value.c_str());
+    }
   }
 }
 
 void CStringDict::OpenBucket() {
-  if (edges_.size() - 1 <= bucketCount_) {
-    const std::size_t mask = (edges_.size() - 1) * 2 - 1;
+  if (buckets_.size() - 1 <= bucketCount_) {
+    const std::size_t mask = (buckets_.size() - 1) * 2 - 1;
     if (mask + 2 > kMostSlots) throw std::length_error("vector<T> too long");
-    edges_.resize(mask + 2, head_);
+    buckets_.resize(mask + 2);
     mask_ = static_cast<std::uint32_t>(mask);
   } else if (mask_ < bucketCount_) {
     mask_ = mask_ * 2 + 1;
   }
 
-  const std::uint32_t opened = bucketCount_;
+  const std::uint32_t opened = bucketCount_++;
   const std::uint32_t split = opened - (mask_ >> 1) - 1;
-  // In the bucket before the opened one, the first entry that moves becomes the end of the walk, unless
-  // it was the last of the list already.
-  for (Node* node = edges_[split]; node != edges_[split + 1] && node != head_;) {
-    Node* const next = node->next;
-    if ((node->hash & mask_) != split) {
-      MoveEdges(split, node, next);
-      Unlink(node);
-      MoveEdges(opened, head_, node);
-      Link(node, head_);
-    }
-    node = next;
+  if (long_) long_->trees.erase(split);
+  Node* node = buckets_[split];
+  Node** staying = &buckets_[split];
+  Node** moving = &buckets_[opened];
+  for (; node; node = node->next) {
+    Node**& end = (node->hash & mask_) == split ? staying : moving;
+    *end = node;
+    end = &node->next;
   }
-  ++bucketCount_;
+  *staying = *moving = nullptr;
 }
 
 std::uint32_t CStringDict::BucketOf(std::uint32_t hash) const {
@@ -144,32 +173,38 @@ std::uint32_t CStringDict::BucketOf(std::uint32_t hash) const {
   return bucket < bucketCount_ ? bucket : bucket - (mask_ >> 1) - 1;
 }
 
-CStringDict::Place CStringDict::FindPlace(const Key& key) const {
+CStringDict::Place CStringDict::FindPlace(const Key& key) {
   const std::uint32_t bucket = BucketOf(key.hash);
-  Node* const end = edges_[bucket + 1];
-  Node* node = edges_[bucket];
-  for (; node != end; node = node->next) {
+  Node** link = &buckets_[bucket];
+  if (LongBuckets::Tree* tree = long_ ? long_->Find(bucket) : nullptr) {
+    const auto found = tree->lower_bound(key);
+    if (found != tree->begin()) link = &(*std::prev(found))->next;
+    return {bucket, link, found != tree->end() && (*found)->Compare(key.text, key.head) == 0};
+  }
+  bool isFound = false;
+  int passed = 0;
+  for (; Node* const node = *link; link = &node->next, ++passed) {
     if (node->head < key.head) continue;
     if (node->head > key.head) break;
     const int order = std::string_view(node->key).compare(key.text);
-    if (order >= 0) return {node, bucket, order == 0};
+    isFound = order == 0;
+    if (order >= 0) break;
   }
-  return {node, bucket, false};
+  if (passed >= kLongBucket) {
+    if (!long_) long_.reset(new (std::nothrow) LongBuckets);
+    if (long_) long_->Add(bucket, buckets_[bucket]);
+  }
+  return {bucket, link, isFound};
 }
 
-void CStringDict::MoveEdges(std::uint32_t bucket, const Node* from, Node* to) {
-  // Buckets lie in order, so only edges directly before this one can stand on the same entry.
-  for (std::size_t i = std::size_t{bucket} + 1; i > 0 && edges_[i - 1] == from; --i) edges_[i - 1] = to;
-}
-
-void CStringDict::Link(Node* node, Node* place) {
-  node->next = place;
-  node->previous = place->previous;
-  place->previous->next = node;
-  place->previous = node;
-}
-
-void CStringDict::Unlink(Node* node) {
-  node->previous->next = node->next;
-  node->next->previous = node->previous;
+void CStringDict::Link(Node* node, const Place& place) {
+  node->next = *place.link;
+  *place.link = node;
+  LongBuckets::Tree* const tree = long_ ? long_->Find(place.bucket) : nullptr;
+  if (!tree) return;
+  try {
+    tree->insert(node);
+  } catch (const std::bad_alloc&) {
+    long_->trees.erase(place.bucket);
+  }
 }

@@ -4,10 +4,13 @@
 
 #include <algorithm>
 #include <map>
+#include <new>
 #include <random>
 #include <string>
 #include <vector>
 
+#include "tests/support/CollidingKeys.h"
+#include "tests/support/HeapFaults.h"
 #include "tests/support/PlainDict.h"
 
 namespace {
@@ -40,6 +43,54 @@ TEST(CStringDict, OrderOfVisitingFollowsFromTheKeysAlone) {
     CStringDict other;
     for (const std::string& key : keys) Set(other, key, model[key].c_str());
     ASSERT_EQ(PairsOf(other), test::Ordered(model)) << round;
+  }
+}
+
+TEST(CStringDict, ChosenKeysOfOneBucketAreFoundAndKeptInOrder) {
+  std::mt19937 random(3);
+  for (const std::size_t count : {31, 32, 33, 34, 40, 400, 3000}) {
+    std::vector<std::string> keys = test::CollidingKeys(count);
+    for (std::size_t i = 0; i < count / 4; ++i) keys.push_back(std::to_string(random() % 9999));
+    for (const char* order : {"ascending", "descending", "mixed"}) {
+      if (order[0] == 'd') std::reverse(keys.begin(), keys.end());
+      if (order[0] == 'm') std::shuffle(keys.begin(), keys.end(), random);
+      std::map<std::string, std::string> model;
+      CStringDict dict;
+      for (std::size_t i = 0; i < 2 * keys.size(); ++i) {
+        const std::string& key = keys[i < keys.size() ? i : random() % keys.size()];
+        Set(dict, key, (model[key] = std::to_string(i)).c_str());
+      }
+      ASSERT_EQ(PairsOf(dict), test::Ordered(model)) << count << order;
+    }
+  }
+}
+
+TEST(CStringDict, ATreeThatFindsNoMemoryIsDoneWithout) {
+  const std::vector<std::string> keys = test::CollidingKeys(100);
+  std::map<std::string, std::string> model;
+  for (const std::string& key : keys) model[key] = "new";
+  bool isRefused = true;
+  for (int nth = 1; isRefused; ++nth) {
+    CStringDict dict;
+    for (std::size_t i = 64; i > 0; --i) Set(dict, keys[i - 1], "old");  // in front of all others: no walk
+    {
+      const CTextString last = keys[63].c_str();
+      const test::HeapFaults full(1, true);
+      dict.SetValue(last, "new");
+      EXPECT_GT(full.Tried(), 0);
+    }
+    {
+      const test::HeapFaults faults(nth);
+      for (const std::string& key : keys) {
+        try {
+          Set(dict, key, "new");
+        } catch (const std::bad_alloc&) {
+          Set(dict, key, "new");
+        }
+      }
+      isRefused = faults.Refused();
+    }
+    ASSERT_EQ(PairsOf(dict), test::Ordered(model)) << nth;
   }
 }
 

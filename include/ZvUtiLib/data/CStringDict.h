@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -9,9 +10,12 @@
 #include <ZvUtiLib/data/CTextString.h>
 #include <ZvUtiLib/data/SizedMemory.h>
 
-/// A hash table that grows by one bucket at a time over a single list of entries. The order of visiting
-/// follows from the keys alone, whatever order they came in: by bucket, and within a bucket by key.
-/// Keys are bytes and compare as such, unsigned. Keys and values end at a zero byte.
+/// A hash table that grows by one bucket at a time. The order of visiting follows from the keys alone,
+/// whatever order they came in: by bucket, and within a bucket by key. Keys are bytes and compare as such,
+/// unsigned. Keys and values end at a zero byte.
+///
+/// The hash is no secret, so a peer can choose keys that all fall into one bucket. A bucket that has grown
+/// long is searched by a tree: n pairs cost n log n steps, whatever their keys are.
 ///
 /// A heap that refuses a block shows as std::bad_alloc, and the pairs stay as they were. More than
 /// 76,695,844 pairs throw std::length_error. One object serves one thread at a time.
@@ -52,10 +56,11 @@ class ZVUTILIB_API CStringDict : public CBasicObject {
   struct Key;
   struct Node;
   struct NodeDeleter;
+  struct LongBuckets;
   struct Place {
-    Node* node;  // the first entry of the bucket whose key is not less, or the bucket's end
     std::uint32_t bucket;
-    bool isFound;  // the entry has the very key
+    Node** link;   // where the first entry of the bucket whose key is not less hangs, or null does
+    bool isFound;  // that entry has the very key
   };
 
   template <class... Arguments>
@@ -63,16 +68,11 @@ class ZVUTILIB_API CStringDict : public CBasicObject {
   void Walk(void (*visitor)(void* state, const char* key, const char* value), void* state) const;
   void OpenBucket();
   std::uint32_t BucketOf(std::uint32_t hash) const;
-  Place FindPlace(const Key& key) const;
-  /// Moves the edge of `bucket`, and of the empty buckets before it, from one entry to another.
-  void MoveEdges(std::uint32_t bucket, const Node* from, Node* to);
-  static void Link(Node* node, Node* place);
-  static void Unlink(Node* node);
+  Place FindPlace(const Key& key);
+  void Link(Node* node, const Place& place);
 
-  // Bucket i begins at edges_[i] and ends at edges_[i + 1]; edges behind the last bucket stand at the
-  // head, which is the end of the circular list.
-  std::vector<Node*, SizedAllocator<Node*>> edges_;
-  Node* head_ = nullptr;
+  std::vector<Node*, SizedAllocator<Node*>> buckets_;  // the first entry of each
+  std::unique_ptr<LongBuckets> long_;                  // made for the first bucket that is long
   std::uint32_t count_ = 0;
   std::uint32_t mask_ = 1;
   std::uint32_t bucketCount_ = 1;
