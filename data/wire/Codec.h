@@ -26,7 +26,8 @@
 //   v.text             std::string                v.list    std::vector of texts, records or blocks
 //   v.map              map of 32-bit numbers      v.blockMap(name, map, &Block::Key)
 //   v.block16 24 64    a block                    v.record  a nested record
-//   v.base(BaseOf<B>(r))  the extended record     v.viaOperators  a part with virtual Read and Write
+//   v.base(BaseOf<B>(r))  the extended record     v.viaOperators  a part with virtual Read and Write,
+//                                                     a record like others if it is of its very class
 //   v.reserved         a gap, in the list of a block only
 //
 // A block goes as its memory image: `ZV_BLOCK(GrantEntry, 16)` in the place of ZV_RECORD. It must have
@@ -105,11 +106,16 @@ template <class R>
 void WriteRecord(CStreamWriter& out, const R& record) {
   if constexpr (kBlockBytes<R> != 0) {
     out.Append(&record, sizeof record);
-  } else if constexpr (kShape<R>.openParts > 0) {
-    OpenWriter<R> v(out, record);
-    Rows(v, record);
   } else {
-    WriteMeasured(out, [&](auto sink) { return Codec<R>::Put(sink, record); });
+    const auto put = [&](auto sink) { return Codec<R>::Put(sink, record); };
+    const CountSink count = put(CountSink{});
+    if constexpr (kShape<R>.openParts > 0) {
+      if (count.isOpen) {
+        OpenWriter<R> v(out, record);
+        return Rows(v, record);
+      }
+    }
+    WriteCounted(out, count, put);
   }
 }
 

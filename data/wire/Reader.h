@@ -7,12 +7,12 @@
 
 #include <cstdint>
 #include <cstring>
-#include <new>
 #include <string>
 #include <vector>
 
 #include <ZvUtiLib/data/Cursor.h>
 
+#include "data/wire/Exactly.h"
 #include "data/wire/Rows.h"
 #include "data/wire/Sinks.h"
 
@@ -170,17 +170,17 @@ class Reader {
     Codec<R>::Read(cursor_, part);
   }
 
-  /// The part reads from the stream itself, so that a class derived from it takes part.
+  /// A part of a class derived from T reads from the stream itself, which then begins with its bytes.
   template <class T>
   void viaOperators(const char*, T& part) {
     const Lend lend(*this);
+    if (IsExactly(part)) return Codec<T>::Read(cursor_, part);
     cursor_.Settle();
     struct Resumed {
       Cursor& cursor;
       ~Resumed() { cursor.Resume(); }
     } const resumed{cursor_};
-    // Hosts put derived objects in the place of the part: no guessing of its type.
-    cursor_.Stream() >> *std::launder(&part);
+    cursor_.Stream() >> Present(part);
   }
 
   template <class R>

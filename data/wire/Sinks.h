@@ -83,11 +83,10 @@ class Room {
   std::int32_t size_ = 0;
 };
 
-/// Writes by way of `put`, which takes a sink: measured and in one piece if there is memory for it,
+/// Writes by way of `put`, which takes a sink and gave `count`: in one piece if there is memory for it,
 /// field by field otherwise. Both end in the same bytes and the same capacity.
 template <class PutInto>
-void WriteMeasured(CStreamWriter& out, PutInto put) {
-  const CountSink count = put(CountSink{});
+void WriteCounted(CStreamWriter& out, const CountSink& count, PutInto put) {
   if (!count.isOpen) {
     if (const Room room(out, count.Total()); room.At()) {
       put(RawSink{room.At()});
@@ -95,6 +94,11 @@ void WriteMeasured(CStreamWriter& out, PutInto put) {
     }
   }
   put(AppendSink{&out});
+}
+
+template <class PutInto>
+void WriteMeasured(CStreamWriter& out, PutInto put) {
+  WriteCounted(out, put(CountSink{}), put);
 }
 
 }  // namespace zvuti::wire

@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
-#include <new>
 #include <string>
 #include <type_traits>
 #include <vector>
 
+#include "data/wire/Exactly.h"
 #include "data/wire/Rows.h"
 #include "data/wire/Sinks.h"
 
@@ -130,7 +130,9 @@ class Writer {
   template <class T>
   void viaOperators(const char*, const T& part) {
     if constexpr (std::is_same_v<Sink, AppendSink>) {
-      *sink_.out << *std::launder(&part);
+      *sink_.out << Present(part);
+    } else if (IsExactly(part)) {
+      sink_ = Codec<T>::Put(sink_, part);
     } else if constexpr (kCounts) {
       sink_.isOpen = true;  // which keeps such a record from ever being stored raw
     }
@@ -170,7 +172,7 @@ class OpenWriter : public Writer<AppendSink> {
 
   template <class T>
   void viaOperators(const char*, const T& part) {
-    *sink_.out << *std::launder(&part);
+    *sink_.out << Present(part);
     ++part_;
     MakeRoom();
   }

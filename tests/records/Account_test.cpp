@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "records/Units.h"
+#include "tests/support/HeapFaults.h"
 #include "tests/support/LiteralRecords.h"
 #include "tests/support/WireBytes.h"
 
@@ -59,8 +60,30 @@ TEST(AccountRecord, ADerivedStateTakesPart) {
   EXPECT_EQ(Bytes(stream), "!");
   EXPECT_THROW(unmarked >> *record, std::runtime_error);
   EXPECT_EQ(Bytes(unmarked), behind);
-  const std::string plain = Written(AccountRecord());
-  EXPECT_EQ(Written(std::vector<AccountRecord>(2)), "\2\0"s + plain + plain);
+}
+
+TEST(AccountRecord, ASequenceIsWrittenInOneBlockButForDerivedStates) {
+  std::vector<AccountRecord> accounts(3);
+  for (AccountRecord& account : accounts) account.State.GetTable().SetCounter(1, 2);
+  accounts[2].Text4.assign(3000, 'x');
+  const std::string first = Written(accounts[0]), last = Written(accounts[2]);
+  CStreamReader one, all, mixed;
+  {
+    const test::HeapFaults heap(0);
+    one << accounts[0];
+    all << accounts;
+    EXPECT_EQ(heap.Tried(), 2);
+  }
+  EXPECT_EQ(Bytes(one), first);
+  EXPECT_EQ(Bytes(all), "\3\0"s + first + first + last);
+
+  std::destroy_at(&accounts[1].State);
+  new (&accounts[1].State) MarkedState;
+  mixed << accounts;
+  const std::string marked = Written(accounts[1]);
+  EXPECT_EQ(marked.substr(marked.size() - 20), std::string(12, '\0') + "\xEE\xEE" + std::string(6, '\0'));
+  EXPECT_EQ(Bytes(mixed), "\3\0"s + first + marked + last);
+  EXPECT_EQ(mixed.Capacity(), 4096);
 }
 
 TEST(AccountRecord, ADerivedStateIsAskedWhereverTheStreamEnds) {

@@ -16,7 +16,8 @@ struct AccountExtra {
 };
 
 /// An account. Code1 and Code2 travel as one byte each. State travels through its virtual Write and
-/// Read, so that a class derived from it takes part.
+/// Read, so that a class derived from it takes part. A sequence in which a state is of such a class is
+/// written field by field: that takes time in proportion to the square of its bytes, others are linear.
 struct AccountRecord {
   std::uint32_t Value1 = 0;
   std::uint32_t Value2 = 0;
