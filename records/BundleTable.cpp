@@ -1,20 +1,61 @@
 #include <ZvUtiLib/records/Bundles.h>
 
 #include <algorithm>
+#include <new>
+#include <tuple>
 
 namespace {
 
+using Entries = std::vector<BundleEntry>;
+
 int SizeOf(const std::vector<std::uint32_t>& numbers) { return static_cast<int>(numbers.size()); }
+
+bool IsBefore(const BundleEntry& a, const BundleEntry& b) {
+  return std::tie(a.ItemId, a.Count, a.Value1, a.Value2) < std::tie(b.ItemId, b.Count, b.Value1, b.Value2);
+}
+
+// A bundle that others are compared with. Looking for an entry walks through its entries; when the walks have
+// passed so many that sorting would have been cheaper, it sorts a copy and looks there.
+class Wanted {
+ public:
+  explicit Wanted(const BundleRecord& record)
+      : record_(record), steps_(kStepsPerEntry * record.Entries.size()) {}
+
+  bool IsMetBy(const BundleRecord& stored) {
+    return stored.Value == record_.Value && stored.Amount2 == record_.Amount2 &&
+           stored.Amount1 == record_.Amount1 && stored.Entries.size() == record_.Entries.size() &&
+           std::all_of(stored.Entries.begin(), stored.Entries.end(),
+                       [this](const BundleEntry& entry) { return Has(entry); });
+  }
+
+ private:
+  static constexpr std::size_t kStepsPerEntry = 16;
+
+  bool Has(const BundleEntry& entry) {
+    if (!sorted_.empty()) return std::binary_search(sorted_.begin(), sorted_.end(), entry, IsBefore);
+    const auto found = std::find(record_.Entries.begin(), record_.Entries.end(), entry);
+    const auto passed = static_cast<std::size_t>(found - record_.Entries.begin());
+    if (passed > steps_) Sort();
+    steps_ -= std::min(passed, steps_);
+    return found != record_.Entries.end();
+  }
+
+  // Without memory for the copy the walks go on, with the same answers.
+  void Sort() try {
+    Entries sorted = record_.Entries;
+    std::sort(sorted.begin(), sorted.end(), IsBefore);
+    sorted_.swap(sorted);
+  } catch (const std::bad_alloc&) {
+  }
+
+  const BundleRecord& record_;
+  std::size_t steps_;  // that walks may still take
+  Entries sorted_;
+};
 
 }  // namespace
 
-bool BundleRecord::IsSameAs(const BundleRecord& other) const {
-  if (Value != other.Value || Amount2 != other.Amount2 || Amount1 != other.Amount1) return false;
-  if (Entries.size() != other.Entries.size()) return false;
-  return std::all_of(Entries.begin(), Entries.end(), [&](const BundleEntry& entry) {
-    return std::find(other.Entries.begin(), other.Entries.end(), entry) != other.Entries.end();
-  });
-}
+bool BundleRecord::IsSameAs(const BundleRecord& other) const { return Wanted(other).IsMetBy(*this); }
 
 CUtiBundleTable::~CUtiBundleTable() = default;
 
@@ -69,8 +110,9 @@ const BundleRecord* CUtiBundleTable::GetBundle(unsigned key) const {
 }
 
 int CUtiBundleTable::FindBundle(const BundleRecord& wanted, unsigned& key) const {
+  Wanted sought(wanted);
   const auto found = std::find_if(Bundles.begin(), Bundles.end(),
-                                  [&](const auto& bundle) { return bundle.second.IsSameAs(wanted); });
+                                  [&](const auto& bundle) { return sought.IsMetBy(bundle.second); });
   if (found == Bundles.end()) return 0;
   key = found->first;
   return 1;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <iterator>
 #include <numeric>
+#include <random>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -197,6 +198,55 @@ TEST(BundleTable, SamenessGoesOneWayAndTheLowestKeyWins) {
   EXPECT_EQ(key, 42u);
   EXPECT_EQ(table.FindBundle(Bundle({a}), key), 1);
   EXPECT_EQ(key, 5u);
+}
+
+TEST(BundleTable, LargeBundlesAreFoundAsTheWalkOverBothFindsThem) {
+  std::mt19937 random(8);
+  const auto below = [&](unsigned end) { return static_cast<unsigned>(random() % end); };
+  // Of `kinds` kinds, which differ in the last two fields.
+  const auto randomBundle = [&](unsigned entries, unsigned kinds) {
+    BundleRecord bundle;
+    for (unsigned i = 0; i < entries; ++i) {
+      const unsigned kind = below(kinds);
+      bundle.Entries.push_back(Entry(5, 1, kind / 2, -static_cast<int>(kind % 2)));
+    }
+    return bundle;
+  };
+  int found = 0;
+  for (int round = 0; round < 3000; ++round) {
+    const unsigned entries = 1 + below(round % 50 == 0 ? 600 : 40);
+    const unsigned kinds = 1 + below(round % 3 == 0 ? 1000 : 8);
+    const BundleRecord wanted = randomBundle(entries, kinds);
+    CUtiBundleTable table;
+    unsigned lowest = 0;
+    for (unsigned key = 4; key > 0; --key) {
+      BundleRecord stored = randomBundle(entries, kinds);
+      if (below(2) == 0) {
+        stored = wanted;
+        std::shuffle(stored.Entries.begin(), stored.Entries.end(), random);
+        stored.Entries[below(entries)].Value1 ^= below(4) / 3;
+      }
+      const bool isSame = std::all_of(stored.Entries.begin(), stored.Entries.end(), [&](const auto& entry) {
+        return std::count(wanted.Entries.begin(), wanted.Entries.end(), entry) > 0;
+      });
+      ASSERT_EQ(stored.IsSameAs(wanted), isSame);
+      if (isSame) lowest = key;
+      table.SetBundle(key, stored);
+    }
+    found += lowest > 0 ? 1 : 0;
+    // A copy that the heap refuses changes no answer, and small bundles ask for none.
+    for (const bool isFull : {false, true}) {
+      unsigned key = 0;
+      const test::HeapFaults heap(isFull ? 1 : 0, isFull);
+      const int answer = table.FindBundle(wanted, key);
+      const std::int64_t blocks = heap.Tried();
+      ASSERT_EQ(answer, lowest > 0 ? 1 : 0);
+      ASSERT_EQ(key, lowest);
+      ASSERT_LE(blocks, isFull ? 4 * entries : entries > 5 ? 1 : 0);
+    }
+  }
+  EXPECT_GT(found, 1000);
+  EXPECT_LT(found, 2900);
 }
 
 TEST(BundleTable, IsShownAndFilledByName) {
