@@ -274,9 +274,13 @@ TEST(BundleTable, IsShownAndFilledByName) {
   EXPECT_EQ(dump.size, bytes.size());
   for (const char* path :
        {"Groups[1]", "Groups[x][0]", "Groups[1][0].x", "Groups[1][0", "Groups[1 ][0]", "Groups",
-        "Groups[1][4294967295]", "Bundles[1]", "Bundles[x].Value", "Bundles[1].Nothing", "X"}) {
+        "Groups(1][0]", "Groups[1](0]", "Groups[1][1000000]", "Groups[1][4294967295]", "Bundles[1]",
+        "Bundles[x].Value", "Bundles(1].Value", "Bundles[1]Value", "Bundles[1].Nothing", "X"}) {
     EXPECT_FALSE(zvuti::FillRecord("CUtiBundleTable", {{path, "1"}}, bytes, problem)) << path;
   }
+  ASSERT_TRUE(zvuti::FillRecord("CUtiBundleTable", {{"Groups[1][999999]", "1"}}, bytes, problem)) << problem;
+  EXPECT_EQ(bytes.size(), 16u + 4u * 1'000'000);
+  EXPECT_FALSE(zvuti::FillRecord("CUtiBundleTable", {{"Groups[1].count", "1000001"}}, bytes, problem));
   EXPECT_FALSE(zvuti::FillRecord("CUtiBundleTable", {{"Groups[1][0]", "x"}}, bytes, problem));
 }
 
