@@ -10,7 +10,7 @@
 //          v.i8(ZV_ROW(Tag));                   // 8, 16, 32, 64 bits: the field must have that width
 //          v.i32(ZV_ROW(ItemKey));
 //          if (v.onlyIf("ItemKey < 1000000000", r, &ItemRecord::HasCountOnWire)) {
-//            v.i32(ZV_ROW(Count));              // one row per condition
+//            v.i32(ZV_ROW(Count));              // one row per condition, of fixed width
 //          } else if constexpr (V::kReads) {
 //            r.SetCount(1);
 //          }

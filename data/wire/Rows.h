@@ -82,10 +82,13 @@ struct Shape {
   int openParts = 0;    ///< rows that read and write themselves
 };
 
-/// Measures the shape, at compile time and without an object. A conditional row counts as present.
+/// Measures the shape, at compile time and without an object. Conditional rows count as present, but for
+/// those under the condition number `skipped`.
 class Meter {
  public:
   static constexpr bool kReads = false;
+
+  constexpr explicit Meter(int skipped = -1) : skipped_(skipped) {}
 
   constexpr void i8(const char*, const auto&) { Fixed(1); }
   constexpr void i16(const char*, const auto&) { Fixed(2); }
@@ -109,9 +112,11 @@ class Meter {
     EndRun();
     ++shape_.openParts;
   }
-  constexpr bool onlyIf(const char*, const auto&, auto) { return true; }
+  constexpr bool onlyIf(const char*, const auto&, auto) { return conditions_++ != skipped_; }
 
   constexpr const Shape& Result() const { return shape_; }
+  /// The conditions met so far.
+  constexpr int Conditions() const { return conditions_; }
 
  private:
   constexpr void Fixed(int bytes) {
@@ -121,6 +126,8 @@ class Meter {
   constexpr void EndRun() { ++shape_.rowsBetween; }
 
   Shape shape_;
+  int conditions_ = 0;
+  int skipped_;
 };
 
 // An object that is only named, never looked at: it has no definition.
@@ -139,10 +146,32 @@ extern Phantom<R> phantom;
 #  pragma clang diagnostic ignored "-Wundefined-var-template"
 #endif
 template <class R>
-constexpr Shape MeasureShape() {
-  Meter meter;
+constexpr Meter Measured(int skipped = -1) {
+  Meter meter(skipped);
   Rows(meter, phantom<R>.record);
-  return meter.Result();
+  return meter;
+}
+
+/// Whether the runs are those of the shape, or shorter, whichever condition does not hold.
+template <class R>
+constexpr bool KeepsRuns() {
+  const Shape full = Measured<R>().Result();
+  for (int skipped = 0; skipped < Measured<R>().Conditions(); ++skipped) {
+    const Shape shape = Measured<R>(skipped).Result();
+    if (shape.rowsBetween != full.rowsBetween) return false;
+    for (int run = 0; run <= full.rowsBetween; ++run) {
+      if (shape.runs[run] > full.runs[run]) return false;
+    }
+  }
+  return true;
+}
+
+template <class R>
+constexpr Shape MeasureShape() {
+  static_assert(KeepsRuns<R>(),
+                "a conditional row has a fixed width, and no wider row takes its place: texts, lists, maps "
+                "and records always travel, empty where they do not matter");
+  return Measured<R>().Result();
 }
 #if defined(__clang__)
 #  pragma clang diagnostic pop

@@ -1,0 +1,36 @@
+// A record with a conditional row, whose width must be fixed. The tests of CMakeLists.txt set REFUSED: then
+// there is a list under the condition, or a wider row in its place, and nothing compiles.
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "data/wire/Rows.h"
+
+struct Sample {
+  bool IsLong() const { return Kind > 1; }
+  std::uint8_t Kind = 0;
+  std::uint32_t Number = 0;
+  std::int64_t Amount = 0;
+  std::vector<std::string> Texts;
+};
+
+namespace zvuti::wire {
+
+ZV_ROWS(Sample) {
+  v.i8(ZV_ROW(Kind));
+  v.list(ZV_ROW(Texts));
+  if (v.onlyIf("Kind > 1", r, &Sample::IsLong)) {
+    v.i32(ZV_ROW(Number));
+#if REFUSED == 1
+    v.list(ZV_ROW(Texts));
+#elif REFUSED == 2
+  } else {
+    v.i64(ZV_ROW(Amount));
+#endif
+  }
+  v.i32(ZV_ROW(Number));
+}
+
+static_assert(kShape<Sample>.rowsBetween == 1 && kShape<Sample>.runs[0] == 1 && kShape<Sample>.runs[1] == 8);
+
+}  // namespace zvuti::wire
