@@ -1,10 +1,9 @@
 // How a bundle table is listed, shown and filled: Groups[key][index] is a number of a group, and
 // Bundles[key] a record.
-#include <charconv>
+#include <algorithm>
 #include <cstdint>
-#include <optional>
 #include <string>
-#include <string_view>
+#include <vector>
 
 #include <ZvUtiLib/records/Bundles.h>
 
@@ -17,7 +16,7 @@ ZV_FOREIGN(BundleRecord)
 namespace zvuti::wire {
 namespace {
 
-constexpr std::uint32_t kMostMembers = 1'000'000;  // that a group may be filled with by name
+constexpr std::size_t kMostMembers = 999'999;  // of a group, unless all of them are given
 
 std::string Element(const char* name, std::uint32_t key) {
   return std::string(name) + "[" + std::to_string(key) + "]";
@@ -58,55 +57,65 @@ void DumpTable(DumpWalk& rows) {
   }
 }
 
-std::optional<std::uint32_t> Number(std::string_view text) {
-  std::uint32_t value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return value;
+void Put(std::string& bytes, std::size_t number) {
+  const auto word = static_cast<std::uint32_t>(number);
+  bytes.append(reinterpret_cast<const char*>(&word), sizeof word);
 }
 
-// Takes "[number]" off the front of a path.
-std::optional<std::uint32_t> TakeIndex(std::string_view& path) {
-  const std::size_t close = path.find(']');
-  if (path.substr(0, 1) != "[" || close == path.npos) return std::nullopt;
-  const auto index = Number(path.substr(1, close - 1));
-  path.remove_prefix(close + 1);
-  return index;
-}
-
-bool TakeName(std::string_view& path, std::string_view name) {
-  if (path.substr(0, name.size()) != name) return false;
-  path.remove_prefix(name.size());
-  return true;
-}
-
-std::string FillGroup(CUtiBundleTable& table, std::string_view path, const std::string& value) {
-  const auto key = TakeIndex(path);
-  if (!key) return "no such element";
-  const auto number = Number(value);
-  if (!number) return "not a number that the field can hold";
-  const bool isCount = path == ".count";
-  const auto index = isCount ? number : TakeIndex(path);
-  if (!index || (!isCount && !path.empty())) return "no such element";
-  if (*index >= kMostMembers)
-    return "a group is filled with fewer numbers than " + std::to_string(kMostMembers);
-  auto& members = table.Groups[*key];
-  if (isCount) {
-    members.resize(*number);
-    return {};
+// The values of "Groups.key" or "Bundles.key" apart from the others.
+struct Keyed {
+  explicit Keyed(const Values& all) {
+    for (const Given& value : all) (value.rest == ".key" ? keys : entries).push_back(value);
   }
-  if (members.size() <= *index) members.resize(std::size_t{*index} + 1);
-  members[*index] = *number;
-  return {};
+
+  // They are there for the looks: the entries have their keys in brackets.
+  void CheckKeys(const std::vector<Entry>& found) const {
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+      if (keys.size() != found.size() || NumberOf(keys[i], 4, false) != found[i].key)
+        Refuse(keys[i], "the keys are not those of the entries, in their order");
+    }
+  }
+
+  Values keys, entries;
+};
+
+void PutGroup(const Entry& group, std::string& bytes) {
+  Values sizes, members;
+  for (const Given& value : group.values) {
+    const bool isCount = value.rest == ".count";
+    (isCount ? sizes : members).push_back(value);
+    if (isCount) sizes.back().rest = {};
+  }
+  const std::vector<Entry> elements = ByNumber(members, 4, false);
+  // A few letters must not ask for gigabytes.
+  const std::size_t most = std::max(kMostMembers, elements.size());
+  const std::size_t count = SizeOf(elements, sizes, most);
+  Put(bytes, static_cast<std::uint32_t>(group.key));
+  Put(bytes, count);
+  auto element = elements.begin();
+  for (std::size_t i = 0; i < count; ++i) {
+    const bool isGiven = element != elements.end() && static_cast<std::size_t>(element->key) == i;
+    const Given* value = isGiven ? OnlyOne((element++)->values, "no such element") : nullptr;
+    Put(bytes, value ? static_cast<std::uint32_t>(NumberOf(*value, 4, false)) : 0);
+  }
 }
 
-std::string FillTable(void* record, std::string_view path, const std::string& value) {
-  auto& table = *static_cast<CUtiBundleTable*>(record);
-  if (TakeName(path, "Groups")) return FillGroup(table, path, value);
-  if (!TakeName(path, "Bundles")) return "there is no such field in CUtiBundleTable";
-  const auto key = TakeIndex(path);
-  if (!key || !TakeName(path, ".")) return "no such element";
-  return FillField(Codec<BundleRecord>::kType, &table.Bundles[*key], path, value);
+void FillTable(const Values& values, std::string& bytes) {
+  Fields fields(values);
+  const Keyed givenGroups(fields.Take("Groups")), givenBundles(fields.Take("Bundles"));
+  const Entries groups(givenGroups.entries, fields.Take("group count"), false);
+  const Entries bundles(givenBundles.entries, fields.Take("bundle count"), false);
+  fields.RefuseRest("CUtiBundleTable");
+  givenGroups.CheckKeys(groups.entries);
+  givenBundles.CheckKeys(bundles.entries);
+  Put(bytes, static_cast<std::uint32_t>(groups.count));
+  Put(bytes, static_cast<std::uint32_t>(bundles.count));
+  for (const Entry& group : groups.entries) PutGroup(group, bytes);
+  for (const Entry& entry : bundles.entries) {
+    Put(bytes, static_cast<std::uint32_t>(entry.key));
+    BundleRecord bundle;
+    PutRows(Codec<BundleRecord>::kType, &bundle, BehindPoint(entry.values, "no such element"), bytes);
+  }
 }
 
 constexpr OwnForm kOwnForm = {ListTable, DumpTable, FillTable};

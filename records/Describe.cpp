@@ -1,6 +1,5 @@
 #include <ZvUtiLib/records/Describe.h>
 
-#include <exception>
 #include <utility>
 
 #include "records/DescribeWalks.h"
@@ -89,16 +88,16 @@ bool FillRecord(const std::string& record, const std::vector<NamedValue>& values
     problem = "there is no record " + record;
     return false;
   }
-  const auto object = type->make();
-  for (const NamedValue& named : values) {
-    problem = wire::FillField(*type, object.get(), named.path, named.value);
-    if (problem.empty()) continue;
-    problem.insert(0, named.path + ": ");
+  wire::Values given;
+  given.reserve(values.size());
+  for (const NamedValue& value : values) given.push_back({value.path, &value});
+  try {
+    wire::PutRows(*type, type->make().get(), given, bytes);
+  } catch (const wire::Refusal& refusal) {
+    bytes.clear();
+    problem = refusal.problem;
     return false;
   }
-  CStreamReader out;
-  type->write(out, object.get());
-  bytes.assign(reinterpret_cast<const char*>(out.Data()), static_cast<std::size_t>(out.Length()));
   return true;
 }
 

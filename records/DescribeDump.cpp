@@ -140,12 +140,13 @@ void DumpWalk::Tag(const char* name, NumberRef field, const TagTable& tags) {
   std::uint32_t tag = 0;
   if (!Take(name, &tag, sizeof tag)) return;
   const std::uint32_t member = tags.MemberOf(tag);
-  char unknown[40];
-  std::snprintf(unknown, sizeof unknown, "unknown tag 0x%08X", static_cast<unsigned>(tag));
+  char digits[16];
+  std::snprintf(digits, sizeof digits, "0x%08X", static_cast<unsigned>(tag));
+  const std::string unknown = std::string(kUnknownTag) + digits;
   if (member < tags.count) field.Set(member);
   Show(sizeof tag, name, std::string(tags.name) + " tag",
-       member < tags.count ? tags.name + std::to_string(member) : std::string(unknown));
-  if (member == tags.count && tags.unknownThrows) Stop(std::string(unknown) + " in " + Path(name));
+       member < tags.count ? tags.name + std::to_string(member) : unknown);
+  if (member == tags.count && tags.unknownThrows) Stop(unknown + " in " + Path(name));
 }
 
 void DumpWalk::Text(const char* name, std::string& field) {

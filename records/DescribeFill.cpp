@@ -1,6 +1,7 @@
+#include <algorithm>
 #include <charconv>
 #include <cstring>
-#include <limits>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -11,7 +12,8 @@ namespace zvuti::wire {
 
 namespace {
 
-constexpr const char kNotANumber[] = "not a number that the field can hold";
+constexpr std::size_t kMostInSequence = 65'535;
+constexpr std::size_t kMostInText = 65'535;
 
 // The digits of a magnitude, decimal or behind 0x, whole text.
 std::optional<std::uint64_t> ParseDigits(std::string_view text) {
@@ -70,161 +72,318 @@ std::optional<std::string> Unescaped(const std::string& shown) {
   return text;
 }
 
-// Looks for one field and sets it. Once it is found, the rest of the walk passes by.
+// Takes a number in brackets off the front of a path.
+std::int64_t TakeNumber(Given& value, unsigned bytes, bool isSigned) {
+  const std::size_t close = value.rest.find(']');
+  if (value.rest.substr(0, 1) != "[" || close == value.rest.npos) Refuse(value, "no such element");
+  const auto number = ParseNumber(value.rest.substr(1, close - 1), bytes, isSigned);
+  if (!number) Refuse(value, "no such element");
+  value.rest.remove_prefix(close + 1);
+  if (!value.rest.empty() && value.rest.front() != '.' && value.rest.front() != '[')
+    Refuse(value, "no such field");
+  return *number;
+}
+
+// A map whose count is given: entry by entry, as they come.
+std::vector<Entry> InOrder(const Values& values, bool hasSignedKeys) {
+  std::vector<Entry> entries;
+  std::map<std::int64_t, std::size_t> last;  // of each key
+  for (Given value : values) {
+    const std::int64_t key = TakeNumber(value, 4, hasSignedKeys);
+    const auto [place, isNew] = last.try_emplace(key, entries.size());
+    if (!isNew && entries[place->second].first == value.rest) place->second = entries.size();
+    if (place->second == entries.size()) entries.push_back({key, value.rest, {}});
+    entries[place->second].values.push_back(value);
+  }
+  return entries;
+}
+
+// A row with brackets: its values, and those of its size.
+struct Bracketed {
+  explicit Bracketed(const Values& all) {
+    for (const Given& value : all) (value.rest.empty() ? sizes : elements).push_back(value);
+  }
+  Values sizes, elements;
+};
+
+// Appends row by row. The values go into the record as well, so that conditions hold as they do for a
+// writer; a block is appended from there when its rows are done.
 class FillWalk : public RowVisitor {
  public:
-  FillWalk(std::string_view path, const std::string& value) : path_(path), value_(value) {}
+  FillWalk(const RecordType& type, const Values& values, std::string& bytes)
+      : type_(type), fields_(values), bytes_(bytes) {}
 
-  bool IsFound() const { return isFound_; }
-  const std::string& Problem() const { return problem_; }
+  void RefuseRest() const { fields_.RefuseRest(type_.name); }
 
   void Number(const char* name, NumberRef field) override {
-    if (IsLeaf(name)) Set(field, kNotANumber);
+    Values values;
+    if (!Begin(name, values)) return;
+    if (const Given* value = OnlyOne(values, NoField()))
+      field.Set(NumberOf(*value, field.bytes, field.isSigned));
+    Put(field.at, field.bytes);
   }
-  void Code(const char* name, NumberRef field) override { Number(name, field); }
+
+  void Code(const char* name, NumberRef field) override {
+    Values values;
+    if (!Begin(name, values)) return;
+    if (const Given* value = OnlyOne(values, NoField())) field.Set(NumberOf(*value, 1, false));
+    const auto byte = static_cast<std::uint8_t>(field.Get());
+    Put(&byte, sizeof byte);
+  }
 
   void Tag(const char* name, NumberRef field, const TagTable& tags) override {
-    if (!IsLeaf(name)) return;
-    for (std::uint32_t member = 0; member < tags.count; ++member) {
-      if (value_ == tags.name + std::to_string(member)) return field.Set(member);
+    Values values;
+    if (!Begin(name, values)) return;
+    if (const Given* value = OnlyOne(values, NoField())) {
+      const std::uint32_t tag = TagOf(*value, tags);
+      if (const std::uint32_t member = tags.MemberOf(tag); member < tags.count) field.Set(member);
+      Put(&tag, sizeof tag);
+    } else if (const std::uint32_t* tag = tags.TagOf(field.Get())) {
+      Put(tag, sizeof *tag);
     }
-    problem_ = std::string("not a member of ") + tags.name;
   }
 
   void Text(const char* name, std::string& field) override {
-    if (IsLeaf(name)) SetText(field);
+    Values values;
+    if (Begin(name, values)) PutText(OnlyOne(values, NoField()), field);
   }
 
   void List(const char* name, ListRef& items) override {
-    if (IsLeaf(name)) {
-      const auto size = ParseNumber(value_, 2, false);
-      if (!size) return Refuse("not a number of elements up to 65535");
-      return items.Resize(static_cast<std::size_t>(*size));
-    }
-    std::string_view rest;
-    const auto index = Index(name, 2, false, rest);
-    if (!index) return;
-    if (*index > 65534) return Refuse("a sequence has up to 65535 elements");
-    const auto place = static_cast<std::size_t>(*index);
-    if (items.Size() <= place) items.Resize(place + 1);
-    if (items.elements) {
-      Into(*items.elements, items.At(place), rest);
-    } else if (rest.empty()) {
-      SetText(*static_cast<std::string*>(items.At(place)));
-    } else {
-      Refuse("a text has no fields");
+    Values values;
+    if (!Begin(name, values)) return;
+    const Bracketed given(values);
+    const std::vector<Entry> elements = ByNumber(given.elements, 2, false);
+    const auto count = static_cast<std::uint16_t>(SizeOf(elements, given.sizes, kMostInSequence));
+    Put(&count, sizeof count);
+    std::string byDefault;  // the bytes of an element without values, once there is one
+    auto element = elements.begin();
+    for (std::uint16_t i = 0; i < count; ++i) {
+      const bool isGiven = element != elements.end() && element->key == i;
+      if (!isGiven && !byDefault.empty()) {
+        bytes_ += byDefault;
+        continue;
+      }
+      const std::size_t start = bytes_.size();
+      PutElement(items.elements, isGiven ? (element++)->values : Values());
+      if (!isGiven) byDefault = bytes_.substr(start);
     }
   }
 
-  void Map(const char* name, MapRef& entries) override {
-    if (IsLeaf(name)) return Refuse("a map is filled by its entries, as in Name[5]");
-    std::string_view rest;
-    const auto key = Index(name, 4, entries.hasSignedKeys, rest);
-    if (!key) return;
-    if (entries.blocks) {
-      Into(*entries.blocks, entries.Entry(*key), rest);
-    } else if (rest.empty()) {
-      Set({entries.Entry(*key), 4, entries.hasSignedValues}, kNotANumber);
-    } else {
-      Refuse("a number has no fields");
+  void Map(const char* name, MapRef& map) override {
+    Values values;
+    if (!Begin(name, values)) return;
+    const Bracketed given(values);
+    const Entries entries(given.elements, given.sizes, map.hasSignedKeys);
+    Put(&entries.count, sizeof entries.count);
+    for (const Entry& entry : entries.entries) {
+      if (map.blocks) {
+        PutBlock(map, entry);
+      } else {
+        const Given* value = OnlyOne(entry.values, "a number has no fields");
+        const std::int64_t number = NumberOf(*value, 4, map.hasSignedValues);
+        Put(&entry.key, 4);
+        Put(&number, 4);
+      }
     }
   }
 
   void Reserved(const char* name, void* bytes, std::size_t count) override {
-    if (!IsLeaf(name)) return;
-    std::string parsed;
-    for (std::size_t i = 0; i < value_.size(); i += 3) {
-      const auto byte = ParseHexByte(std::string_view(value_).substr(i));
-      if (!byte || (i + 2 < value_.size() && value_[i + 2] != ' ')) break;
-      parsed += static_cast<char>(*byte);
+    Values values;
+    if (!Begin(name, values)) return;
+    if (const Given* value = OnlyOne(values, NoField())) {
+      const std::string given = ReservedOf(*value, count);
+      std::memcpy(bytes, given.data(), count);
     }
-    if (parsed.size() != count || value_.size() != 3 * count - 1) {
-      return Refuse("not " + std::to_string(count) + " bytes, as in 00 FF");
-    }
-    std::memcpy(bytes, parsed.data(), count);
+    Put(bytes, count);
   }
 
   void Record(const char* name, const RecordType& type, void* record, Place place) override {
-    if (isFound_) return;
-    if (place == Place::kBase) {
-      type.walk(*this, record);
-    } else if (IsHead(name) && path_.substr(std::strlen(name), 1) == ".") {
-      isFound_ = true;
-      problem_ = FillField(type, record, path_.substr(std::strlen(name) + 1), value_);
-    }
+    if (place == Place::kBase) return type.walk(*this, record);
+    Values values;
+    if (Begin(name, values)) PutRows(type, record, BehindPoint(values, NoField()), bytes_);
   }
 
-  // A field may be set before the one that decides whether it travels.
-  bool OnlyIf(const char*, bool) override { return true; }
-
- private:
-  bool IsHead(const char* name) const { return path_.substr(0, std::strlen(name)) == name; }
-
-  bool IsLeaf(const char* name) {
-    if (isFound_ || path_ != name) return false;
-    isFound_ = true;
+  bool OnlyIf(const char* condition, bool holds) override {
+    if (!holds) missing_ = condition;
     return true;
   }
 
-  // The number behind `name` in brackets, and the path behind it without its point.
-  std::optional<std::int64_t> Index(const char* name, unsigned bytes, bool isSigned, std::string_view& rest) {
-    const std::size_t length = std::strlen(name);
-    if (isFound_ || !IsHead(name) || path_.substr(length, 1) != "[") return std::nullopt;
-    isFound_ = true;
-    const std::size_t close = path_.find(']', length);
-    const auto number = close == path_.npos
-                            ? std::nullopt
-                            : ParseNumber(path_.substr(length + 1, close - length - 1), bytes, isSigned);
-    if (!number) {
-      problem_ = "no such element";
-      return std::nullopt;
-    }
-    rest = path_.substr(close + 1);
-    if (!rest.empty()) {
-      if (rest.front() != '.') {
-        problem_ = "no such field";
-        return std::nullopt;
-      }
-      rest.remove_prefix(1);
-    }
-    return number;
+ private:
+  std::string NoField() const { return std::string("there is no such field in ") + type_.name; }
+
+  // Takes the values of a row; false for one that does not travel, which then must have none.
+  bool Begin(const char* name, Values& values) {
+    values = fields_.Take(name);
+    const char* const condition = std::exchange(missing_, nullptr);
+    if (condition && !values.empty()) Refuse(values[0], std::string("only on the wire if ") + condition);
+    return !condition;
   }
 
-  void Into(const RecordType& type, void* record, std::string_view path) {
-    problem_ = FillField(type, record, path, value_);
+  void Put(const void* bytes, std::size_t count) {
+    if (type_.blockBytes == 0) bytes_.append(static_cast<const char*>(bytes), count);
   }
 
-  void Set(NumberRef field, const char* problem) {
-    if (const auto number = ParseNumber(value_, field.bytes, field.isSigned)) {
-      field.Set(*number);
+  void PutElement(const RecordType* type, const Values& values) {
+    if (type) {
+      PutRows(*type, type->make().get(), BehindPoint(values, NoField()), bytes_);
     } else {
-      problem_ = problem;
+      PutText(OnlyOne(values, "a text has no fields"), {});
     }
   }
 
-  void SetText(std::string& field) {
-    if (auto text = Unescaped(value_)) {
-      field = *std::move(text);
-    } else {
-      problem_ = "a backslash stands before x and two digits, or before another one";
+  void PutText(const Given* value, const std::string& byDefault) {
+    std::optional<std::string> text = value ? Unescaped(value->named->value) : byDefault;
+    if (!text) Refuse(*value, "a backslash stands before x and two digits, or before another one");
+    if (text->size() > kMostInText) {
+      Refuse(*value, "a text has up to " + std::to_string(kMostInText) + " bytes, not " +
+                         std::to_string(text->size()));
     }
+    const auto count = static_cast<std::uint16_t>(text->size());
+    Put(&count, sizeof count);
+    Put(text->data(), count);
   }
 
-  void Refuse(std::string problem) { problem_ = std::move(problem); }
+  // The map makes the block, since only it knows where a block holds its key.
+  void PutBlock(MapRef& map, const Entry& entry) {
+    void* const block = map.Entry(entry.key);
+    std::memcpy(block, map.blocks->make().get(), map.blocks->blockBytes);
+    map.Entry(entry.key);
+    PutRows(*map.blocks, block, BehindPoint(entry.values, NoField()), bytes_);
+    if (map.KeyOf(block) != entry.key)
+      Refuse(entry.values[0], "the key in the entry is " + std::to_string(map.KeyOf(block)));
+  }
 
-  std::string_view path_;
-  const std::string& value_;
-  bool isFound_ = false;
-  std::string problem_;
+  static std::uint32_t TagOf(const Given& value, const TagTable& tags) {
+    const std::string_view given = value.named->value;
+    for (std::uint32_t member = 0; member < tags.count; ++member) {
+      if (given == tags.name + std::to_string(member)) return tags.tags[member];
+    }
+    if (!tags.unknownThrows && given.substr(0, kUnknownTag.size()) == kUnknownTag) {
+      const auto tag = ParseNumber(given.substr(kUnknownTag.size()), 4, false);
+      if (tag && tags.MemberOf(static_cast<std::uint32_t>(*tag)) == tags.count)
+        return static_cast<std::uint32_t>(*tag);
+    }
+    Refuse(value, std::string("not a member of ") + tags.name);
+  }
+
+  static std::string ReservedOf(const Given& value, std::size_t count) {
+    const std::string_view given = value.named->value;
+    std::string parsed;
+    for (std::size_t i = 0; i < given.size(); i += 3) {
+      const auto byte = ParseHexByte(given.substr(i));
+      if (!byte || (i + 2 < given.size() && given[i + 2] != ' ')) break;
+      parsed += static_cast<char>(*byte);
+    }
+    if (parsed.size() != count || given.size() != 3 * count - 1)
+      Refuse(value, "not " + std::to_string(count) + " bytes, as in 00 FF");
+    return parsed;
+  }
+
+  const RecordType& type_;
+  Fields fields_;
+  std::string& bytes_;
+  const char* missing_ = nullptr;  // the condition that the next row does not meet
 };
 
 }  // namespace
 
-std::string FillField(const RecordType& type, void* record, std::string_view path, const std::string& value) {
-  if (type.own) return type.own->fill(record, path, value);
-  FillWalk walk(path, value);
+void Refuse(const Given& value, const std::string& reason) {
+  throw Refusal(value.named->path + ": " + reason);
+}
+
+std::int64_t NumberOf(const Given& value, unsigned bytes, bool isSigned) {
+  const auto number = ParseNumber(value.named->value, bytes, isSigned);
+  if (!number) Refuse(value, "not a number that the field can hold");
+  return *number;
+}
+
+const Given* OnlyOne(const Values& values, const std::string& problem) {
+  for (const Given& value : values) {
+    if (!value.rest.empty()) Refuse(value, problem);
+    if (value.named->value != values[0].named->value) Refuse(value, "given twice, with different values");
+  }
+  return values.empty() ? nullptr : values.data();
+}
+
+Values BehindPoint(Values values, const std::string& problem) {
+  for (Given& value : values) {
+    if (value.rest.substr(0, 1) != ".") Refuse(value, problem);
+    value.rest.remove_prefix(1);
+  }
+  return values;
+}
+
+Fields::Fields(const Values& values) {
+  for (Given value : values) {
+    const std::size_t end = std::min(value.rest.find_first_of(".["), value.rest.size());
+    const std::string_view name = value.rest.substr(0, end);
+    value.rest.remove_prefix(end);
+    byName_[name].push_back(value);
+  }
+}
+
+Values Fields::Take(std::string_view name) {
+  const auto found = byName_.find(name);
+  if (found == byName_.end()) return {};
+  Values values = std::move(found->second);
+  byName_.erase(found);
+  return values;
+}
+
+void Fields::RefuseRest(const char* record) const {
+  if (!byName_.empty())
+    Refuse(byName_.begin()->second[0], std::string("there is no such field in ") + record);
+}
+
+std::vector<Entry> ByNumber(const Values& values, unsigned bytes, bool isSigned) {
+  std::map<std::int64_t, Values> byNumber;
+  for (Given value : values) {
+    const std::int64_t number = TakeNumber(value, bytes, isSigned);
+    byNumber[number].push_back(value);
+  }
+  std::vector<Entry> entries;
+  entries.reserve(byNumber.size());
+  for (auto& [number, own] : byNumber) entries.push_back({number, own[0].rest, std::move(own)});
+  return entries;
+}
+
+std::size_t SizeOf(const std::vector<Entry>& elements, const Values& sizes, std::size_t most) {
+  const std::string limit = std::to_string(most);
+  const auto indexOf = [](const Entry& element) { return static_cast<std::size_t>(element.key); };
+  if (!elements.empty() && indexOf(elements.back()) >= most)
+    Refuse(elements.back().values[0], "a sequence has up to " + limit + " elements");
+  if (const Given* given = OnlyOne(sizes, "no such field")) {
+    const auto size = ParseNumber(given->named->value, 4, false);
+    if (!size || static_cast<std::size_t>(*size) > most)
+      Refuse(*given, "not a number of elements up to " + limit);
+    if (!elements.empty() && elements.back().key >= *size)
+      Refuse(elements.back().values[0], "beyond the number of elements given, " + std::to_string(*size));
+    return static_cast<std::size_t>(*size);
+  }
+  for (std::size_t i = 0; i < elements.size(); ++i) {
+    if (indexOf(elements[i]) != i) {
+      Refuse(elements[i].values[0],
+             "neither element " + std::to_string(i) + " nor the number of elements is given");
+    }
+  }
+  return elements.size();
+}
+
+Entries::Entries(const Values& values, const Values& counts, bool hasSignedKeys) {
+  const Given* given = OnlyOne(counts, "no such field");
+  entries = given ? InOrder(values, hasSignedKeys) : ByNumber(values, 4, hasSignedKeys);
+  count = given ? static_cast<std::int32_t>(NumberOf(*given, 4, true))
+                : static_cast<std::int32_t>(entries.size());
+  if (static_cast<std::size_t>(std::max(count, 0)) != entries.size())
+    Refuse(*given, "not the number of the entries given, " + std::to_string(entries.size()));
+}
+
+void PutRows(const RecordType& type, void* record, const Values& values, std::string& bytes) {
+  if (type.own) return type.own->fill(values, bytes);
+  FillWalk walk(type, values, bytes);
   type.walk(walk, record);
-  return walk.IsFound() ? walk.Problem() : std::string("there is no such field in ") + type.name;
+  walk.RefuseRest();
+  bytes.append(static_cast<const char*>(record), type.blockBytes);
 }
 
 }  // namespace zvuti::wire

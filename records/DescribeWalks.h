@@ -2,8 +2,12 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <ZvUtiLib/records/Describe.h>
@@ -68,14 +72,77 @@ class DumpWalk : public RowVisitor {
   bool isEnded_ = false;
 };
 
-/// Puts a value into the field of a record that `path` names. Returns what is wrong, or nothing.
-std::string FillField(const RecordType& type, void* record, std::string_view path, const std::string& value);
+/// How a dump shows a tag without a member: this, and 0x with eight digits.
+inline constexpr std::string_view kUnknownTag = "unknown tag ";
+
+/// A value on its way into a record, and what is left of its path at the place that was reached:
+/// of "Items[2].Count" first all, then "[2].Count" for the row Items, then "Count" for its element.
+struct Given {
+  std::string_view rest;
+  const NamedValue* named;
+};
+using Values = std::vector<Given>;
+
+/// Ends the filling; FillRecord reports the problem, which begins with the whole path of the value.
+struct Refusal : std::exception {
+  explicit Refusal(std::string problem_) : problem(std::move(problem_)) {}
+  const char* what() const noexcept override { return problem.c_str(); }
+  std::string problem;
+};
+[[noreturn]] void Refuse(const Given& value, const std::string& reason);
+
+/// The number that a value gives to a field of `bytes` bytes, extended by its sign.
+std::int64_t NumberOf(const Given& value, unsigned bytes, bool isSigned);
+/// The one value for a field that has no fields itself, or null. Refuses two that differ, and one whose
+/// path goes on, with `problem`.
+const Given* OnlyOne(const Values& values, const std::string& problem);
+/// The values below a point; refuses a path that does not go on with one.
+Values BehindPoint(Values values, const std::string& problem);
+
+/// The values for a record by the name that comes next in their paths.
+class Fields {
+ public:
+  explicit Fields(const Values& values);
+  Values Take(std::string_view name);
+  /// Refuses what nobody has taken.
+  void RefuseRest(const char* record) const;
+
+ private:
+  std::map<std::string_view, Values> byName_;
+};
+
+/// The values for one element of a sequence, or for one entry of a map.
+struct Entry {
+  std::int64_t key;
+  std::string_view first;  ///< what was left of the path of the first of them
+  Values values;
+};
+
+/// The values of a sequence or a map by the number in brackets that comes next, in rising order.
+std::vector<Entry> ByNumber(const Values& values, unsigned bytes, bool isSigned);
+/// The elements of a sequence. Their number is the one that is given as `sizes`, up to `most`, or follows
+/// from the elements, which then must not have a gap.
+std::size_t SizeOf(const std::vector<Entry>& elements, const Values& sizes, std::size_t most);
+
+/// The entries of a map, and its count on the wire. Without a given count they are one for each key, in
+/// rising order, as a writer puts them. With one they are put as they come, and a key may come again: the
+/// field that its last entry began with begins the next one.
+struct Entries {
+  Entries(const Values& values, const Values& counts, bool hasSignedKeys);
+
+  std::int32_t count;
+  std::vector<Entry> entries;
+};
+
+/// Appends the rows of a record in wire order, with the values given for them and the others as `record`,
+/// a default one, has them. Refuses what would not reach the wire.
+void PutRows(const RecordType& type, void* record, const Values& values, std::string& bytes);
 
 /// What a record with a framing of its own supplies instead of a walk.
 struct OwnForm {
   void (*list)(ListWalk& rows);
   void (*dump)(DumpWalk& rows);
-  std::string (*fill)(void* record, std::string_view path, const std::string& value);
+  void (*fill)(const Values& values, std::string& bytes);
 };
 
 }  // namespace zvuti::wire
