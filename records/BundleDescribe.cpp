@@ -11,7 +11,7 @@
 #include "records/BundleFraming.h"
 #include "records/DescribeWalks.h"
 
-ZV_FOREIGN(BundleRecord)
+ZV_EXTERN_RECORD(BundleRecord)
 
 namespace zvuti::wire {
 namespace {
@@ -53,7 +53,7 @@ void DumpTable(DumpWalk& rows) {
   for (std::int32_t i = 0; i < bundles && !rows.IsEnded(); ++i) {
     const auto key = Show<std::uint32_t>(rows, "Bundles.key");
     BundleRecord bundle;
-    rows.Record(Element("Bundles", key).c_str(), Codec<BundleRecord>::kType, &bundle, Place::kNested);
+    rows.Record(Element("Bundles", key).c_str(), Codec<BundleRecord>::kType, &bundle, Embedding::kNested);
   }
 }
 
@@ -118,7 +118,7 @@ void FillTable(const Values& values, std::string& bytes) {
   }
 }
 
-constexpr OwnForm kOwnForm = {ListTable, DumpTable, FillTable};
+constexpr CustomFraming kFraming = {ListTable, DumpTable, FillTable};
 
 }  // namespace
 
@@ -132,7 +132,7 @@ const RecordType kBundleTableType = {
     [](CStreamReader& in, void* record) { static_cast<CUtiBundleTable*>(record)->Read(in); },
     [](CStreamWriter& out, const void* record) { static_cast<const CUtiBundleTable*>(record)->Write(out); },
     nullptr,
-    &kOwnForm,
+    &kFraming,
 };
 
 }  // namespace zvuti::wire

@@ -9,7 +9,7 @@
 
 #include "data/wire/Codec.h"
 
-ZV_FOREIGN(BundleRecord)
+ZV_EXTERN_RECORD(BundleRecord)
 
 namespace zvuti::wire {
 namespace {

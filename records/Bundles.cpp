@@ -16,28 +16,28 @@ static_assert(kImage.ItemId == 1 && kImage.Count == 2 && kImage.Value1 == 3 && k
 
 namespace zvuti::wire {
 
-ZV_ROWS(BundleEntry) {
-  v.i32(ZV_ROW(ItemId));
-  v.i32(ZV_ROW(Count));
-  v.i32(ZV_ROW(Value1));
-  v.i32(ZV_ROW(Value2));
+ZV_BLOCK_ROWS(BundleEntry, 16) {
+  v.bits32(ZV_ROW(ItemId));
+  v.bits32(ZV_ROW(Count));
+  v.bits32(ZV_ROW(Value1));
+  v.bits32(ZV_ROW(Value2));
 }
 
 ZV_ROWS(BundleRecord) {
-  v.i64(ZV_ROW(Amount1));
-  v.i64(ZV_ROW(Amount2));
-  v.i32(ZV_ROW(Value));
+  v.bits64(ZV_ROW(Amount1));
+  v.bits64(ZV_ROW(Amount2));
+  v.bits32(ZV_ROW(Value));
   v.list(ZV_ROW(Entries));
 }
 
 }  // namespace zvuti::wire
 
-ZV_BLOCK(BundleEntry, 16)
+ZV_RECORD(BundleEntry)
 ZV_RECORD(BundleRecord)
 
 namespace zvuti::wire {
 
-RecordUnit BundleUnit() {
+RecordList BundleUnit() {
   return {&Codec<BundleEntry>::kType, &Codec<BundleRecord>::kType, &kBundleTableType};
 }
 

@@ -44,6 +44,6 @@ CStreamReader& operator>>(CStreamReader& in, CUtiDailyState& state) {
 
 namespace zvuti::wire {
 
-RecordUnit DailyUnit() { return {&Codec<CUtiCounterTable>::kType, &Codec<CUtiDailyState>::kType}; }
+RecordList DailyUnit() { return {&Codec<CUtiCounterTable>::kType, &Codec<CUtiDailyState>::kType}; }
 
 }  // namespace zvuti::wire

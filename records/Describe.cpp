@@ -38,9 +38,9 @@ void ListWalk::Reserved(const char* name, void*, std::size_t count) {
   Add(name, "reserved " + std::to_string(count));
 }
 
-void ListWalk::Record(const char* name, const RecordType& type, void*, Place place) {
-  Add(place == Place::kBase ? "" : name,
-      place == Place::kBlock ? "block of " + std::to_string(type.blockBytes) : type.name, type.name);
+void ListWalk::Record(const char* name, const RecordType& type, void*, Embedding as) {
+  Add(as == Embedding::kBase ? "" : name,
+      as == Embedding::kBlock ? "block of " + std::to_string(type.blockBytes) : type.name, type.name);
 }
 
 bool ListWalk::OnlyIf(const char* condition, bool) {
@@ -61,8 +61,8 @@ bool ListRecord(const std::string& record, std::vector<RecordRow>& rows) {
   const wire::RecordType* type = wire::FindRecord(record);
   if (!type) return false;
   wire::ListWalk walk(rows);
-  if (type->own) {
-    type->own->list(walk);
+  if (type->framing) {
+    type->framing->list(walk);
   } else {
     type->walk(walk, type->make().get());
   }
@@ -74,7 +74,7 @@ bool DumpRecord(const std::string& record, const void* bytes, std::size_t count,
   const wire::RecordType* type = wire::FindRecord(record);
   if (!type) return false;
   wire::DumpWalk walk(bytes, count, dump);
-  walk.Record("", *type, type->make().get(), wire::Place::kBase);
+  walk.Record("", *type, type->make().get(), wire::Embedding::kBase);
   dump.isWhole = !walk.IsEnded();
   return true;
 }

@@ -59,7 +59,9 @@ class BlockWalk : public RowVisitor {
   void Reserved(const char* name, void* bytes, std::size_t count) override {
     Show(bytes, count, name, "reserved " + std::to_string(count), Hex(bytes, count));
   }
-  void Record(const char*, const RecordType& type, void* record, Place) override { type.walk(*this, record); }
+  void Record(const char*, const RecordType& type, void* record, Embedding) override {
+    type.walk(*this, record);
+  }
 
   // A memory image holds nothing of these.
   void Code(const char*, NumberRef) override {}
@@ -111,8 +113,8 @@ void DumpWalk::Show(std::size_t size, const std::string& name, std::string form,
 void DumpWalk::Inside(const std::string& name, const RecordType& type, void* record) {
   if (isEnded_) return;
   const std::string outer = std::exchange(prefix_, name.empty() ? prefix_ : Path(name) + ".");
-  if (type.own) {
-    type.own->dump(*this);
+  if (type.framing) {
+    type.framing->dump(*this);
   } else if (type.blockBytes == 0) {
     type.walk(*this, record);
   } else if (const std::size_t start = at_; Take("", record, type.blockBytes)) {
@@ -200,8 +202,8 @@ void DumpWalk::Reserved(const char* name, void* bytes, std::size_t count) {
   if (Take(name, bytes, count)) Show(count, name, "reserved " + std::to_string(count), Hex(bytes, count));
 }
 
-void DumpWalk::Record(const char* name, const RecordType& type, void* record, Place place) {
-  Inside(place == Place::kBase ? "" : name, type, record);
+void DumpWalk::Record(const char* name, const RecordType& type, void* record, Embedding as) {
+  Inside(as == Embedding::kBase ? "" : name, type, record);
 }
 
 bool DumpWalk::OnlyIf(const char*, bool holds) { return holds; }

@@ -197,8 +197,8 @@ class FillWalk : public RowVisitor {
     Put(bytes, count);
   }
 
-  void Record(const char* name, const RecordType& type, void* record, Place place) override {
-    if (place == Place::kBase) return type.walk(*this, record);
+  void Record(const char* name, const RecordType& type, void* record, Embedding as) override {
+    if (as == Embedding::kBase) return type.walk(*this, record);
     Values values;
     if (Begin(name, values)) PutRows(type, record, BehindPoint(values, NoField()), bytes_);
   }
@@ -379,7 +379,7 @@ Entries::Entries(const Values& values, const Values& counts, bool hasSignedKeys)
 }
 
 void PutRows(const RecordType& type, void* record, const Values& values, std::string& bytes) {
-  if (type.own) return type.own->fill(values, bytes);
+  if (type.framing) return type.framing->fill(values, bytes);
   FillWalk walk(type, values, bytes);
   type.walk(walk, record);
   walk.RefuseRest();

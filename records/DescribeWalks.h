@@ -28,7 +28,7 @@ class ListWalk : public RowVisitor {
   void List(const char* name, ListRef& items) override;
   void Map(const char* name, MapRef& entries) override;
   void Reserved(const char* name, void* bytes, std::size_t count) override;
-  void Record(const char* name, const RecordType& type, void* record, Place place) override;
+  void Record(const char* name, const RecordType& type, void* record, Embedding as) override;
   bool OnlyIf(const char* condition, bool holds) override;
 
   void Add(const char* name, std::string form, const char* type = "");
@@ -52,7 +52,7 @@ class DumpWalk : public RowVisitor {
   void List(const char* name, ListRef& items) override;
   void Map(const char* name, MapRef& entries) override;
   void Reserved(const char* name, void* bytes, std::size_t count) override;
-  void Record(const char* name, const RecordType& type, void* record, Place place) override;
+  void Record(const char* name, const RecordType& type, void* record, Embedding as) override;
   bool OnlyIf(const char* condition, bool holds) override;
 
   bool IsEnded() const { return isEnded_; }
@@ -139,7 +139,7 @@ struct Entries {
 void PutRows(const RecordType& type, void* record, const Values& values, std::string& bytes);
 
 /// What a record with a framing of its own supplies instead of a walk.
-struct OwnForm {
+struct CustomFraming {
   void (*list)(ListWalk& rows);
   void (*dump)(DumpWalk& rows);
   void (*fill)(const Values& values, std::string& bytes);

@@ -6,33 +6,31 @@
 namespace zvuti::wire {
 
 ZV_ROWS(ItemRecord) {
-  v.i8(ZV_ROW(Tag));
-  v.i32(ZV_ROW(ItemKey));
-  v.i32(ZV_ROW(ItemId));
-  v.i32(ZV_ROW(StartTime));
-  v.i32(ZV_ROW(ValidDays));
-  v.i32(ZV_ROW(DailyValue));
+  v.bits8(ZV_ROW(Tag));
+  v.bits32(ZV_ROW(ItemKey));
+  v.bits32(ZV_ROW(ItemId));
+  v.bits32(ZV_ROW(StartTime));
+  v.bits32(ZV_ROW(ValidDays));
+  v.bits32(ZV_ROW(DailyValue));
   if (v.onlyIf("ItemKey < 1000000000", r, &ItemRecord::HasCountOnWire)) {
-    v.i32(ZV_ROW(Count));
+    v.bits32(ZV_ROW(Count));
   } else if constexpr (V::kReads) {
     r.SetCount(1);
   }
-  v.i8(ZV_ROW(TailByte));
+  v.bits8(ZV_ROW(TailByte));
 }
 
 ZV_ROWS(PricedItem) {
   v.base(BaseOf<ItemRecord>(r));
-  v.i32(ZV_ROW(ExtraValue));
-  v.i64(ZV_ROW(ExtraAmount));
+  v.bits32(ZV_ROW(ExtraValue));
+  v.bits64(ZV_ROW(ExtraAmount));
 }
 
 }  // namespace zvuti::wire
 
-ZV_RECORD(ItemRecord)
-ZV_RECORD(PricedItem)
+// All records of this unit; a record that another one holds comes before it.
+#define ITEM_RECORDS(RECORD) \
+  RECORD(ItemRecord)         \
+  RECORD(PricedItem)
 
-namespace zvuti::wire {
-
-RecordUnit ItemUnit() { return {&Codec<ItemRecord>::kType, &Codec<PricedItem>::kType}; }
-
-}  // namespace zvuti::wire
+ZV_UNIT(ItemUnit, ITEM_RECORDS)

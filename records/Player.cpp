@@ -5,48 +5,48 @@
 #include "records/Units.h"
 #include "records/WireTags.h"
 
-ZV_FOREIGN(PlayerGameStats)
-ZV_FOREIGN(ItemRecord)
+ZV_EXTERN_RECORD(PlayerGameStats)
+ZV_EXTERN_RECORD(ItemRecord)
 
 namespace zvuti::wire {
 
 ZV_ROWS(PlayerStatus) {
   v.tag(ZV_ROW(Kind));
-  v.i16(ZV_ROW(Word1));
-  v.i16(ZV_ROW(Word2));
+  v.bits16(ZV_ROW(Word1));
+  v.bits16(ZV_ROW(Word2));
 }
 
 ZV_ROWS(PlayerRecord) {
   v.text(ZV_ROW(Text1));
   v.text(ZV_ROW(Text2));
-  v.i8(ZV_ROW(Byte1));
-  v.i32(ZV_ROW(Value1));
+  v.bits8(ZV_ROW(Byte1));
+  v.bits32(ZV_ROW(Value1));
   v.record(ZV_ROW(Status));
-  v.i64(ZV_ROW(Purse1));
-  v.i32(ZV_ROW(Value3));
-  v.i8(ZV_ROW(Byte2));
-  v.i8(ZV_ROW(Byte3));
-  v.i8(ZV_ROW(Byte4));
-  v.i16(ZV_ROW(SlotA));
-  v.i16(ZV_ROW(SlotB));
-  v.i8(ZV_ROW(Byte6));
-  v.i32(ZV_ROW(Value6));
-  v.i32(ZV_ROW(Value7));
-  v.i8(ZV_ROW(Byte5));
-  v.i32(ZV_ROW(Value2));
+  v.bits64(ZV_ROW(Purse1));
+  v.bits32(ZV_ROW(Value3));
+  v.bits8(ZV_ROW(Byte2));
+  v.bits8(ZV_ROW(Byte3));
+  v.bits8(ZV_ROW(Byte4));
+  v.bits16(ZV_ROW(SlotA));
+  v.bits16(ZV_ROW(SlotB));
+  v.bits8(ZV_ROW(Byte6));
+  v.bits32(ZV_ROW(Value6));
+  v.bits32(ZV_ROW(Value7));
+  v.bits8(ZV_ROW(Byte5));
+  v.bits32(ZV_ROW(Value2));
   v.code(ZV_ROW(Sex));
   v.code(ZV_ROW(AccountFlags));
-  v.i32(ZV_ROW(Value4));
-  v.i64(ZV_ROW(Purse4));
-  v.i32(ZV_ROW(Value5));
-  v.i32(ZV_ROW(Value8));
-  v.i64(ZV_ROW(Wide1));
-  v.i32(ZV_ROW(Purse2));
-  v.i64(ZV_ROW(Wide2));
-  v.i64(ZV_ROW(Purse8));
+  v.bits32(ZV_ROW(Value4));
+  v.bits64(ZV_ROW(Purse4));
+  v.bits32(ZV_ROW(Value5));
+  v.bits32(ZV_ROW(Value8));
+  v.bits64(ZV_ROW(Wide1));
+  v.bits32(ZV_ROW(Purse2));
+  v.bits64(ZV_ROW(Wide2));
+  v.bits64(ZV_ROW(Purse8));
   v.map(ZV_ROW(Attributes));
-  v.i32(ZV_ROW(Value9));
-  v.i32(ZV_ROW(Value10));
+  v.bits32(ZV_ROW(Value9));
+  v.bits32(ZV_ROW(Value10));
 }
 
 ZV_ROWS(PlayerProfile) { ProfileRows(v, r); }
@@ -60,16 +60,11 @@ ZV_ROWS(PlayerSnapshot) {
 
 }  // namespace zvuti::wire
 
-ZV_RECORD(PlayerStatus)
-ZV_RECORD(PlayerRecord)
-ZV_RECORD(PlayerProfile)
-ZV_RECORD(PlayerSnapshot)
+// All records of this unit; a record that another one holds comes before it.
+#define PLAYER_RECORDS(RECORD) \
+  RECORD(PlayerStatus)         \
+  RECORD(PlayerRecord)         \
+  RECORD(PlayerProfile)        \
+  RECORD(PlayerSnapshot)
 
-namespace zvuti::wire {
-
-RecordUnit PlayerUnit() {
-  return {&Codec<PlayerRecord>::kType, &Codec<PlayerStatus>::kType, &Codec<PlayerProfile>::kType,
-          &Codec<PlayerSnapshot>::kType};
-}
-
-}  // namespace zvuti::wire
+ZV_UNIT(PlayerUnit, PLAYER_RECORDS)

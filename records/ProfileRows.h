@@ -7,8 +7,8 @@ namespace zvuti::wire {
 
 template <class V, class R>
 ZV_INLINE constexpr void ProfileRows(V& v, R& r) {
-  v.i8(ZV_ROW(ProfileByte1));
-  v.i8(ZV_ROW(ProfileByte2));
+  v.bits8(ZV_ROW(ProfileByte1));
+  v.bits8(ZV_ROW(ProfileByte2));
   v.text(ZV_ROW(ProfileText1));
   v.text(ZV_ROW(ProfileText2));
   v.text(ZV_ROW(ProfileText3));

@@ -3,66 +3,66 @@
 #include "data/wire/Codec.h"
 #include "records/Units.h"
 
-ZV_FOREIGN(ItemRecord)
+ZV_EXTERN_RECORD(ItemRecord)
 
 namespace zvuti::wire {
 
-ZV_ROWS(GrantEntry) {
-  v.i32(ZV_ROW(Value1));
-  v.i32(ZV_ROW(Value2));
-  v.i32(ZV_ROW(Value3));
-  v.i8(ZV_ROW(Switch));
+ZV_BLOCK_ROWS(GrantEntry, 16) {
+  v.bits32(ZV_ROW(Value1));
+  v.bits32(ZV_ROW(Value2));
+  v.bits32(ZV_ROW(Value3));
+  v.bits8(ZV_ROW(Switch));
   v.reserved(ZV_ROW(Reserved));
 }
 
-ZV_ROWS(RuleEntry) {
-  v.i32(ZV_ROW(Value1));
-  v.i32(ZV_ROW(Value2));
-  v.i32(ZV_ROW(Value3));
-  v.i8(ZV_ROW(Switch));
+ZV_BLOCK_ROWS(RuleEntry, 24) {
+  v.bits32(ZV_ROW(Value1));
+  v.bits32(ZV_ROW(Value2));
+  v.bits32(ZV_ROW(Value3));
+  v.bits8(ZV_ROW(Switch));
   v.reserved(ZV_ROW(Reserved));
-  v.i64(ZV_ROW(Amount));
+  v.bits64(ZV_ROW(Amount));
 }
 
 ZV_ROWS(BonusRule) {
-  v.i32(ZV_ROW(RuleId));
-  v.i32(ZV_ROW(Percent));
-  v.i32(ZV_ROW(Hundreds));
-  v.i32(ZV_ROW(Extra));
-  v.i64(ZV_ROW(MinBonus));
+  v.bits32(ZV_ROW(RuleId));
+  v.bits32(ZV_ROW(Percent));
+  v.bits32(ZV_ROW(Hundreds));
+  v.bits32(ZV_ROW(Extra));
+  v.bits64(ZV_ROW(MinBonus));
   v.list(ZV_ROW(Entries));
-  v.i32(ZV_ROW(RuleValue));  // behind the sequence
+  v.bits32(ZV_ROW(RuleValue));  // behind the sequence
 }
 
 ZV_ROWS(ExtendedBonusRule) {
   v.base(BaseOf<BonusRule>(r));
-  v.i16(ZV_ROW(RuleWord));
-  v.i32(ZV_ROW(RuleTail));
+  v.bits16(ZV_ROW(RuleWord));
+  v.bits32(ZV_ROW(RuleTail));
 }
 
 // The first two and the next two amounts change places on the wire.
 ZV_ROWS(BonusGrant) {
-  v.i64(ZV_ROW(GrantedHundreds));
-  v.i64(ZV_ROW(BonusAmount));
-  v.i64(ZV_ROW(GrantedExtra));
-  v.i64(ZV_ROW(Amount3));
-  v.i32(ZV_ROW(GrantedValue));
-  v.i32(ZV_ROW(Value2));
-  v.i64(ZV_ROW(Amount5));
-  v.i64(ZV_ROW(Amount6));
+  v.bits64(ZV_ROW(GrantedHundreds));
+  v.bits64(ZV_ROW(BonusAmount));
+  v.bits64(ZV_ROW(GrantedExtra));
+  v.bits64(ZV_ROW(Amount3));
+  v.bits32(ZV_ROW(GrantedValue));
+  v.bits32(ZV_ROW(Value2));
+  v.bits64(ZV_ROW(Amount5));
+  v.bits64(ZV_ROW(Amount6));
   v.list(ZV_ROW(Entries));
 }
 
-ZV_ROWS(RewardBlock) {
-  v.i64(ZV_ROW(Amount1));
-  v.i64(ZV_ROW(Amount2));
-  v.i64(ZV_ROW(Amount3));
-  v.i32(ZV_ROW(Value3));
+ZV_BLOCK_ROWS(RewardBlock, 64) {
+  v.bits64(ZV_ROW(Amount1));
+  v.bits64(ZV_ROW(Amount2));
+  v.bits64(ZV_ROW(Amount3));
+  v.bits32(ZV_ROW(Value3));
   v.reserved(ZV_ROW(Reserved1));
-  v.i64(ZV_ROW(Amount4));
-  v.i32(ZV_ROW(Value4));
+  v.bits64(ZV_ROW(Amount4));
+  v.bits32(ZV_ROW(Value4));
   v.reserved(ZV_ROW(Reserved2));
-  v.i64(ZV_ROW(Amount5));
+  v.bits64(ZV_ROW(Amount5));
   v.reserved(ZV_ROW(Reserved3));
 }
 
@@ -73,20 +73,14 @@ ZV_ROWS(RewardRecord) {
 
 }  // namespace zvuti::wire
 
-ZV_BLOCK(GrantEntry, 16)
-ZV_BLOCK(RuleEntry, 24)
-ZV_RECORD(BonusRule)
-ZV_RECORD(ExtendedBonusRule)
-ZV_RECORD(BonusGrant)
-ZV_BLOCK(RewardBlock, 64)
-ZV_RECORD(RewardRecord)
+// All records of this unit; a record that another one holds comes before it.
+#define REWARD_RECORDS(RECORD) \
+  RECORD(GrantEntry)           \
+  RECORD(RuleEntry)            \
+  RECORD(BonusRule)            \
+  RECORD(ExtendedBonusRule)    \
+  RECORD(BonusGrant)           \
+  RECORD(RewardBlock)          \
+  RECORD(RewardRecord)
 
-namespace zvuti::wire {
-
-RecordUnit RewardUnit() {
-  return {&Codec<GrantEntry>::kType,        &Codec<RuleEntry>::kType,  &Codec<BonusRule>::kType,
-          &Codec<ExtendedBonusRule>::kType, &Codec<BonusGrant>::kType, &Codec<RewardBlock>::kType,
-          &Codec<RewardRecord>::kType};
-}
-
-}  // namespace zvuti::wire
+ZV_UNIT(RewardUnit, REWARD_RECORDS)

@@ -6,26 +6,23 @@
 namespace zvuti::wire {
 
 ZV_ROWS(PlayerGameStats) {
-  v.i32(ZV_ROW(Value1));
-  v.i32(ZV_ROW(Value2));
-  v.i32(ZV_ROW(WinCount));
-  v.i32(ZV_ROW(LoseCount));
-  v.i32(ZV_ROW(DrawCount));
-  v.i32(ZV_ROW(FleeCount));
-  v.i32(ZV_ROW(Value3));
-  v.i32(ZV_ROW(Value4));
-  v.i64(ZV_ROW(Amount1));
-  v.i64(ZV_ROW(Limit));
-  v.i64(ZV_ROW(Used));
+  v.bits32(ZV_ROW(Value1));
+  v.bits32(ZV_ROW(Value2));
+  v.bits32(ZV_ROW(WinCount));
+  v.bits32(ZV_ROW(LoseCount));
+  v.bits32(ZV_ROW(DrawCount));
+  v.bits32(ZV_ROW(FleeCount));
+  v.bits32(ZV_ROW(Value3));
+  v.bits32(ZV_ROW(Value4));
+  v.bits64(ZV_ROW(Amount1));
+  v.bits64(ZV_ROW(Limit));
+  v.bits64(ZV_ROW(Used));
   v.text(ZV_ROW(Text));
 }
 
 }  // namespace zvuti::wire
 
-ZV_RECORD(PlayerGameStats)
+// All records of this unit; a record that another one holds comes before it.
+#define STATS_RECORDS(RECORD) RECORD(PlayerGameStats)
 
-namespace zvuti::wire {
-
-RecordUnit StatsUnit() { return {&Codec<PlayerGameStats>::kType}; }
-
-}  // namespace zvuti::wire
+ZV_UNIT(StatsUnit, STATS_RECORDS)

@@ -4,12 +4,12 @@
 
 namespace zvuti::wire {
 
-const RecordUnit& AllRecords() {
-  static const RecordUnit all = [] {
-    RecordUnit types;
+const RecordList& AllRecords() {
+  static const RecordList all = [] {
+    RecordList types;
     for (const auto unit :
          {AccountUnit, PlayerUnit, StatsUnit, DailyUnit, ItemUnit, BundleUnit, RewardUnit, SmallUnit}) {
-      const RecordUnit listed = unit();
+      const RecordList listed = unit();
       types.insert(types.end(), listed.begin(), listed.end());
     }
     return types;
@@ -18,7 +18,7 @@ const RecordUnit& AllRecords() {
 }
 
 const RecordType* FindRecord(std::string_view name) {
-  const RecordUnit& all = AllRecords();
+  const RecordList& all = AllRecords();
   const auto found =
       std::find_if(all.begin(), all.end(), [&](const RecordType* type) { return type->name == name; });
   return found == all.end() ? nullptr : *found;

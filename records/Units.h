@@ -2,25 +2,22 @@
 #pragma once
 
 #include <string_view>
-#include <vector>
 
 #include "data/wire/RecordType.h"
 
 namespace zvuti::wire {
 
-using RecordUnit = std::vector<const RecordType*>;
-
-RecordUnit AccountUnit();
-RecordUnit PlayerUnit();
-RecordUnit StatsUnit();
-RecordUnit DailyUnit();
-RecordUnit ItemUnit();
-RecordUnit BundleUnit();
-RecordUnit RewardUnit();
-RecordUnit SmallUnit();
+RecordList AccountUnit();
+RecordList PlayerUnit();
+RecordList StatsUnit();
+RecordList DailyUnit();
+RecordList ItemUnit();
+RecordList BundleUnit();
+RecordList RewardUnit();
+RecordList SmallUnit();
 
 /// All record types, unit by unit.
-const RecordUnit& AllRecords();
+const RecordList& AllRecords();
 /// The type with a name, or null.
 const RecordType* FindRecord(std::string_view name);
 

@@ -1,46 +1,40 @@
-// The wire engine: how a record gets from its structure to bytes and back.
+// The wire engine: converts a record's structure to bytes and back.
 //
-// How a record is added
-//   1. Its header under include/ZvUtiLib/records/ has the structure, with a default for every field in
-//      declaration order, and `ZVUTILIB_RECORD(Name)`, which declares its stream operators.
-//   2. Its source under records/ has the row list, in wire order:
+// A record has one row list, written with ZV_ROWS in its source. Everything else is a walk over that list:
+// the writer, the reader, the size, and what Describe.h lists, dumps and fills. docs/adding-a-record.md
+// adds a record step by step.
 //
-//        namespace zvuti::wire {
-//        ZV_ROWS(ItemRecord) {
-//          v.i8(ZV_ROW(Tag));                   // 8, 16, 32, 64 bits: the field must have that width
-//          v.i32(ZV_ROW(ItemKey));
-//          if (v.onlyIf("ItemKey < 1000000000", r, &ItemRecord::HasCountOnWire)) {
-//            v.i32(ZV_ROW(Count));              // one row per condition, of fixed width
-//          } else if constexpr (V::kReads) {
-//            r.SetCount(1);
-//          }
-//        }
-//        }
-//        ZV_RECORD(ItemRecord)
+// The kinds of rows, as calls on a visitor `v`:
+//   v.bits8 bits16 bits32 bits64   an integer, signed or not; the field has exactly that width
+//   v.code                         a 32-bit field that travels as one byte
+//   v.tag                          a tagged enumeration; kTags<E> holds its tags
+//   v.text                         std::string, after a 16-bit count
+//   v.list                         std::vector of texts, records or blocks, after a 16-bit count
+//   v.map                          map of 32-bit numbers, after a 32-bit count
+//   v.blockMap(name, map, &Block::Key)   map of blocks that hold their own key
+//   v.block16 block24 block64      a block
+//   v.record                       a nested record
+//   v.base(BaseOf<B>(r))           the record that this one extends
+//   v.virtualPart                  a part with virtual Read and Write
+//   v.reserved                     unused bytes, in a block's list only
+//   v.onlyIf(text, r, &R::Holds)   before one row of fixed width, which travels only if the condition holds:
 //
-//   3. The list of its unit (see records/Units.h) names it: `&Codec<ItemRecord>::kType`.
+//     if (v.onlyIf("ItemKey < 1000000000", r, &ItemRecord::HasCountOnWire)) {
+//       v.bits32(ZV_ROW(Count));
+//     } else if constexpr (V::kReads) {
+//       r.SetCount(1);
+//     }
 //
-// The rows
-//   v.i8 i16 i32 i64   an integer                 v.code    a 32-bit field that goes as one byte
-//   v.tag              a tagged enumeration, whose table is kTags<E>
-//   v.text             std::string                v.list    std::vector of texts, records or blocks
-//   v.map              map of 32-bit numbers      v.blockMap(name, map, &Block::Key)
-//   v.block16 24 64    a block                    v.record  a nested record
-//   v.base(BaseOf<B>(r))  the extended record     v.viaOperators  a part with virtual Read and Write,
-//                                                     a record like others if it is of its very class
-//   v.reserved         a gap, in the list of a block only
+// A block (ZV_BLOCK_ROWS) travels as its memory image. It must have no padding, so gaps are fields. Its list
+// is only used to show and fill it, and must follow the layout.
 //
-// A block goes as its memory image: `ZV_BLOCK(GrantEntry, 16)` in the place of ZV_RECORD. It must have
-// no padding, so gaps are fields; its list is only for showing and filling and must follow the layout.
-// A record that other sources nest, or hold in sequences, is announced there: ZV_FOREIGN(ItemRecord).
-// A class whose operators are not these takes ZV_CODEC in the place of ZV_RECORD, and builds its own
-// from ReadRecord and WriteRecord. In a source, lists and their ZV_ lines stand before those that use
-// them. A record whose framing no list expresses reads with a Cursor and Codec<R>::Read, writes with
-// WriteMeasured and Codec<R>::Put, and makes its RecordType by hand, with an OwnForm (see
-// records/DescribeWalks.h) in the place of a walk.
+// A class that declares other stream operators uses ZV_CODEC instead of ZV_RECORD, and builds its operators
+// from ReadRecord and WriteRecord. A record whose framing no list can express (CUtiBundleTable) reads with a
+// Cursor and Codec<R>::Read, writes with WriteMeasured and Codec<R>::Put, and supplies a CustomFraming.
 //
-// Nothing here compares bytes with the documented format: every record has a test with golden bytes.
-// tests/records/AllRecords_test.cpp holds all listed records against literal field-by-field reading.
+// Nothing here compares bytes with the documented format. Golden bytes made without the library do that for
+// every record, and tests/records/AllRecords_test.cpp compares all records with literal field-by-field
+// reading.
 #pragma once
 
 #include <algorithm>
@@ -60,15 +54,11 @@
 
 namespace zvuti::wire {
 
-/// The name of a record type; known in its own source only.
+/// The name of a record type, known only in its own source.
 template <class R>
 inline constexpr const char* kName = nullptr;
 
-/// The size of a block; 0 for what goes field by field.
-template <class R>
-inline constexpr std::size_t kBlockBytes = 0;
-
-/// What is done with a whole record. The members are compiled once, in the record's own source.
+/// Reads and writes whole records. The members are compiled once, in the record's own source.
 template <class R>
 struct Codec {
   static const RecordType kType;
@@ -109,9 +99,9 @@ void WriteRecord(CStreamWriter& out, const R& record) {
   } else {
     const auto put = [&](auto sink) { return Codec<R>::Put(sink, record); };
     const CountSink count = put(CountSink{});
-    if constexpr (kShape<R>.openParts > 0) {
+    if constexpr (kShape<R>.virtualParts > 0) {
       if (count.isOpen) {
-        OpenWriter<R> v(out, record);
+        VirtualPartWriter<R> v(out, record);
         return Rows(v, record);
       }
     }
@@ -125,7 +115,7 @@ void WriteRecords(CStreamWriter& out, const std::vector<R>& records) {
 }
 
 // Members of Codec are defined apart from the class and not inline, so that a source that only uses a
-// record (ZV_FOREIGN) needs no list of it.
+// record (ZV_EXTERN_RECORD) needs no list of it.
 
 template <class R>
 void Codec<R>::Read(Cursor& cursor, R& record) {
@@ -218,14 +208,14 @@ AppendSink Codec<R>::PutList(AppendSink sink, const std::vector<R>& records) {
 /// The type of a record whose stream operators are visible here.
 template <class R>
 constexpr RecordType TypeOf(const char* name, std::size_t blockBytes, void (*walk)(RowVisitor&, void*),
-                            const OwnForm* own) {
+                            const CustomFraming* framing) {
   return {name,
           blockBytes,
           [] { return RecordType::Object(new R(), [](void* record) { delete static_cast<R*>(record); }); },
           [](CStreamReader& in, void* record) { in >> *static_cast<R*>(record); },
           [](CStreamWriter& out, const void* record) { out << *static_cast<const R*>(record); },
           walk,
-          own};
+          framing};
 }
 
 template <class R>
@@ -269,17 +259,19 @@ const RecordType Codec<R>::kType = TypeOf<R>(
     return in;                                                                   \
   }
 
-/// ZV_RECORD for a record that goes as its memory image of `bytes` bytes.
-#define ZV_BLOCK(R, bytes)                             \
-  namespace zvuti::wire {                              \
-  static_assert(kIsBlock<R, bytes>);                   \
-  template <>                                          \
-  inline constexpr std::size_t kBlockBytes<R> = bytes; \
-  }                                                    \
-  ZV_RECORD(R)
+/// The pointer to a record's type, with a comma, for lists.
+#define ZV_TYPE(R) &::zvuti::wire::Codec<R>::kType,
 
-/// Announces a record whose list stands in another source.
-#define ZV_FOREIGN(R)              \
+/// Compiles all records of a unit, and defines the function that lists them. RECORDS(X) expands to X(R) for
+/// each record, the nested ones before those that hold them.
+#define ZV_UNIT(unit, RECORDS)                     \
+  RECORDS(ZV_RECORD)                               \
+  namespace zvuti::wire {                          \
+  RecordList unit() { return {RECORDS(ZV_TYPE)}; } \
+  }
+
+/// Announces a record whose rows are in another source, so that this one may nest it or hold it in a list.
+#define ZV_EXTERN_RECORD(R)        \
   namespace zvuti::wire {          \
   extern template struct Codec<R>; \
   }

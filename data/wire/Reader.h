@@ -1,8 +1,8 @@
 // Reader: the walk over a record's rows that fills it from a cursor.
 //
-// For any bytes the result, and what is left on the stream, are those of reading each field by itself
-// with CStreamReader::Read. Whether the bytes of a whole run of fixed-width rows are there is asked
-// once, at its start; only near the end of the stream does each field ask for itself.
+// For any input, the record and the rest of the stream are as if each field had been read by itself with
+// CStreamReader::Read. The reader checks once, at the start of a run of fixed-width rows, that all bytes of
+// the run are there. Only if they are not does each field check for itself.
 #pragma once
 
 #include <cstdint>
@@ -18,14 +18,14 @@
 
 namespace zvuti::wire {
 
-/// Grows a sequence by `count` elements, which `read` fills while it moves its argument on from the
-/// first new one to the end. An exception leaves the elements that reading one by one leaves.
+/// Grows a sequence by `count` elements. `read` fills them and advances its argument from the first new index
+/// to the end. An exception leaves the elements that reading one by one would leave.
 template <class T, class Read>
 void GrowBy(std::vector<T>& items, std::size_t count, Read read) {
   std::size_t done = items.size();
   items.resize(done + count);
-  // No destructor may do this: where unwinding runs into a loop, GCC 12 takes what a Reader stores on
-  // its way out for dead.
+  // Not in a destructor: if unwinding enters a loop, GCC 12 treats what a Reader stores on its way out as
+  // dead.
   try {
     read(done);
   } catch (...) {
@@ -41,8 +41,8 @@ void TakeList(Cursor& cursor, std::vector<R>& records) {
   Codec<R>::ReadList(cursor, records);
 }
 
-/// A map whose entries are blocks that hold their own key. The block that the stream ends in is the
-/// one before it again.
+/// Reads a map whose entries are blocks that hold their own key. If the stream ends inside a block, the block
+/// before it is stored again.
 template <class Map, class KeyOf>
 void TakeBlockMap(Cursor& cursor, Map& map, KeyOf keyOf) {
   std::int32_t count = 0;
@@ -68,7 +68,7 @@ class Reader {
   Reader(const Reader&) = delete;
   Reader& operator=(const Reader&) = delete;
 
-  /// Begins a further record of the same type.
+  /// Starts another record of the same type.
   ZV_INLINE void Restart(const std::uint16_t* runs) {
     word_ = 0;
     runs_ = runs;
@@ -76,24 +76,24 @@ class Reader {
   }
 
   template <class T>
-  ZV_INLINE void i8(const char*, T& field) {
+  ZV_INLINE void bits8(const char*, T& field) {
     Number<1>(field);
   }
   template <class T>
-  ZV_INLINE void i16(const char*, T& field) {
+  ZV_INLINE void bits16(const char*, T& field) {
     Number<2>(field);
   }
   template <class T>
-  ZV_INLINE void i32(const char*, T& field) {
+  ZV_INLINE void bits32(const char*, T& field) {
     Number<4>(field);
   }
   template <class T>
-  ZV_INLINE void i64(const char*, T& field) {
+  ZV_INLINE void bits64(const char*, T& field) {
     Number<8>(field);
   }
 
-  // The word is cleared once per record: where the bytes end between two codes, the second one takes
-  // the value of the first.
+  // The word is cleared once per record. If the bytes end between two codes, the second one gets the value of
+  // the first.
   template <class T>
   ZV_INLINE void code(const char*, T& field) {
     static_assert(sizeof(T) == 4);
@@ -115,7 +115,7 @@ class Reader {
     }
   }
 
-  // Not inlined: with a text in each row the compiler would follow every path through all of them.
+  // Not inlined: records with many texts would make the compiler follow every path through all of them.
   void text(const char*, std::string& field) {
     std::uint16_t count = 0;
     TakeBytes<2>(&count);
@@ -172,7 +172,7 @@ class Reader {
 
   /// A part of a class derived from T reads from the stream itself, which then begins with its bytes.
   template <class T>
-  void viaOperators(const char*, T& part) {
+  void virtualPart(const char*, T& part) {
     const Lend lend(*this);
     if (IsExactly(part)) return Codec<T>::Read(cursor_, part);
     cursor_.Settle();
@@ -189,7 +189,7 @@ class Reader {
   }
 
  private:
-  // Hands the place over to the cursor while something else reads, and takes it back.
+  // Returns the position to the cursor while something else reads, and fetches it again.
   class Lend {
    public:
     ZV_INLINE explicit Lend(Reader& reader) : reader_(reader) { reader.cursor_.at = reader.at_; }

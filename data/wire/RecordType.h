@@ -1,5 +1,5 @@
-// RecordType: a record type as a value, and the walk over its rows behind one virtual interface, for
-// everything that is not in a hurry: listing, dumping, filling by name, checking.
+// RecordType: a record type as a value, and a walk over its rows through one virtual interface, for
+// everything that need not be fast: listing, dumping, filling by name, checking.
 #pragma once
 
 #include <cstddef>
@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include <ZvUtiLib/data/CStream.h>
 
@@ -16,7 +17,7 @@
 namespace zvuti::wire {
 
 class RowVisitor;
-struct OwnForm;
+struct CustomFraming;
 
 struct RecordType {
   using Object = std::unique_ptr<void, void (*)(void*)>;
@@ -29,9 +30,12 @@ struct RecordType {
   void (*write)(CStreamWriter& out, const void* record);
   void (*walk)(RowVisitor& rows, void* record);
 
-  /// For the record whose framing no list expresses: its own listing, dump and filling; `walk` is null.
-  const OwnForm* own;
+  /// Listing, dump and filling of a record whose framing no row list can express; then `walk` is null.
+  const CustomFraming* framing;
 };
+
+/// The record types of a unit, or of the whole library.
+using RecordList = std::vector<const RecordType*>;
 
 /// An integer field.
 struct NumberRef {
@@ -85,12 +89,12 @@ class MapRef {
   const bool hasSignedValues;
 };
 
-/// How a record stands in another one.
-enum class Place {
-  kNested,  ///< a field
-  kBase,    ///< the record that it extends; its fields are fields of the outer one
-  kBlock,   ///< a field that goes as its memory image
-  kOpen,    ///< a field that reads and writes itself through virtual operations
+/// How a record is part of another one.
+enum class Embedding {
+  kNested,   ///< a field
+  kBase,     ///< the record that it extends; its fields are fields of the outer one
+  kBlock,    ///< a field that goes as its memory image
+  kVirtual,  ///< a field that reads and writes itself through virtual operations
 };
 
 class RowVisitor {
@@ -103,8 +107,8 @@ class RowVisitor {
   virtual void List(const char* name, ListRef& items) = 0;
   virtual void Map(const char* name, MapRef& entries) = 0;
   virtual void Reserved(const char* name, void* bytes, std::size_t count) = 0;
-  virtual void Record(const char* name, const RecordType& type, void* record, Place place) = 0;
-  /// Says whether the next row is to be walked; it travels if `holds`.
+  virtual void Record(const char* name, const RecordType& type, void* record, Embedding as) = 0;
+  /// Returns whether to walk the next row, which travels only if `holds`.
   virtual bool OnlyIf(const char* condition, bool holds) = 0;
 };
 

@@ -1,33 +1,42 @@
 // The row list of a record: what goes over the wire, in which order and at which width.
 //
-// A list is written once, in the record's source file, as calls on a visitor `v` with the record `r`;
-// writer, reader, measuring and everything that shows a record are visitors of it. See Codec.h for how
-// a record is added.
+// A list is written once, in the record's source, as calls on a visitor `v` with the record `r`. The writer,
+// the reader, the size measurement and everything that shows a record are visitors; RowWalk is what they have
+// in common. Codec.h lists the kinds of rows.
 #pragma once
 
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <type_traits>
 
-// The hot path of a record is one straight run of moves; left to itself the compiler calls out.
+// Reading and writing a record should compile to one straight run of moves. Without this the compiler leaves
+// calls in it.
 #define ZV_INLINE [[gnu::always_inline]] inline
 
 /// Opens the row list of a record type.
-#define ZV_ROWS(R_)                           \
-  template <class V, ::zvuti::wire::Is<R_> R> \
+#define ZV_ROWS(R_)                                            \
+  template <::zvuti::wire::RowWalk V, ::zvuti::wire::Is<R_> R> \
   ZV_INLINE constexpr void Rows([[maybe_unused]] V& v, [[maybe_unused]] R& r)
+
+/// Opens the row list of a block of `bytes` bytes.
+#define ZV_BLOCK_ROWS(R_, bytes)                        \
+  static_assert(kIsBlock<R_, bytes>);                   \
+  template <>                                           \
+  inline constexpr std::size_t kBlockBytes<R_> = bytes; \
+  ZV_ROWS(R_)
 
 /// Name and field of a row.
 #define ZV_ROW(field) #field, r.field
 
 namespace zvuti::wire {
 
-/// R is T, const for those that write.
+/// R is T, or const T for visitors that write.
 template <class R, class T>
 concept Is = std::same_as<std::remove_const_t<R>, T>;
 
-/// A record as the record that it extends.
+/// A record, seen as the record that it extends.
 template <class Base, class R>
 constexpr auto& BaseOf(R& record) {
   static_assert(std::is_base_of_v<Base, R>);
@@ -41,10 +50,14 @@ constexpr auto& BaseOf(R& record) {
 template <class T>
 inline constexpr bool kIsNumber = std::is_integral_v<T> && !std::is_same_v<std::remove_const_t<T>, bool>;
 
-/// T may travel as its memory image: no padding, so every byte of it has a value.
+/// T may travel as its memory image: it has no padding, so every byte of it has a value.
 template <class T, std::size_t kBytes>
 inline constexpr bool kIsBlock =
     sizeof(T) == kBytes&& std::is_trivially_copyable_v<T>&& std::has_unique_object_representations_v<T>;
+
+/// The size of a block; 0 for a record that travels row by row.
+template <class R>
+inline constexpr std::size_t kBlockBytes = 0;
 
 /// The wire tags of an enumeration whose members are 0, 1, 2 and so on; no tag is 0.
 struct TagTable {
@@ -74,26 +87,40 @@ inline constexpr TagTable kTags = {nullptr, nullptr, 0, true};
 template <class R>
 struct Codec;
 
-/// The fixed-width bytes of a record's rows, run by run: a run ends at a row of variable length, and
-/// holds the count of a text that ends it.
-struct Shape {
-  std::uint16_t runs[48] = {};
-  int rowsBetween = 0;  ///< rows of variable length, one less than there are runs
-  int openParts = 0;    ///< rows that read and write themselves
+/// What every visitor of rows has: one operation for each kind of row, each taking the row's name and field,
+/// and kReads, true if it stores into the fields. Rows for records, blocks and lists take any type.
+template <class V>
+concept RowWalk = requires(V& v, const char* name, std::uint8_t& number8, std::uint16_t& number16,
+                           std::int32_t& number32, std::int64_t& number64, std::string& text) {
+  { V::kReads } -> std::convertible_to<bool>;
+  v.bits8(name, number8);
+  v.bits16(name, number16);
+  v.bits32(name, number32);
+  v.bits64(name, number64);
+  v.code(name, number32);
+  v.text(name, text);
 };
 
-/// Measures the shape, at compile time and without an object. Conditional rows count as present, but for
-/// those under the condition number `skipped`.
+/// The fixed-width bytes of a record's rows, in runs. A row of variable length ends a run. If that row is a
+/// text, its count belongs to the run. Example: bits8, bits32, text, bits16 has the runs 7 and 2.
+struct Shape {
+  std::uint16_t runs[48] = {};
+  int rowsBetween = 0;   ///< rows of variable length, one less than there are runs
+  int virtualParts = 0;  ///< rows that read and write themselves
+};
+
+/// Measures the shape at compile time. Conditional rows count as present, except those under condition number
+/// `skipped`.
 class Meter {
  public:
   static constexpr bool kReads = false;
 
   constexpr explicit Meter(int skipped = -1) : skipped_(skipped) {}
 
-  constexpr void i8(const char*, const auto&) { Fixed(1); }
-  constexpr void i16(const char*, const auto&) { Fixed(2); }
-  constexpr void i32(const char*, const auto&) { Fixed(4); }
-  constexpr void i64(const char*, const auto&) { Fixed(8); }
+  constexpr void bits8(const char*, const auto&) { Fixed(1); }
+  constexpr void bits16(const char*, const auto&) { Fixed(2); }
+  constexpr void bits32(const char*, const auto&) { Fixed(4); }
+  constexpr void bits64(const char*, const auto&) { Fixed(8); }
   constexpr void code(const char*, const auto&) { Fixed(1); }
   constexpr void tag(const char*, const auto&) { Fixed(4); }
   constexpr void block16(const char*, const auto&) { Fixed(16); }
@@ -108,14 +135,14 @@ class Meter {
   constexpr void blockMap(const char*, const auto&, auto) { EndRun(); }
   constexpr void record(const char*, const auto&) { EndRun(); }
   constexpr void base(const auto&) { EndRun(); }
-  constexpr void viaOperators(const char*, const auto&) {
+  constexpr void virtualPart(const char*, const auto&) {
     EndRun();
-    ++shape_.openParts;
+    ++shape_.virtualParts;
   }
   constexpr bool onlyIf(const char*, const auto&, auto) { return conditions_++ != skipped_; }
 
   constexpr const Shape& Result() const { return shape_; }
-  /// The conditions met so far.
+  /// The number of conditions met so far.
   constexpr int Conditions() const { return conditions_; }
 
  private:
@@ -130,7 +157,9 @@ class Meter {
   int skipped_;
 };
 
-// An object that is only named, never looked at: it has no definition.
+// Meter needs a record to call Rows with, at compile time, but never looks at its fields, and records with
+// containers have no compile-time objects. So it gets the name of an object that exists nowhere: declared,
+// not defined, and a union, so that not even its constructor is needed.
 template <class R>
 union Phantom {
   char none;
@@ -152,7 +181,7 @@ constexpr Meter Measured(int skipped = -1) {
   return meter;
 }
 
-/// Whether the runs are those of the shape, or shorter, whichever condition does not hold.
+/// True if no run grows and none appears or disappears, whichever condition fails.
 template <class R>
 constexpr bool KeepsRuns() {
   const Shape full = Measured<R>().Result();

@@ -1,5 +1,5 @@
-// Sinks: where the writer of a record puts bytes. The same walk over a record's rows first counts and
-// then stores, so a measured size cannot differ from what is written.
+// Sinks: where the writer of a record puts bytes. One walk over the rows counts, the same walk stores, so the
+// measured size always equals what is written.
 #pragma once
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 
 namespace zvuti::wire {
 
-/// A tagged enumeration met a member or a tag that it does not have.
+/// A member or a tag that its enumeration does not have.
 class UnknownMember : public std::exception {
  public:
   const char* what() const noexcept override { return "unknown enumeration member."; }
@@ -25,12 +25,12 @@ struct CountSink {
 
   std::uint64_t size = 0;
   std::uint64_t stop = kNever;
-  bool isOpen = false;  ///< holds a part that writes itself, so the size is not known
+  bool isOpen = false;  ///< contains a part that writes itself, so the size is unknown
 
   void Put(const void*, std::size_t count) { size += count; }
-  /// The writer throws here: nothing behind this place is written.
+  /// The writer throws here; nothing after this point is written.
   void Fail() { stop = std::min(stop, size); }
-  /// What `next` counted comes behind what is counted here.
+  /// Appends what `next` counted.
   void Add(const CountSink& next) {
     if (next.stop != kNever) stop = std::min(stop, size + next.stop);
     size += next.size;
@@ -50,7 +50,7 @@ struct RawSink {
   [[noreturn]] void Fail() const { throw UnknownMember(); }
 };
 
-/// Appends each field by itself: a field that finds no memory is lost, the next ones are tried again.
+/// Appends each field by itself. A field that finds no memory is lost; the next one is tried again.
 struct AppendSink {
   CStreamWriter* out;
 
@@ -58,8 +58,8 @@ struct AppendSink {
   [[noreturn]] void Fail() const { throw UnknownMember(); }
 };
 
-/// Room at the end of a stream for bytes whose number is known. It is not cleared, so its owner must
-/// store every one of them; they count as written when the room ends, by an exception as well.
+/// Room at the end of a stream for a known number of bytes. It is not cleared, so its owner must store every
+/// byte. All of them count as written when the Room is destroyed, even by an exception.
 class Room {
  public:
   Room(CStreamWriter& out, std::uint64_t size) : out_(out) {
@@ -74,7 +74,7 @@ class Room {
   Room(const Room&) = delete;
   Room& operator=(const Room&) = delete;
 
-  /// Null where there is nothing to write, or no memory for it.
+  /// Null if there is nothing to write, or no memory for it.
   unsigned char* At() const { return at_; }
 
  private:
@@ -83,8 +83,8 @@ class Room {
   std::int32_t size_ = 0;
 };
 
-/// Writes by way of `put`, which takes a sink and gave `count`: in one piece if there is memory for it,
-/// field by field otherwise. Both end in the same bytes and the same capacity.
+/// Writes what `put` puts into a sink and measured as `count`: in one piece if there is memory for it,
+/// otherwise field by field. Both leave the same bytes and the same capacity.
 template <class PutInto>
 void WriteCounted(CStreamWriter& out, const CountSink& count, PutInto put) {
   if (!count.isOpen) {

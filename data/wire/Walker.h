@@ -1,4 +1,4 @@
-// Walker: the walk over a record's rows that hands each row to a RowVisitor.
+// Walker: the walk over a record's rows that passes each row to a RowVisitor.
 #pragma once
 
 #include <cstdint>
@@ -17,19 +17,19 @@ class Walker {
   explicit Walker(RowVisitor& rows) : rows_(rows) {}
 
   template <class T>
-  void i8(const char* name, T& field) {
+  void bits8(const char* name, T& field) {
     rows_.Number(name, NumberRef::Of(field));
   }
   template <class T>
-  void i16(const char* name, T& field) {
+  void bits16(const char* name, T& field) {
     rows_.Number(name, NumberRef::Of(field));
   }
   template <class T>
-  void i32(const char* name, T& field) {
+  void bits32(const char* name, T& field) {
     rows_.Number(name, NumberRef::Of(field));
   }
   template <class T>
-  void i64(const char* name, T& field) {
+  void bits64(const char* name, T& field) {
     rows_.Number(name, NumberRef::Of(field));
   }
   template <class T>
@@ -77,15 +77,15 @@ class Walker {
 
   template <class T>
   void block16(const char* name, T& block) {
-    rows_.Record(name, Codec<T>::kType, &block, Place::kBlock);
+    rows_.Record(name, Codec<T>::kType, &block, Embedding::kBlock);
   }
   template <class T>
   void block24(const char* name, T& block) {
-    rows_.Record(name, Codec<T>::kType, &block, Place::kBlock);
+    rows_.Record(name, Codec<T>::kType, &block, Embedding::kBlock);
   }
   template <class T>
   void block64(const char* name, T& block) {
-    rows_.Record(name, Codec<T>::kType, &block, Place::kBlock);
+    rows_.Record(name, Codec<T>::kType, &block, Embedding::kBlock);
   }
   /// A gap in a block.
   template <class T>
@@ -95,15 +95,15 @@ class Walker {
 
   template <class R>
   void record(const char* name, R& nested) {
-    rows_.Record(name, Codec<R>::kType, &nested, Place::kNested);
+    rows_.Record(name, Codec<R>::kType, &nested, Embedding::kNested);
   }
   template <class R>
   void base(R& part) {
-    rows_.Record(Codec<R>::kType.name, Codec<R>::kType, &part, Place::kBase);
+    rows_.Record(Codec<R>::kType.name, Codec<R>::kType, &part, Embedding::kBase);
   }
   template <class R>
-  void viaOperators(const char* name, R& part) {
-    rows_.Record(name, Codec<R>::kType, &part, Place::kOpen);
+  void virtualPart(const char* name, R& part) {
+    rows_.Record(name, Codec<R>::kType, &part, Embedding::kVirtual);
   }
 
   template <class R>

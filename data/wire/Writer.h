@@ -44,19 +44,19 @@ class Writer {
   Sink Done() const { return sink_; }
 
   template <class T>
-  ZV_INLINE void i8(const char*, const T& value) {
+  ZV_INLINE void bits8(const char*, const T& value) {
     Number<1>(value);
   }
   template <class T>
-  ZV_INLINE void i16(const char*, const T& value) {
+  ZV_INLINE void bits16(const char*, const T& value) {
     Number<2>(value);
   }
   template <class T>
-  ZV_INLINE void i32(const char*, const T& value) {
+  ZV_INLINE void bits32(const char*, const T& value) {
     Number<4>(value);
   }
   template <class T>
-  ZV_INLINE void i64(const char*, const T& value) {
+  ZV_INLINE void bits64(const char*, const T& value) {
     Number<8>(value);
   }
 
@@ -128,13 +128,13 @@ class Writer {
   }
 
   template <class T>
-  void viaOperators(const char*, const T& part) {
+  void virtualPart(const char*, const T& part) {
     if constexpr (std::is_same_v<Sink, AppendSink>) {
       *sink_.out << Present(part);
     } else if (IsExactly(part)) {
       sink_ = Codec<T>::Put(sink_, part);
     } else if constexpr (kCounts) {
-      sink_.isOpen = true;  // which keeps such a record from ever being stored raw
+      sink_.isOpen = true;  // so this record is never stored raw
     }
   }
 
@@ -147,7 +147,7 @@ class Writer {
   Sink sink_;
 
  private:
-  // Walking a map costs more than writing it: whoever only counts leaves that out.
+  // Walking a map costs more than writing it, so counting skips the walk.
   static constexpr bool kCounts = std::is_same_v<Sink, CountSink>;
 
   template <std::size_t kWidth, class T>
@@ -163,27 +163,29 @@ class Writer {
   void Count32(std::size_t size) { Number<4>(static_cast<std::uint32_t>(size)); }
 };
 
-/// Writes a record that holds parts with virtual Write: room is made up to the next such part, the
-/// part appends itself, and then room is made for what follows.
+/// Writes a record that holds parts with virtual Write. It makes room up to the next such part, lets the part
+/// append itself, then makes room for what follows.
 template <class R>
-class OpenWriter : public Writer<AppendSink> {
+class VirtualPartWriter : public Writer<AppendSink> {
  public:
-  OpenWriter(CStreamWriter& out, const R& record) : Writer(AppendSink{&out}), record_(record) { MakeRoom(); }
+  VirtualPartWriter(CStreamWriter& out, const R& record) : Writer(AppendSink{&out}), record_(record) {
+    MakeRoom();
+  }
 
   template <class T>
-  void viaOperators(const char*, const T& part) {
+  void virtualPart(const char*, const T& part) {
     *sink_.out << Present(part);
     ++part_;
     MakeRoom();
   }
 
  private:
-  // Counts the rows between two such parts.
+  // Counts the rows between two virtual parts.
   class Span : public Writer<CountSink> {
    public:
     explicit Span(int wanted) : Writer(CountSink{}), left_(wanted) {}
     template <class T>
-    void viaOperators(const char*, const T&) {
+    void virtualPart(const char*, const T&) {
       if (left_-- == 0) size_ = sink_.Total();
       sink_ = {};
     }
@@ -194,7 +196,7 @@ class OpenWriter : public Writer<AppendSink> {
     std::uint64_t size_ = 0;
   };
 
-  // A refused room is no failure: the fields take what they find.
+  // Refused memory is not a failure: the fields are appended as far as the memory goes.
   void MakeRoom() {
     Span span(part_);
     Rows(span, record_);

@@ -114,7 +114,7 @@ class Comparison {
 TEST(AllRecords, AreReadAndWrittenFieldByField) {
   unsigned seed = 740;
   for (const RecordType* type : AllRecords()) {
-    if (type->own) continue;
+    if (type->framing) continue;
     Comparison comparison(*type, ++seed);
     for (int round = 0; round < 3 && !HasFatalFailure(); ++round) comparison.Round();
   }
@@ -149,7 +149,7 @@ bool IsTakenBack(const RecordType& type, const std::string& bytes) {
 }
 
 std::string RandomBytes(const RecordType& type, std::mt19937& random) {
-  if (type.own) {
+  if (type.framing) {
     return "\2\0\0\0\2\0\0\0\1\0\0\0\2\0\0\0\7\0\0\0\x8\0\0\0\2\0\0\0\0\0\0\0\3\0\0\0"s +
            std::string(20, '\4') + "\1\0"s + std::string(16, '\5') + std::string(26, '\0');
   }

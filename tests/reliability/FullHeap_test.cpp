@@ -176,7 +176,7 @@ TEST(FullHeap, RecordsLeaveTheRestOnTheStream) {
   for (const auto* type : zvuti::wire::AllRecords()) {
     const auto filled = type->make();
     std::mt19937 random(9);
-    if (!type->own) test::FillRandomly(*type, filled.get(), random);
+    if (!type->framing) test::FillRandomly(*type, filled.get(), random);
     CStreamReader written;
     test::OutcomeOf(written, [&] { type->write(written, filled.get()); });
     const std::string bytes = Bytes(written);
@@ -188,7 +188,7 @@ TEST(FullHeap, RecordsLeaveTheRestOnTheStream) {
           [=] {
             const std::string rest = Bytes(*stream);
             EXPECT_TRUE(bytes.size() >= rest.size() && bytes.substr(bytes.size() - rest.size()) == rest);
-            return type->own ? rest : rest + test::StateOf(*type, record->get());
+            return type->framing ? rest : rest + test::StateOf(*type, record->get());
           }};
     });
     refusals += RefuseEach(type->name, kUsableSilent, [&] {

@@ -23,12 +23,12 @@ class EachRow : public RowVisitor {
   void Code(const char* name, NumberRef field) override { Number(name, field); }
   void Tag(const char* name, NumberRef field, const TagTable&) override { Number(name, field); }
   void Reserved(const char*, void*, std::size_t) override {}
-  void Record(const char*, const RecordType& type, void* record, Place) override { type.walk(*this, record); }
+  void Record(const char*, const RecordType& type, void* record, Embedding) override { type.walk(*this, record); }
   bool OnlyIf(const char*, bool) override { return true; }
 
  protected:
   void Element(ListRef& items, std::size_t index) {
-    if (items.elements) return Record("", *items.elements, items.At(index), Place::kNested);
+    if (items.elements) return Record("", *items.elements, items.At(index), Embedding::kNested);
     Text("text", *static_cast<std::string*>(items.At(index)));
   }
 };
@@ -87,7 +87,7 @@ class LiteralReader : public EachRow {
     }
   }
   bool OnlyIf(const char*, bool holds) override { return holds; }
-  void Record(const char*, const RecordType& type, void* record, Place) override {
+  void Record(const char*, const RecordType& type, void* record, Embedding) override {
     if (type.blockBytes > 0) return in_.Read(record, static_cast<int>(type.blockBytes));
     LiteralReader reader(in_);
     type.walk(reader, record);
@@ -126,14 +126,14 @@ class LiteralWriter : public EachRow {
   void Map(const char*, MapRef& entries) override {
     Count<std::uint32_t>(entries.Size());
     entries.ForEach([&](std::int64_t key, void* value) {
-      if (entries.blocks) return Record("", *entries.blocks, value, Place::kNested);
+      if (entries.blocks) return Record("", *entries.blocks, value, Embedding::kNested);
       const auto word = static_cast<std::uint32_t>(key);
       out_.Append(&word, 4);
       out_.Append(value, 4);
     });
   }
   bool OnlyIf(const char*, bool holds) override { return holds; }
-  void Record(const char*, const RecordType& type, void* record, Place) override {
+  void Record(const char*, const RecordType& type, void* record, Embedding) override {
     if (type.blockBytes > 0) {
       out_.Append(record, static_cast<unsigned>(type.blockBytes));
     } else {
@@ -233,10 +233,10 @@ class StateWalk : public EachRow {
 }  // namespace
 
 void ReadLiterally(const RecordType& type, CStreamReader& in, void* record) {
-  LiteralReader(in).Record("", type, record, Place::kNested);
+  LiteralReader(in).Record("", type, record, Embedding::kNested);
 }
 void WriteLiterally(const RecordType& type, CStreamWriter& out, void* record) {
-  LiteralWriter(out).Record("", type, record, Place::kNested);
+  LiteralWriter(out).Record("", type, record, Embedding::kNested);
 }
 
 void FillRandomly(const RecordType& type, void* record, std::mt19937& random) {

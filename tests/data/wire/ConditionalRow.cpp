@@ -17,18 +17,18 @@ struct Sample {
 namespace zvuti::wire {
 
 ZV_ROWS(Sample) {
-  v.i8(ZV_ROW(Kind));
+  v.bits8(ZV_ROW(Kind));
   v.list(ZV_ROW(Texts));
   if (v.onlyIf("Kind > 1", r, &Sample::IsLong)) {
-    v.i32(ZV_ROW(Number));
+    v.bits32(ZV_ROW(Number));
 #if REFUSED == 1
     v.list(ZV_ROW(Texts));
 #elif REFUSED == 2
   } else {
-    v.i64(ZV_ROW(Amount));
+    v.bits64(ZV_ROW(Amount));
 #endif
   }
-  v.i32(ZV_ROW(Number));
+  v.bits32(ZV_ROW(Number));
 }
 
 static_assert(kShape<Sample>.rowsBetween == 1 && kShape<Sample>.runs[0] == 1 && kShape<Sample>.runs[1] == 8);
