@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <string_view>
 
 #include "platform/Ascii.h"
 #include "platform/CodePage936.h"
@@ -18,23 +19,23 @@ enum class Prefix : unsigned char {
   kShort,
   kLong,
   kLongLong,
-  kLongDouble,
+  kInt64,
   kMax,
   kSize,
-  kDifference,
+  kDifference
 };
 
 struct IntegerForm {
   const char* prefix;
   FormatArgument argument;
 };
-// By Prefix; L says nothing about integers on the platform.
+// By Prefix.
 constexpr IntegerForm kIntegerForms[] = {{"", FormatArgument::kInt},
                                          {kSystemPrefixes.charInt, FormatArgument::kInt},
                                          {kSystemPrefixes.shortInt, FormatArgument::kInt},
                                          {kSystemPrefixes.longInt, FormatArgument::kLong},
                                          {kSystemPrefixes.longLong, FormatArgument::kLongLong},
-                                         {"", FormatArgument::kInt},
+                                         {kSystemPrefixes.longLong, FormatArgument::kLongLong},
                                          {kSystemPrefixes.max, FormatArgument::kMax},
                                          {kSystemPrefixes.size, FormatArgument::kSize},
                                          {kSystemPrefixes.difference, FormatArgument::kDifference}};
@@ -44,46 +45,107 @@ constexpr bool IsPrefix(char letter) {
          letter == 'I' || letter == 'F' || letter == 'N';
 }
 
-Prefix ReadPrefixes(const char*& text) {
-  if (!IsPrefix(*text)) return Prefix::kNone;  // most have none
-  for (Prefix prefix = Prefix::kNone;; ++text) {
+bool StartsWith(const char* text, std::string_view beginning) {
+  for (const char c : beginning) {
+    if (*text++ != c) return false;
+  }
+  return true;
+}
+
+/// Digits at `text`, stepping over them; the largest int where they say more.
+int ReadNumber(const char*& text) {
+  constexpr int kMost = std::numeric_limits<int>::max();
+  int number = 0;
+  for (; IsDigit(*text); ++text) {
+    const int digit = *text - '0';
+    number = number > (kMost - digit) / 10 ? kMost : number * 10 + digit;
+  }
+  return number;
+}
+
+/// Flags, width and precision.
+void ReadNumbers(const char*& text, FormatArguments& arguments, FormatConversion& out) {
+  for (; *text <= '0'; ++text) {  // all flags and the star lie there
+    if (*text == '-') {
+      out.hasMinus = true;
+    } else if (*text == '+') {
+      out.hasPlus = true;
+    } else if (*text == ' ') {
+      out.hasBlank = true;
+    } else if (*text == '#') {
+      ++out.sharps;
+    } else if (*text == '0') {
+      out.hasZero = true;
+    } else if (*text == '*') {
+      out.width = arguments.Next<int>();
+    } else {
+      break;
+    }
+  }
+  if (out.width == 0) out.width = ReadNumber(text);
+  if (*text != '.') return;
+  ++text;
+  out.hasPrecision = true;
+  if (*text == '*') {
+    ++text;
+    out.precision = arguments.Next<int>();
+  } else {
+    out.precision = ReadNumber(text);
+  }
+}
+
+/// The letter as measuring finds it behind the prefixes at `text`.
+const char* MeasuredLetter(const char* text) {
+  if (StartsWith(text, "I64")) text += 3;
+  if (StartsWith(text, "lld")) return text + 2;
+  const bool isPrefix = *text == 'h' || *text == 'l' || *text == 'F' || *text == 'L' || *text == 'N';
+  return isPrefix ? text + 1 : text;
+}
+
+struct Prefixes {
+  Prefix last = Prefix::kNone;  // of those for integers
+  bool isLongDouble = false;
+};
+
+Prefixes ReadPrefixes(const char*& text) {
+  for (Prefixes read;; ++text) {
     switch (*text) {
       case 'h':
-        prefix = prefix == Prefix::kShort ? Prefix::kChar : Prefix::kShort;
+        read.last = read.last == Prefix::kShort ? Prefix::kChar : Prefix::kShort;
         break;
       case 'l':
-        prefix = prefix == Prefix::kLong ? Prefix::kLongLong : Prefix::kLong;
+        read.last = read.last == Prefix::kLong ? Prefix::kLongLong : Prefix::kLong;
         break;
       case 'L':
-        prefix = Prefix::kLongDouble;
+        read.isLongDouble = true;
         break;
       case 'j':
-        prefix = Prefix::kMax;
+        read.last = Prefix::kMax;
         break;
       case 'z':
-        prefix = Prefix::kSize;
+        read.last = Prefix::kSize;
         break;
       case 't':
-        prefix = Prefix::kDifference;
+        read.last = Prefix::kDifference;
         break;
       case 'I':
-        if (text[1] == '6' && text[2] == '4') {
-          prefix = Prefix::kLongLong;
+        if (StartsWith(text, "I64")) {
+          read.last = Prefix::kInt64;
           text += 2;
-        } else if (text[1] == '3' && text[2] == '2') {
-          prefix = Prefix::kNone;
+        } else if (StartsWith(text, "I32")) {
+          read.last = Prefix::kNone;
           text += 2;
         } else {
-          prefix = Prefix::kDifference;  // as wide as a pointer
+          read.last = Prefix::kDifference;  // as wide as a pointer
         }
         break;
       case 'F':
       case 'N':
         // Once told far from near pointers; an F that stands before no letter is one itself.
-        if (text[1] == '\0' || !std::strchr("cCsSdiuoxXpneEfgG", text[1])) return prefix;
+        if (text[1] == '\0' || !std::strchr("cCsSdiuoxXpneEfgG", text[1])) return read;
         break;
       default:
-        return prefix;
+        return read;
     }
   }
 }
@@ -124,50 +186,22 @@ void FormatArguments::Skip(FormatArgument kind) {
   }
 }
 
-int ReadFormatNumber(const char*& text) {
-  constexpr int kMost = std::numeric_limits<int>::max();
-  int number = 0;
-  for (; IsDigit(*text); ++text) {
-    const int digit = *text - '0';
-    number = number > (kMost - digit) / 10 ? kMost : number * 10 + digit;
-  }
-  return number;
-}
-
-FormatConversion ReadConversion(const char* text) {
+FormatConversion ReadConversion(const char* text, FormatArguments& arguments) {
   FormatConversion result;
-  for (; *text <= '0'; ++text) {  // all flags lie there
-    if (*text == '-') {
-      result.hasMinus = true;
-    } else if (*text == '+') {
-      result.hasPlus = true;
-    } else if (*text == ' ') {
-      result.hasBlank = true;
-    } else if (*text == '#') {
-      result.hasSharp = true;
-    } else if (*text == '0') {
-      result.hasZero = true;
-    } else {
-      break;
-    }
-  }
-  if (*text == '*') {
-    result.isWidthStar = true;
-    ++text;
-  } else {
-    result.width = ReadFormatNumber(text);
-  }
-  if (*text == '.') {
-    ++text;
-    if (*text == '*') {
-      result.isPrecisionStar = true;
-      ++text;
-    } else {
-      result.precision = ReadFormatNumber(text);
+  ReadNumbers(text, arguments, result);
+
+  Prefixes prefixes;
+  result.measured = text;
+  if (IsPrefix(*text)) {  // most have none
+    result.measured = MeasuredLetter(text);
+    prefixes = ReadPrefixes(text);
+    if (*text == '%') {
+      result.isKnown = false;
+      result.next = text;
+      return result;
     }
   }
 
-  const Prefix prefix = ReadPrefixes(text);
   result.letter = *text;
   result.next = text + (*text != '\0' ? gbk::CharLength(text) : 0);
   switch (*text) {
@@ -177,9 +211,10 @@ FormatConversion ReadConversion(const char* text) {
     case 'o':
     case 'x':
     case 'X': {
-      const IntegerForm& form = kIntegerForms[static_cast<std::size_t>(prefix)];
+      const IntegerForm& form = kIntegerForms[static_cast<std::size_t>(prefixes.last)];
       result.prefix = form.prefix;
       result.argument = form.argument;
+      result.isLongLongD = *text == 'd' && text == result.measured && prefixes.last == Prefix::kLongLong;
       break;
     }
     case 'e':
@@ -190,8 +225,8 @@ FormatConversion ReadConversion(const char* text) {
     case 'G':
     case 'a':
     case 'A':
-      result.prefix = prefix == Prefix::kLongDouble ? kSystemPrefixes.longDouble : "";
-      result.argument = prefix == Prefix::kLongDouble ? FormatArgument::kLongDouble : FormatArgument::kDouble;
+      result.prefix = prefixes.isLongDouble ? kSystemPrefixes.longDouble : "";
+      result.argument = prefixes.isLongDouble ? FormatArgument::kLongDouble : FormatArgument::kDouble;
       break;
     case 'c':
     case 'C':
@@ -210,8 +245,9 @@ FormatConversion ReadConversion(const char* text) {
       result.isKnown = false;
       break;
   }
-  const bool isNarrow = prefix == Prefix::kShort || prefix == Prefix::kChar;
-  result.isWide = prefix == Prefix::kLong || prefix == Prefix::kLongLong ||
+  const Prefix last = prefixes.last;
+  const bool isNarrow = last == Prefix::kShort || last == Prefix::kChar;
+  result.isWide = last == Prefix::kLong || last == Prefix::kLongLong ||
                   (!isNarrow && (result.letter == 'C' || result.letter == 'S'));
   return result;
 }

@@ -39,31 +39,36 @@ class FormatArguments {
   va_list list;
 };
 
-/// A conversion as written. Flags, width, precision and prefixes stand in this order, as everywhere;
-/// of several prefixes the last one counts, and hh and ll are prefixes of their own.
+/// A conversion, with the stars of its head read from the argument list.
+///
+/// Flags and stars stand in any order, and of several stars the last one is the width; digits are the width
+/// where no star gave one. Prefixes follow the precision. Of several the last one counts, hh and ll are
+/// prefixes of their own, and L matters to floats alone.
 struct FormatConversion {
   const char* next = nullptr;  // behind the conversion
-  const char* prefix = "";     // what the system's printf calls the width of the argument
-  int width = 0;
-  int precision = -1;  // -1: none written
-  bool isWidthStar = false;
-  bool isPrecisionStar = false;
+  /// Where measuring finds the letter. It knows less: I64, then one of lld, h, l, F, L and N. In `%zu` it
+  /// finds the z, in `%F,` the comma; in a conversion that it knows whole, the letter itself.
+  const char* measured = nullptr;
+  const char* prefix = "";  // what the system's printf calls the width of the argument
+  int width = 0;            // negative where a star said so
+  int precision = 0;        // likewise
+  int sharps = 0;           // of the flag #
+  bool hasPrecision = false;
   bool hasMinus = false;
   bool hasPlus = false;
   bool hasBlank = false;
-  bool hasSharp = false;
   bool hasZero = false;
-  bool isWide = false;  // for texts and characters: 16-bit units
-  bool isKnown = true;  // the letter makes a conversion, or the format ends
-  char letter = '\0';   // zero where the format ends before it
+  bool isWide = false;       // for texts and characters: 16-bit units
+  bool isKnown = true;       // the letter makes a conversion, or the format ends
+  bool isLongLongD = false;  // the prefix ll stands directly before d
+  char letter = '\0';        // zero where the format ends before it
   FormatArgument argument = FormatArgument::kNone;
 };
 
-/// Reads the conversion whose percent sign stands directly before `text`.
-FormatConversion ReadConversion(const char* text);
-
-/// Reads digits at `text`, stepping over them; the largest int where they say more.
-int ReadFormatNumber(const char*& text);
+/// Reads the conversion whose percent sign stands directly before `text`, and takes the values of its
+/// stars; its own value, of the kind `argument`, comes next. A percent sign behind a prefix belongs to the
+/// next conversion: the one before it has no letter and is unknown.
+FormatConversion ReadConversion(const char* text, FormatArguments& arguments);
 
 /// Units of a text before its zero unit, looking at no more than `limit` of them.
 std::size_t NarrowLength(const char* text, std::size_t limit);

@@ -90,9 +90,13 @@ class Writer {
 
  private:
   const char* Conversion(const char* percent) {
-    const FormatConversion conversion = ReadConversion(percent + 1);
-    const int width = conversion.isWidthStar ? arguments_.Next<int>() : conversion.width;
-    const int precision = conversion.isPrecisionStar ? arguments_.Next<int>() : conversion.precision;
+    const FormatConversion conversion = ReadConversion(percent + 1, arguments_);
+    const int width = conversion.width;
+    const int precision = conversion.hasPrecision ? conversion.precision : -1;
+    if (!conversion.isKnown) {
+      output_.Append({percent, static_cast<std::size_t>(conversion.next - percent)});
+      return conversion.next;
+    }
     switch (conversion.letter) {
       case '%':
         output_.Append("%");
@@ -111,11 +115,7 @@ class Writer {
         Character(conversion, width);
         break;
       default:
-        if (conversion.isKnown) {
-          Number(conversion, width, precision);
-        } else {
-          output_.Append({percent, static_cast<std::size_t>(conversion.next - percent)});
-        }
+        Number(conversion, width, precision);
         break;
     }
     return conversion.next;
@@ -235,7 +235,7 @@ class Writer {
     if (conversion.hasMinus) *end++ = '-';
     if (conversion.hasPlus) *end++ = '+';
     if (conversion.hasBlank) *end++ = ' ';
-    if (conversion.hasSharp) *end++ = '#';
+    if (conversion.sharps > 0) *end++ = '#';
     if (conversion.hasZero) *end++ = '0';
     for (const char* part : {"*.*", conversion.prefix}) {
       while (*part != '\0') *end++ = *part++;

@@ -15,7 +15,8 @@ namespace zvuti {
 /// is walked by GBK characters; I64, I32 and I before integers; S, C, ls and lc take 16-bit units and
 /// give GBK bytes, h makes them narrow, and a precision counts units; a null text is "(null)"; a
 /// conversion that the format ends in prints nothing. For all else the system's vsnprintf decides.
-/// %n writes nothing, and a letter that makes no conversion is printed with all before it.
+/// %n writes nothing, and a letter that makes no conversion is printed with all before it. A percent sign
+/// behind a prefix (as in "%z%d") begins the next conversion; what stands before it is printed.
 /// What the system refuses (a width beyond the int range, for one) prints nothing.
 std::size_t FormatBounded(char* out, std::size_t capacity, const char* format, va_list arguments);
 

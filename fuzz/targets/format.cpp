@@ -2,16 +2,22 @@
 // say. The first byte picks the arguments; a format follows, and behind a zero byte the text that all
 // conversions of texts are given.
 //
-// Whatever a format asks for, it gets the same 8 bytes: the address of a short text, at a place where the
-// low half of the address is a small number, so it makes a width, too. That needs the argument lists of
-// x86-64, whose rest lies in memory 8 bytes apart.
+// The format is also given the arguments that the parser says it takes, and the bytes pick heads from a list
+// of whole and broken ones with theirs. There a number in the place of a text is no address, so a pass that
+// falls out of step with the arguments ends the program.
+//
+// Otherwise all conversions get the same 8 bytes: the address of a short text, at a
+// place where the low half of the address is a small number, so it makes a width, too. That needs the
+// argument lists of x86-64, whose rest lies in memory 8 bytes apart.
 #include <sys/mman.h>
 
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <ZvUtiLib/data/CTextString.h>
@@ -19,6 +25,7 @@
 
 #include "data/FormatMeasure.h"
 #include "fuzz/Check.h"
+#include "platform/CodePage936.h"
 #include "platform/FormatConversion.h"
 #include "platform/Formatter.h"
 
@@ -41,7 +48,9 @@ char* Middle() {
 
 class Arguments {
  public:
-  Arguments(const char* text, std::size_t count) : slots_(count, text) {
+  Arguments(const char* text, std::size_t count)
+      : Arguments(std::vector<std::uint64_t>(count, reinterpret_cast<std::uintptr_t>(text))) {}
+  explicit Arguments(std::vector<std::uint64_t> slots) : slots_(std::move(slots)) {
     list[0].gp_offset = 48;  // registers are used up
     list[0].fp_offset = 304;
     list[0].overflow_arg_area = slots_.data();
@@ -50,7 +59,7 @@ class Arguments {
   va_list list;
 
  private:
-  std::vector<const char*> slots_;
+  std::vector<std::uint64_t> slots_;
 };
 
 bool HasLongNumber(const std::string& format) {
@@ -83,13 +92,134 @@ bool IsPlain(const std::string& format) {
   return true;
 }
 
+/// What a head takes, a letter each: s the text "abc", d the number 1.5, i the int 7, w and z the ints 5 and
+/// 0, I the 64-bit 7, W the 16-bit text "b". A percent sign always follows.
+struct Head {
+  const char *format, *takes, *prints;
+};
+constexpr Head kHeads[] = {
+    {"%s", "s", "abc"},
+    {"%d", "i", "7"},
+    {"%g", "d", "1.5"},
+    {"%lld", "I", "7"},
+    {"%*.*I64x", "wwI", "00007"},
+    {"%zu,", "I", "7,"},
+    {"%F", "d", "1.500000"},
+    {"%5.1F", "d", "  1.5"},
+    {"%FF", "d", "1.500000F"},
+    {"%F,", "d", "1.500000,"},
+    {"%hF", "d", "1.500000"},
+    {"%L", "", "%L"},
+    {"%N", "", "%N"},
+    {"%NF", "", "%NF"},
+    {"%z", "", "%z"},
+    {"%#zl", "", "%#zl"},
+    {"%-4.2I64", "", "%-4.2I64"},
+    {"%I", "", "%I"},
+    {"%ll", "", "%ll"},
+    {"%z\x81%d", "", "%z\x81%d"},
+    {"%5%", "", "%"},
+    {"%*%", "w", "%"},
+    {"%**s", "iws", "  abc"},
+    {"%*-5d", "zi", "7    "},
+    {"%*5s", "zs", "  abc"},
+    {"%*5s", "w", "%*5s"},
+    {"%5*s", "", "%5*s"},
+    {"%.*l", "w", "%.*l"},
+    {"%lLd", "I", "7"},
+    {"%I64Ls", "s", "abc"},
+    {"%hls,", "W", "b,"},
+    {"%n", "s", ""},
+    {"%k", "", "%k"},
+};
+
+std::uint64_t SlotOf(char kind) {
+  constexpr std::uint64_t kNoAddress = 0x6666'0000'0000'0000;
+  switch (kind) {
+    case 's':
+      return reinterpret_cast<std::uintptr_t>("abc");
+    case 'W':
+      return reinterpret_cast<std::uintptr_t>(u"b");
+    case 'd':
+      return 0x3FF8'0000'0000'0000;  // 1.5
+    case 'I':
+      return 7;
+    default:
+      return kNoAddress + (kind == 'i' ? 7 : kind == 'w' ? 5 : 0);
+  }
+}
+
+/// Formats made of heads, of which each takes what is its own.
+void CheckHeads(std::string_view choices) {
+  std::string format, expected;
+  std::vector<std::uint64_t> slots;
+  const auto add = [&](const Head& head) {
+    format += head.format;
+    expected += head.prints;
+    for (const char* kind = head.takes; *kind != '\0'; ++kind) slots.push_back(SlotOf(*kind));
+  };
+  for (const char choice : choices.substr(0, 40)) {
+    add(kHeads[static_cast<unsigned char>(choice) % std::size(kHeads)]);
+  }
+  add(kHeads[0]);
+  slots.push_back(SlotOf('z'));
+
+  fuzz::Check(zvuti::FormatWhole(format.c_str(), Arguments(slots).list) == expected,
+              "heads take and print what is theirs");
+  CTextString text;
+  text.FormatV(format.c_str(), Arguments(slots).list);
+  fuzz::Check(text == expected.c_str(), "measuring takes the same");
+}
+
+/// Any format, with the arguments that the parser says it takes. A long double lies otherwise; formats with
+/// one are left out.
+void CheckInStep(const char* const format) {
+  Arguments stars(std::vector<std::uint64_t>(std::strlen(format) + 1, SlotOf('w')));
+  zvuti::FormatArguments list(stars.list);
+  std::vector<std::uint64_t> slots;
+  for (const char* at = format; *at != '\0';) {
+    if (*at != '%') {
+      at += zvuti::gbk::CharLength(at);
+      continue;
+    }
+    const void* const before = list.list[0].overflow_arg_area;
+    const zvuti::FormatConversion conversion = zvuti::ReadConversion(at + 1, list);
+    const auto taken =
+        static_cast<const char*>(list.list[0].overflow_arg_area) - static_cast<const char*>(before);
+    slots.insert(slots.end(), static_cast<std::size_t>(taken) / sizeof slots[0], SlotOf('w'));
+    switch (conversion.argument) {
+      case zvuti::FormatArgument::kNone:
+        break;
+      case zvuti::FormatArgument::kLongDouble:
+        return;
+      case zvuti::FormatArgument::kDouble:
+        slots.push_back(SlotOf('d'));
+        break;
+      case zvuti::FormatArgument::kPointer:
+        slots.push_back(SlotOf(conversion.isWide ? 'W' : 's'));
+        break;
+      default:
+        slots.push_back(SlotOf('i'));
+        break;
+    }
+    at = conversion.next;
+  }
+  slots.push_back(SlotOf('z'));
+  const std::string whole = zvuti::FormatWhole(format, Arguments(slots).list);
+  CTextString text;
+  text.FormatV(format, Arguments(slots).list);
+  if (!std::strstr(format, "lld")) fuzz::Check(text == whole.c_str(), "both passes stay in step");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0 || size > 600) return 0;
   std::string_view rest = fuzz::BytesOf(data + 1, size - 1);
   const std::string format(fuzz::TakeUntil(rest, '\0'));
+  CheckHeads(fuzz::BytesOf(data, size));
   if (HasLongNumber(format)) return 0;
+  CheckInStep(format.c_str());
   char* const text = Middle() + static_cast<std::int8_t>(data[0]);
   const std::size_t length = std::min(rest.size(), kMostText);
   std::memcpy(text, rest.data(), length);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdarg>
 #include <cstdint>
 #include <cstring>
 #include <random>
@@ -140,6 +141,47 @@ TEST(CTextString, FormatGrowsWhereTheMeasureIsTooSmall) {
   EXPECT_EQ(Text(text), "ab");  // a zero byte ends the text
   EXPECT_THROW(text.Format("%2147483647d%2147483647d%d", 1, 2, 3), std::length_error);
   EXPECT_EQ(text, "ab");
+}
+
+CTextString Formatted(const char* format, ...) {
+  CTextString text;
+  va_list arguments;
+  va_start(arguments, format);
+  text.FormatV(format, arguments);
+  va_end(arguments);
+  return text;
+}
+
+// A pass that took one argument more or less than the other would read a number as the address of a text.
+TEST(CTextString, MeasuringAndWritingTakeTheSameArgumentsForMalformedHeads) {
+  const struct {
+    CTextString text;
+    const char* expected;
+  } rows[] = {
+      {Formatted("%F%d %s", 1.5, 7, "abc"), "1.5000007 abc"},
+      {Formatted("%F,%s", 1.5, "abc"), "1.500000,abc"},
+      {Formatted("%hF%d%s", 1.5, 7, "abc"), "1.5000007abc"},
+      {Formatted("%FF%d%s", 1.5, 7, "abc"), "1.500000F7abc"},
+      {Formatted("%L%d %s", 7, "abc"), "%L7 abc"},
+      {Formatted("%N%d %s", 7, "abc"), "%N7 abc"},
+      {Formatted("%NF%d%s", 7, "abc"), "%NF7abc"},
+      {Formatted("%z%d %s", 7, "abc"), "%z7 abc"},
+      {Formatted("%zl%d %s", 7, "abc"), "%zl7 abc"},
+      {Formatted("%z\x81%d %s", "abc"), "%z\x81%d abc"},  // 81 25 is one character
+      {Formatted("%I%d %s", 7, "abc"), "%I7 abc"},
+      {Formatted("%-5.3I64%d %s", 7, "abc"), "%-5.3I647 abc"},
+      {Formatted("%*.*l%lld%s", 1, 2, 7LL, "abc"), "%*.*l7abc"},
+      {Formatted("%5%%d %s", 7, "abc"), "%7 abc"},
+      {Formatted("%**s|", 9, 5, "abc"), "  abc|"},
+      {Formatted("%*-5d %s", 0, 7, "abc"), "7     abc"},
+      {Formatted("%*5d %s", 0, 7, "abc"), "    7 abc"},
+      {Formatted("%*5d %s", 3, "abc"), "%*5d abc"},
+      {Formatted("%5*d %s", "abc"), "%5*d abc"},
+      {Formatted("%I64s%s", "a", "bc"), "abc"},
+      {Formatted("%I64Ld%s", std::int64_t{1} << 40, "abc"), "1099511627776abc"},
+      {Formatted("%lLd%s", 7L, "abc"), "7abc"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(Text(row.text), row.expected);
 }
 
 TEST(CTextString, FormatSurvivesEveryRefusedBlock) {
