@@ -5,11 +5,22 @@
 #include <cstring>
 #include <functional>
 #include <limits>
+#include <memory>
+#include <new>
 
 static_assert(std::endian::native == std::endian::little,
               "values travel as their memory image, which the format has in little-endian order");
 
 namespace {
+
+/// Writes a body that reaches into the spare room of `out`. The count goes there, and what a new block takes
+/// over ends before it, so the body is copied first; without memory for that it is lost.
+void WriteFromSpareRoom(CStreamWriter& out, const unsigned char* body, std::uint16_t count) {
+  const std::unique_ptr<unsigned char[]> copy(new (std::nothrow) unsigned char[count]);
+  if (copy) std::memcpy(copy.get(), body, count);
+  out << count;
+  if (copy) out.Write(copy.get(), count);
+}
 
 void WriteText(CStreamWriter& out, const void* body, std::size_t length) {
   const auto count = static_cast<std::uint16_t>(length);
@@ -19,6 +30,7 @@ void WriteText(CStreamWriter& out, const void* body, std::size_t length) {
   const std::less<const unsigned char*> before;
   const bool isInside = bytes && !before(from, bytes) && before(from, bytes + out.Capacity());
   const std::ptrdiff_t offset = isInside ? from - bytes : 0;
+  if (isInside && count > 0 && offset + count > out.Length()) return WriteFromSpareRoom(out, from, count);
   out << count;
   if (count > 0) out.Write(isInside ? out.Data() + offset : from, count);
 }

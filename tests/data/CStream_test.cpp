@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <cstring>
 #include <map>
 #include <random>
 #include <string>
@@ -143,6 +144,19 @@ TEST(CStream, AStreamTakesItsOwnBytesAsTextAndOthers) {
   CStreamReader text("inside\0"s + std::string(1017, 'x'));
   text << reinterpret_cast<const char*>(text.Data()) + 2;
   EXPECT_EQ(Bytes(text).substr(1024), "\x04\0side"s);
+  // Behind the length, where the count goes and what a growth does not take along.
+  for (const unsigned length : {1000u, 1018u}) {
+    CStreamReader spare(std::string(length, 'x'));
+    std::memcpy(spare.Append(nullptr, 6), "spare", 6);
+    spare << reinterpret_cast<const char*>(spare.Data()) + length;
+    EXPECT_EQ(Bytes(spare).substr(length), "\x05\0spare"s);
+    EXPECT_EQ(spare.Capacity(), length + 7 <= 1024 ? 1024 : 2048);
+  }
+  CStreamReader across(std::string(1019, 'x') + "acr");
+  std::memcpy(across.Append(nullptr, 2), "s", 2);
+  across << reinterpret_cast<const char*>(across.Data()) +
+                1019;  // begins within the length and ends behind it
+  EXPECT_EQ(Bytes(across).substr(1022), "\x04\0acrs"s);
   CStreamReader other(std::string(1023, 'x'));
   other << "stack"s
         << "literal";  // in front of the stream's bytes and behind them
@@ -209,13 +223,17 @@ TEST(CStream, ThousandsOfRandomStepsMatchTheModel) {
 TEST(CStream, AFullHeapLosesFieldsAndNothingElse) {
   const std::vector<std::int16_t> shorts{5, 6, 7};
   const std::map<int, int> map{{1, 2}};
-  CStreamReader stream(std::string(1020, 'x')), sequence(std::string(1018, 'x'));
+  CStreamReader stream(std::string(1020, 'x')), sequence(std::string(1018, 'x')),
+      spare(std::string(1000, 'x'));
+  *spare.Append(nullptr, 1) = 'y';
   {
     test::HeapFaults full(1, true);
     stream << std::int64_t{1} << std::int16_t{2} << "abc";  // only the 16-bit value and the count fit
     stream << shorts << map;
     sequence << shorts;  // two of three elements find room
+    spare << reinterpret_cast<const char*>(spare.Data()) + 1000;
   }
+  EXPECT_EQ(Bytes(spare).substr(1000), "\x01\0"s);
   EXPECT_EQ(Bytes(stream).substr(1020), "\x02\0\x03\0"s);
   EXPECT_EQ(Bytes(sequence).substr(1018), "\x03\0\x05\0\x06\0"s);
 }

@@ -87,7 +87,7 @@ CStreamReader& operator>>(CStreamReader& in, T& value) {
 }
 
 /// Text form: a 16-bit count, then that many bytes. Of a longer text the count has the low 16 bits of
-/// its length, and as many leading bytes follow. The text may lie inside the stream.
+/// its length, and as many leading bytes follow. The text may lie inside the stream, its spare room included.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const std::string& text);
 /// The same for a text up to its terminator. REQUIRES: text is not null.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const char* text);
