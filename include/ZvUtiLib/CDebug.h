@@ -1,7 +1,10 @@
 // CDebug: the client's one log file, "log/lobby.log" below the program's folder.
 #pragma once
 
+#include <type_traits>
+
 #include <ZvUtiLib/Export.h>
+#include <ZvUtiLib/platform/FormatValue.h>
 
 /// Without state: each line is an open, an append and a close of its own, so a line is in the file when
 /// the call returns, and the file may be moved or deleted between calls. Any thread may call; lines of
@@ -19,4 +22,10 @@ class ZVUTILIB_API CDebug {
   /// and its values follow the platform's vsprintf; a text of more than 1,023 bytes is cut behind its
   /// last whole GBK character within them. A file that cannot be opened loses the line.
   static void LogOut(const char* format, ...);
+  /// The same with texts among the values, which are taken by reference: "%s" prints a CString, a std::string
+  /// or a CTextString as far as its first zero byte. An object of any other class does not compile.
+  template <class... Values, std::enable_if_t<zvuti::kHasObjects<Values...>, int> = 0>
+  static void LogOut(const char* format, const Values&... values) {
+    LogOut(format, zvuti::FormatValue(values)...);
+  }
 };

@@ -1,4 +1,5 @@
 #include <ZvUtiLib/CDebug.h>
+#include <ZvUtiLib/platform/CString.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -36,11 +37,13 @@ TEST_F(CDebugTest, WritesOneLineForEachCall) {
   CDebug::LogOut("ends\n");
   CDebug::LogOut("");
   CDebug::LogOut(nullptr);
+  CDebug::LogOut("%s, %s and %s", CString("a"), std::string("b"), "c");
   EXPECT_EQ(Log(),
             "2013-08-29 01:02:03,004 100% %s %n has 7%\n"
             "2013-08-29 01:02:03,004 ends\n\n"
             "2013-08-29 01:02:03,004 \n"
-            "2013-08-29 01:02:03,004 \n");
+            "2013-08-29 01:02:03,004 \n"
+            "2013-08-29 01:02:03,004 a, b and c\n");
 }
 
 TEST_F(CDebugTest, LosesLinesWhereTheLogCannotBeAndAsksForNoTimeThen) {

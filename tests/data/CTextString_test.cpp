@@ -143,6 +143,15 @@ TEST(CTextString, FormatGrowsWhereTheMeasureIsTooSmall) {
   EXPECT_EQ(text, "ab");
 }
 
+TEST(CTextString, FormatTakesTextsAndTheStringItself) {
+  CTextString text("long enough for a block of its own");
+  const CTextString before = text;
+  text.Format("%s %300s", std::string("a"), text);  // grows behind what it reads
+  EXPECT_EQ(Text(text), "a " + std::string(300 - before.size(), ' ') + Text(before));
+  text.Format("%.1s%d", text, 7);
+  EXPECT_EQ(text, "a7");
+}
+
 CTextString Formatted(const char* format, ...) {
   CTextString text;
   va_list arguments;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <string>
 
 namespace {
 
@@ -54,6 +55,8 @@ TEST(CString, AssignsAndAppendsFromItself) {
   EXPECT_EQ(text, "defdef");
   text.Format("%s-%d", static_cast<const char*>(text), 7);
   EXPECT_EQ(text, "defdef-7");
+  text.Format("%s %s", text, std::string("twice"));
+  EXPECT_EQ(text, "defdef-7 twice");
 }
 
 TEST(CString, ComparesBytesAsUnsigned) {

@@ -3,10 +3,13 @@
 
 #include <cstdarg>
 #include <cstdint>
+#include <memory>
 #include <string_view>
+#include <type_traits>
 
 #include <ZvUtiLib/Export.h>
 #include <ZvUtiLib/data/SizedMemory.h>
+#include <ZvUtiLib/platform/FormatValue.h>
 
 /// Holds bytes in code page 936 (GBK); all lengths and positions count bytes, and the bytes are always
 /// zero-terminated behind the length. Up to 15 bytes lie inside the object, longer texts in one sized
@@ -105,6 +108,21 @@ class ZVUTILIB_API CTextString {
   void Format(const char* format, ...);
   /// The same with a ready argument list, which is consumed.
   void FormatV(const char* format, va_list arguments);
+  /// The same with texts among the values: "%s" prints a CString, a std::string or a CTextString as far as
+  /// its first zero byte. This string itself may be one of them; it gets new storage then. An object of any
+  /// other class does not compile.
+  template <class... Values, std::enable_if_t<zvuti::kHasObjects<Values...>, int> = 0>
+  void Format(const char* format, const Values&... values) {
+    if ((IsThis(values) || ...)) {
+      CTextString apart;
+      apart.Format(format, zvuti::FormatValue(values)...);
+      Swap(apart);
+    } else {
+      Format(format, zvuti::FormatValue(values)...);
+    }
+  }
+  /// What "%s" prints of a string.
+  friend const char* TextForFormat(const CTextString* text) { return text->c_str(); }
 
   /// Whether the bytes are the same; a null text counts as "".
   friend bool operator==(const CTextString& a, const CTextString& b) { return View(a) == View(b); }
@@ -130,6 +148,15 @@ class ZVUTILIB_API CTextString {
   static std::string_view View(const CTextString& text) { return text; }
   static std::string_view View(const char* text) {
     return text ? std::string_view(text) : std::string_view();
+  }
+
+  template <class T>
+  bool IsThis(const T& value) const {
+    if constexpr (std::is_convertible_v<const T*, const CTextString*>) {
+      return static_cast<const CTextString*>(std::addressof(value)) == this;
+    } else {
+      return false;
+    }
   }
 
   bool IsInline() const { return capacity_ <= kInline; }

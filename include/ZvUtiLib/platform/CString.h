@@ -4,9 +4,11 @@
 #include <cstdarg>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include <ZvUtiLib/Export.h>
+#include <ZvUtiLib/platform/FormatValue.h>
 
 /// Holds bytes in code page 936 (GBK); all lengths and indexes count bytes. A copy owns its bytes.
 /// Distinct objects may be used on distinct threads; one object serves one thread at a time.
@@ -83,6 +85,14 @@ class ZVUTILIB_API CString {
   /// %I64d and %lld among them. Arguments may be taken from this string itself.
   void Format(const char* format, ...);
   void FormatV(const char* format, va_list arguments);
+  /// The same with texts among the values: "%s" prints a CString, a std::string or a CTextString as far as
+  /// its first zero byte, this string itself included. An object of any other class does not compile.
+  template <class... Values, std::enable_if_t<zvuti::kHasObjects<Values...>, int> = 0>
+  void Format(const char* format, const Values&... values) {
+    Format(format, zvuti::FormatValue(values)...);
+  }
+  /// What "%s" prints of a string.
+  friend const char* TextForFormat(const CString* text) { return text->GetString(); }
 
   /// Below, at or above 0, comparing bytes as unsigned; a null text counts as "".
   int Compare(const char* other) const;
