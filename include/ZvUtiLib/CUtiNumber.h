@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <type_traits>
 
 #include <ZvUtiLib/Export.h>
 #include <ZvUtiLib/platform/CString.h>
@@ -22,10 +23,17 @@ class ZVUTILIB_API CUtiNumber {
   static int CheckNumber(std::int64_t value, CString& result);
 
   /// Sets `result` to the number with a comma between groups of four digits, counted from the right, and
-  /// returns 1; returns 0 with an empty result when CheckNumber refuses the text.
+  /// returns 1; returns 0 with an empty result when CheckNumber refuses the text. `nullptr` is the null text,
+  /// 0 is the number.
   static int InsertSeparator(const char* text, CString& result);
   /// The same for a value; always 1.
   static int InsertSeparator(std::int64_t value, CString& result);
+  /// The same for the other integers, so that a literal 0 is no null text. An unsigned 64-bit value above the
+  /// largest std::int64_t is written as the negative number of the same bits.
+  template <class Integer, std::enable_if_t<std::is_integral_v<Integer>, int> = 0>
+  static int InsertSeparator(Integer value, CString& result) {
+    return InsertSeparator(static_cast<std::int64_t>(value), result);
+  }
 
   /// Sets `result` to the text, of any kind, without its commas; null gives an empty result. Always 1.
   static int RemoveSeparator(const char* text, CString& result);

@@ -85,6 +85,22 @@ TEST(CUtiNumber, SeparatesValues) {
   }
 }
 
+TEST(CUtiNumber, EveryIntegerIsAValueAndNullptrAText) {
+  const auto separated = [](auto value) {
+    return Answer([](auto v, CString& result) { return CUtiNumber::InsertSeparator(v, result); }, value);
+  };
+  EXPECT_EQ(separated(-12345), "1:-1,2345");
+  EXPECT_EQ(separated(4294967295U), "1:42,9496,7295");
+  EXPECT_EQ(separated(-12345L), "1:-1,2345");
+  EXPECT_EQ(separated(12345UL), "1:1,2345");
+  EXPECT_EQ(separated(-12345LL), "1:-1,2345");
+  EXPECT_EQ(separated(12345ULL), "1:1,2345");
+  EXPECT_EQ(separated(nullptr), "0:");
+  CString zero = "old";
+  EXPECT_EQ(CUtiNumber::InsertSeparator(0, zero), 1);  // the literal is a null pointer, too
+  EXPECT_EQ(zero, "0");
+}
+
 TEST(CUtiNumber, RemovesCommasFromAnyText) {
   const struct {
     const char *text, *answer;
