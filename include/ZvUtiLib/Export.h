@@ -3,6 +3,12 @@
 // Define ZVUTILIB_STATIC when linking the static variant (its CMake target does so by itself).
 #pragma once
 
+#if __cplusplus < 201703L
+#  error "ZvUtiLib needs C++17: compile with -std=c++17 or a later one."
+// There is no such file. Compilers go on behind #error; here they end, before a page of errors that follow.
+#  include <ZvUtiLib needs C++17>
+#endif
+
 /// Marks what the library exports.
 #if defined(_WIN32)
 #  if defined(ZVUTILIB_STATIC)
