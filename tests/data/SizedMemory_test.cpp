@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <vector>
 
 #include "data/SizedBytes.h"
@@ -13,6 +14,10 @@ namespace {
 
 struct Probe : CBasicObject {
   std::int64_t value = 7;
+};
+
+struct Throwing : CBasicObject {
+  Throwing() { throw 7; }
 };
 
 std::uint32_t SizeInFrontOf(const void* payload) {
@@ -45,14 +50,18 @@ TEST(SizedMemory, RefusedBlocksAreNull) {
   test::HeapFaults faults(1, true);
   EXPECT_EQ(SizedAlloc(16), nullptr);
   EXPECT_EQ(new Probe, nullptr);
+  EXPECT_EQ(new (std::nothrow) Probe, nullptr);
   EXPECT_THROW((std::vector<int, SizedAllocator<int>>(3)), std::bad_alloc);
 }
 
 TEST(SizedMemory, ObjectsLiveInSizedBlocksAndGiveThemBack) {
   const std::int64_t live = test::LiveBlocks();
-  CBasicObject* object = new Probe;
-  EXPECT_EQ(SizeInFrontOf(object), sizeof(Probe));
-  delete object;
+  for (CBasicObject* object : {new Probe, new (std::nothrow) Probe}) {
+    EXPECT_EQ(SizeInFrontOf(object), sizeof(Probe));
+    delete object;
+  }
+  delete[] new (std::nothrow) Probe[3];
+  EXPECT_THROW(new (std::nothrow) Throwing, int);
   { std::vector<std::int64_t, SizedAllocator<std::int64_t>> numbers(100, 1); }
   EXPECT_EQ(test::LiveBlocks(), live);
   EXPECT_THROW(SizedAllocator<std::int64_t>().allocate(0x2000'0001), std::bad_alloc);

@@ -65,8 +65,8 @@ inline constexpr bool kIsPlain<T, true> = std::is_same_v<T, std::remove_cv_t<T>>
 
 }  // namespace zvuti::wire
 
-/// Writes an integer as sizeof(T) bytes. `long` and wchar_t have another width on each target: cast
-/// them to a fixed-width type first.
+/// Writes an integer as sizeof(T) bytes. std::size_t, `long` and wchar_t have 4, 4 and 2 bytes on 32-bit
+/// Windows and 8, 8 and 4 on 64-bit Linux: cast them first, `stream << static_cast<std::uint32_t>(n)`.
 template <class T, std::enable_if_t<zvuti::wire::kIsPlain<T>, int> = 0>
 CStreamWriter& operator<<(CStreamWriter& out, T value) {
   out.Write(&value, sizeof value);
@@ -91,6 +91,12 @@ CStreamReader& operator>>(CStreamReader& in, T& value) {
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const std::string& text);
 /// The same for a text up to its terminator. REQUIRES: text is not null.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const char* text);
+/// Refuses `nullptr`, which is no text.
+template <class T, std::enable_if_t<std::is_null_pointer_v<T>, int> = 0>
+CStreamWriter& operator<<(CStreamWriter& out, T) {
+  static_assert(!std::is_null_pointer_v<T>, "nullptr is no text: write \"\" for an empty one.");
+  return out;
+}
 /// The same for all bytes of a string or buffer, zero bytes included.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const CTextString& text);
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const CByteBuffer& bytes);

@@ -57,7 +57,15 @@ class ZVUTILIB_API CBasicObject {
   /// A sized block, or null when the heap refuses; the constructor does not run then.
   static void* operator new(std::size_t size) noexcept;
   static void* operator new[](std::size_t size) noexcept;
+  /// The same: none of them throws. For an object in a place of its own there is the global `new`.
+  static void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return operator new(size); }
+  static void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return operator new[](size);
+  }
   /// Gives the block back; null does nothing.
   static void operator delete(void* payload) noexcept { SizedFree(payload); }
   static void operator delete[](void* payload) noexcept { SizedFree(payload); }
+  /// Called where the constructor throws in a `new (std::nothrow)`.
+  static void operator delete(void* payload, const std::nothrow_t&) noexcept { SizedFree(payload); }
+  static void operator delete[](void* payload, const std::nothrow_t&) noexcept { SizedFree(payload); }
 };
