@@ -8,7 +8,7 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 rm -rf "$build"
 cmake -S "$here" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
 cmake --build "$build" >/dev/null
-for program in client client_static; do
+for program in client client_static accepted; do
   [ ! -x "$build/$program" ] || "$build/$program"
 done
 
@@ -16,6 +16,12 @@ pc=$(dirname "$(find "$prefix" -name ZvUtiLib.pc)")
 read -ra flags <<<"$(PKG_CONFIG_PATH=$pc pkg-config --cflags --libs ZvUtiLib)"
 g++ -std=c++17 "$here"/main.cpp -o "$build/client_pc" "${flags[@]}" -Wl,-rpath,"$pc/.."
 "$build/client_pc"
+if command -v clang++ >/dev/null; then
+  clang++ -std=c++17 "$here"/../compile/accepted.cpp -o "$build/accepted_clang" "${flags[@]}" -Wl,-rpath,"$pc/.."
+  "$build/accepted_clang"
+else
+  echo "check: clang++ is not installed, left out"
+fi
 
 # Only what the headers declare is exported: what a symbol's name begins with stands in one of them.
 library=$(find "$prefix" -name libZvUtiLib.so)

@@ -21,6 +21,7 @@ check_windows_client() {
   build_against "$1" tests/client "$2" --toolchain "$windows_toolchain"
   cp "$1"/bin/*.dll "$2"
   in_wine "$2" client.exe
+  in_wine "$2" accepted.exe
 }
 
 check_version_record() {
@@ -66,6 +67,8 @@ windows() {
   say "Exported names and version record"
   tests/exports/check.py include build/linux-release/libZvUtiLib.so "$windows_build/ZvUtiLib.dll"
   check_version_record
+  say "What a client may write, with all three compilers"
+  tests/compile/check.py g++ clang++ i686-w64-mingw32-g++-posix
   say "A client of the installed package, under Wine"
   check_windows_client "$PWD/$windows_build/installed" build/client-windows
   say "Tests, under Wine"
