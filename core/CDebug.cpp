@@ -1,9 +1,10 @@
 #include <ZvUtiLib/CDebug.h>
 #include <ZvUtiLib/platform/CKxIOUti.h>
 
+#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
-#include <string>
+#include <exception>
 #include <string_view>
 
 #include "platform/AppendFile.h"
@@ -18,6 +19,36 @@ constexpr std::size_t kLongestText = 1023;
 // Worked out anew each time: nothing of the log outlives a call.
 CString LogPath() { return CKxIOUti::GetAppPath() + "log/lobby.log"; }
 
+// The log is called in catch blocks and destructors: no failure of `work` leaves it, and errno stays as the
+// caller has it. Other exceptions than the standard ones pass: the C library ends a thread by one.
+template <class Work>
+void InSilence(Work work) {
+  const int before = errno;
+  try {
+    work();
+  } catch (const std::exception&) {
+  }
+  errno = before;
+}
+
+void AppendLine(const char* format, va_list arguments) {
+  zvuti::AppendFile file(LogPath());
+  if (!file.IsOpen()) return;
+
+  SYSTEMTIME now{};
+  zvuti::TheDoors().getLocalTime(&now);
+
+  char line[64 + kLongestText + 2];
+  const int stamp = std::snprintf(line, 64, "%04d-%02d-%02d %02d:%02d:%02d,%03d ", now.wYear, now.wMonth,
+                                  now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds);
+  // One byte beyond the limit shows whether the last character within it is whole.
+  char* const text = line + stamp;
+  zvuti::FormatBounded(text, kLongestText + 2, format ? format : "", arguments);
+  const std::size_t length = zvuti::gbk::CutWhole(text, kLongestText).size();
+  text[length] = '\n';
+  file.Append({line, static_cast<std::size_t>(stamp) + length + 1});
+}
+
 }  // namespace
 
 CDebug::CDebug() = default;
@@ -26,30 +57,16 @@ CDebug& CDebug::operator=(const CDebug&) = default;
 CDebug::~CDebug() = default;
 
 void CDebug::LogInit() {
-  const CString path = LogPath();
-  if (CKxIOUti::IsFileExist(path)) return;
-  CKxIOUti::CreateDir(CKxIOUti::GetFilePath(path));
+  InSilence([] {
+    const CString path = LogPath();
+    if (CKxIOUti::IsFileExist(path)) return;
+    CKxIOUti::CreateDir(CKxIOUti::GetFilePath(path));
+  });
 }
 
 void CDebug::LogOut(const char* format, ...) {
-  zvuti::AppendFile file(LogPath());
-  if (!file.IsOpen()) return;
-
-  SYSTEMTIME now{};
-  zvuti::TheDoors().getLocalTime(&now);
-
-  // One byte beyond the limit shows whether the last character within it is whole.
-  char text[kLongestText + 2] = {};
   va_list arguments;
   va_start(arguments, format);
-  zvuti::FormatBounded(text, sizeof text, format ? format : "", arguments);
+  InSilence([&] { AppendLine(format, arguments); });
   va_end(arguments);
-
-  char stamp[64];
-  std::snprintf(stamp, sizeof stamp, "%04d-%02d-%02d %02d:%02d:%02d,%03d ", now.wYear, now.wMonth, now.wDay,
-                now.wHour, now.wMinute, now.wSecond, now.wMilliseconds);
-  std::string line = stamp;
-  line += zvuti::gbk::CutWhole(text, kLongestText);
-  line += '\n';
-  file.Append(line);
 }

@@ -10,14 +10,16 @@ namespace zvuti {
 /// what several threads or processes append never mixes and is never lost to each other.
 class AppendFile {
  public:
-  /// Opens `path`, which is made where it is missing; its folder is not.
+  /// Opens `path`, which is made where it is missing; its folder is not. A pipe that nobody reads
+  /// does not open; nothing here waits for a reader.
   explicit AppendFile(const char* path);
   ~AppendFile();
   AppendFile(const AppendFile&) = delete;
   AppendFile& operator=(const AppendFile&) = delete;
 
   bool IsOpen() const;
-  /// Adds text, with line ends as the system's text files have them. A failure is silent.
+  /// Adds text, with line ends as the system's text files have them. A failure is silent: it raises no
+  /// signal either.
   /// REQUIRES: IsOpen().
   void Append(std::string_view text);
 

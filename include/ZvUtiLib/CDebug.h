@@ -8,7 +8,8 @@
 
 /// Without state: each line is an open, an append and a close of its own, so a line is in the file when
 /// the call returns, and the file may be moved or deleted between calls. Any thread may call; lines of
-/// several threads never mix. The file grows without bound. Failures are silent.
+/// several threads never mix. The file grows without bound. Failures are silent: the line is lost, and
+/// nothing is thrown or signalled. errno stays as it is.
 class ZVUTILIB_API CDebug {
  public:
   CDebug();

@@ -2,6 +2,7 @@
 #include <ZvUtiLib/platform/CString.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -32,8 +33,10 @@ TEST_F(CDebugTest, WritesOneLineForEachCall) {
   CDebug::LogInit();
   EXPECT_TRUE(Exists("log"));
   EXPECT_FALSE(Exists("log/lobby.log"));
+  errno = EDOM;
   CDebug::LogOut("%s has %d%%", "100% %s %n", 7);
   CDebug::LogInit();
+  EXPECT_EQ(errno, EDOM);
   CDebug::LogOut("ends\n");
   CDebug::LogOut("");
   CDebug::LogOut(nullptr);
@@ -48,10 +51,14 @@ TEST_F(CDebugTest, WritesOneLineForEachCall) {
 
 TEST_F(CDebugTest, LosesLinesWhereTheLogCannotBeAndAsksForNoTimeThen) {
   doors_->getLocalTime = [](SYSTEMTIME*) { ADD_FAILURE() << "the file did not open"; };
+  errno = EDOM;
   CDebug::LogOut("no folder");
+  EXPECT_EQ(errno, EDOM);
   EXPECT_FALSE(Exists("log"));
   folder_.Write("log", "a file stands where the folder should");
+  errno = EDOM;
   CDebug::LogInit();
+  EXPECT_EQ(errno, EDOM);
   CDebug::LogOut("lost");
   EXPECT_EQ(folder_.Read("log"), "a file stands where the folder should");
 }

@@ -1,7 +1,10 @@
 #include "platform/OpenFile.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <signal.h>  // NOLINT(modernize-deprecated-headers)
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <iterator>
@@ -38,6 +41,38 @@ TEST(OpenFile, FilesCloseWithTheirObjects) {
     EXPECT_EQ(openFiles(), before + 2);
   }
   EXPECT_EQ(openFiles(), before);
+}
+
+// A write into a pipe whose reader has gone raises a signal, which has to go without a trace: neither what
+// the thread blocks nor what waits for it may change.
+TEST(AppendFile, LeavesTheSignalsOfItsThreadAsTheyAre) {
+  const test::TempFolder folder;
+  const std::string path = folder.Path("pipe");
+  ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+  sigset_t pipe, before, waiting, after;
+  sigemptyset(&pipe);
+  sigaddset(&pipe, SIGPIPE);
+  pthread_sigmask(SIG_SETMASK, nullptr, &before);
+  for (const bool isBlocked : {false, true}) {
+    for (const bool isWaiting : {false, true}) {
+      if (isWaiting && !isBlocked) continue;
+      if (isBlocked) pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
+      const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK);
+      zvuti::AppendFile file(path.c_str());
+      ASSERT_TRUE(file.IsOpen());
+      close(reader);
+      if (isWaiting) raise(SIGPIPE);
+      file.Append("lost");
+      pthread_sigmask(SIG_SETMASK, nullptr, &after);
+      EXPECT_EQ(sigismember(&after, SIGPIPE), isBlocked ? 1 : 0);
+      EXPECT_EQ(sigismember(&after, SIGXFSZ), 0);
+      sigpending(&waiting);
+      EXPECT_EQ(sigismember(&waiting, SIGPIPE), isWaiting ? 1 : 0) << "blocked: " << isBlocked;
+      const timespec now{};
+      sigtimedwait(&pipe, nullptr, &now);
+    }
+  }
+  pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 }  // namespace

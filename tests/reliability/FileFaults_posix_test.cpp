@@ -1,5 +1,8 @@
 // Files that are forbidden, enormous or changed while they are read, and a log that loses its place.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -9,11 +12,13 @@
 #include <functional>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include <ZvUtiLib/CDebug.h>
 
 #include "tests/reliability/Loaders.h"
 #include "tests/support/AppFolder.h"
+#include "tests/support/DoorsGuard.h"
 #include "tests/support/ResourceLimits.h"
 #include "tests/support/TempFolder.h"
 
@@ -121,6 +126,35 @@ TEST(FileFaults, TheLogGoesOnWhenItsPlaceIsBack) {
   const auto rights = [&](perms to) { std::filesystem::permissions(file, to); };
   faulted(
       "read-only", [&] { rights(perms::owner_read | perms::others_read); }, [&] { rights(perms::all); });
+
+  rlimit sizes{};
+  getrlimit(RLIMIT_FSIZE, &sizes);
+  const auto limitSize = [&](rlim_t most) {
+    const rlimit limit{most, sizes.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+  };
+  faulted(
+      "size limit", [&] { limitSize(std::filesystem::file_size(file)); }, [&] { limitSize(sizes.rlim_cur); });
+  static int reader = -1;
+  const auto putPipe = [&](bool isRead) {
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    rights(perms::all);
+    if (isRead) reader = open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  };
+  replaced("a pipe that nobody reads", file, [&] { putPipe(false); });
+  replaced("a full pipe", file, [&] {
+    putPipe(true);
+    const std::string some(4096, 'x');
+    const int writer = open(file.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+    while (write(writer, some.data(), some.size()) > 0) continue;
+    close(writer);
+  });
+  close(std::exchange(reader, -1));
+  {
+    test::DoorsGuard doors;
+    doors->getLocalTime = [](SYSTEMTIME*) { close(std::exchange(reader, -1)); };  // the log is open
+    replaced("a pipe whose reader goes", file, [&] { putPipe(true); });
+  }
   std::ifstream in(file);
   std::string seen;
   for (std::string line; std::getline(in, line);)

@@ -66,9 +66,10 @@ void RefuseRows(std::initializer_list<Row<T>> rows) {
 }
 
 // An operation of which nothing is to be seen afterwards.
-void RefuseAlone(const char* what, const std::function<void()>& operate) {
+void RefuseAlone(const char* what, const std::function<void()>& operate,
+                 AfterRefusal promise = AfterRefusal::kUsable) {
   const auto make = [&] { return test::Subject{operate, [] { return std::string(); }}; };
-  EXPECT_GT(RefuseEach(what, AfterRefusal::kUsable, make), 0) << what << " asks the heap for nothing";
+  EXPECT_GT(RefuseEach(what, promise, make), 0) << what << " asks the heap for nothing";
 }
 
 constexpr auto kAllOrNothing = AfterRefusal::kAllOrNothing;
@@ -237,8 +238,10 @@ TEST(FullHeap, FilesAreReadOrRefused) {
     CUtiMacInfo::GetAllMacAddress(buffer, sizeof buffer, &length);
     CUtiMacInfo::GetAllMacAddress2(buffer, sizeof buffer, &length);
   });
-  folder.Write("log/lobby.log", "");
-  RefuseAlone("log", [] { CDebug::LogOut("%s", kLong); });
+  RefuseAlone(
+      "folder of the log", [] { CDebug::LogInit(); }, kUsableSilent);
+  RefuseAlone(
+      "log", [] { CDebug::LogOut("%s", kLong); }, kUsableSilent);
   std::istringstream log(folder.ReadText("log/lobby.log"));
   for (std::string line; std::getline(log, line);) EXPECT_EQ(line.substr(24), kLong);  // whole or lost
 }
