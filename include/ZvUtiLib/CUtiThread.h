@@ -22,7 +22,8 @@
 ///       if (threadHandle) WaitForSingleObject(threadHandle, INFINITE);
 ///     }
 ///
-/// It leaves the handles open; the base closes them.
+/// It leaves the handles open; the base closes them. A run has ended, and the wait with it, when the
+/// thread_local objects of its thread are destroyed.
 class ZVUTILIB_API CUtiThread {
  public:
   /// No run, no handles.

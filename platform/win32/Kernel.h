@@ -22,8 +22,9 @@ inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(-1);
 /// failure.
 HANDLE CreateEventA(SECURITY_ATTRIBUTES* attributes, int manualReset, int initialState, const char* name);
 
-/// A thread that runs `entry` at once and whose exit code is the result. Null on failure. Attributes,
-/// stack size, flags and id are not served.
+/// A thread that runs `entry` at once and whose exit code is the result, or what it hands to pthread_exit. It
+/// has ended when its thread_local objects and the values of its keys are destroyed. Null on failure.
+/// Attributes, stack size, flags and id are not served.
 HANDLE CreateThread(SECURITY_ATTRIBUTES* attributes, std::size_t stackSize, LPTHREAD_START_ROUTINE entry,
                     void* argument, DWORD flags, DWORD* threadId);
 
@@ -38,7 +39,7 @@ namespace zvuti {
 /// What a handle leads to.
 class KernelObject {
  public:
-  KernelObject();
+  KernelObject() = default;
   KernelObject(const KernelObject&) = delete;
   KernelObject& operator=(const KernelObject&) = delete;
   virtual ~KernelObject();
@@ -48,10 +49,6 @@ class KernelObject {
 HANDLE HandleTo(std::shared_ptr<KernelObject> object);
 /// The object behind a handle, null for a null or invalid one.
 std::shared_ptr<KernelObject> ObjectOf(HANDLE handle);
-
-/// Handles that are open, and objects that are alive.
-std::int64_t OpenHandles();
-std::int64_t LiveKernelObjects();
 
 }  // namespace zvuti
 

@@ -2,8 +2,8 @@
 
 #include <pthread.h>
 
-#include <atomic>
 #include <chrono>
+#include <climits>
 #include <condition_variable>
 #include <mutex>
 #include <new>
@@ -13,16 +13,8 @@ namespace {
 
 using zvuti::KernelObject;
 
-std::atomic<std::int64_t> openHandles{0};
-std::atomic<std::int64_t> liveObjects{0};
-
 // Each handle is a block of its own, so that closing one twice shows under a sanitizer.
 struct Handle {
-  explicit Handle(std::shared_ptr<KernelObject> o) : object(std::move(o)) { ++openHandles; }
-  ~Handle() { --openHandles; }
-  Handle(const Handle&) = delete;
-  Handle& operator=(const Handle&) = delete;
-
   const std::shared_ptr<KernelObject> object;
 };
 
@@ -51,7 +43,7 @@ class Waitable : public KernelObject {
     changed_.notify_all();
   }
 
-  bool Wait(std::uint32_t milliseconds) {
+  virtual bool Wait(std::uint32_t milliseconds) {
     std::unique_lock lock(mutex_);
     const auto signalled = [this] { return signalled_; };
     if (milliseconds == INFINITE) {
@@ -75,61 +67,96 @@ class Event : public Waitable {
   using Waitable::Waitable;
 };
 
+// Ends as a thread of the platform does: after all that it leaves behind is destroyed. When its entry has
+// returned, or has left by pthread_exit, the system destroys the thread's thread_local objects and then, in
+// up to PTHREAD_DESTRUCTOR_ITERATIONS rounds, the values of its keys. A key of our own comes back for each
+// round and signals in the last but one; the last is where heaps and sanitizers take leave of a thread.
+// Whoever has waited then joins, so that nothing of the thread runs any more when the wait is over.
 class Thread : public Waitable {
  public:
   Thread(LPTHREAD_START_ROUTINE entry, void* argument)
       : Waitable(true, false), entry_(entry), argument_(argument) {}
 
-  // The system's thread is gone when the object is, unless it is the thread itself that ends the object.
+  // Closing a handle waits for nothing.
   ~Thread() override {
-    if (!started_) return;
-    if (pthread_equal(thread_, pthread_self())) {
-      pthread_detach(thread_);
-    } else {
-      pthread_join(thread_, nullptr);
-    }
+    if (isStarted_ && !isJoined_) pthread_detach(thread_);
   }
 
   static bool Start(const std::shared_ptr<Thread>& thread) {
     thread->self_ = thread;
-    thread->started_ = pthread_create(&thread->thread_, nullptr, &Thread::Run, thread.get()) == 0;
-    if (!thread->started_) thread->self_.reset();
-    return thread->started_;
+    thread->isStarted_ = pthread_create(&thread->thread_, nullptr, &Thread::Run, thread.get()) == 0;
+    if (!thread->isStarted_) thread->self_.reset();
+    return thread->isStarted_;
   }
 
-  std::uint32_t ExitCode() const { return exitCode_.load(); }
+  bool Wait(std::uint32_t milliseconds) override {
+    if (!Waitable::Wait(milliseconds)) return false;
+    Join();
+    return true;
+  }
+
+  std::uint32_t ExitCode() { return Wait(0) ? exitCode_ : STILL_ACTIVE; }
 
  private:
   static void* Run(void* object) {
-    const std::shared_ptr<Thread> self = std::move(static_cast<Thread*>(object)->self_);
-    self->exitCode_ = static_cast<std::uint32_t>(self->entry_(self->argument_));
-    self->Signal();
-    return nullptr;
+    auto* const thread = static_cast<Thread*>(object);
+    const bool isKept = KeepForKey(thread);
+    const auto code = static_cast<std::uint32_t>(thread->entry_(thread->argument_));
+    if (!isKept) thread->End();
+    return reinterpret_cast<void*>(std::uintptr_t{code});
+  }
+
+  // Has EndRound called with `thread` in the next round of this system's thread. Where the system refuses
+  // that, a thread signals at the end of its entry, and the join alone waits for the rest, whatever limit
+  // there is. The key stays to the end of the process: a static object that is destroyed late may still wait
+  // for a thread.
+  static bool KeepForKey(Thread* thread) {
+    static pthread_key_t key;
+    static const bool isMade = pthread_key_create(&key, &Thread::EndRound) == 0;
+    return isMade && pthread_setspecific(key, thread) == 0;
+  }
+
+  static void EndRound(void* object) {
+    auto* const thread = static_cast<Thread*>(object);
+    if (++thread->rounds_ == PTHREAD_DESTRUCTOR_ITERATIONS - 1 || !KeepForKey(thread)) thread->End();
+  }
+
+  void End() {
+    const std::shared_ptr<Thread> self = std::move(self_);
+    Signal();
+  }
+
+  void Join() {
+    const std::lock_guard lock(joining_);
+    if (isJoined_ || pthread_equal(thread_, pthread_self())) return;
+    void* result = nullptr;
+    pthread_join(thread_, &result);
+    isJoined_ = true;
+    exitCode_ = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(result));
   }
 
   const LPTHREAD_START_ROUTINE entry_;
   void* const argument_;
-  std::atomic<std::uint32_t> exitCode_{STILL_ACTIVE};
   pthread_t thread_{};
-  bool started_ = false;
-  std::shared_ptr<Thread> self_;  // what keeps a running thread's object, until Run has taken it over
+  bool isStarted_ = false;
+  int rounds_ = 0;
+  std::shared_ptr<Thread> self_;  // keeps the object of a running thread until End
+  std::mutex joining_;
+  bool isJoined_ = false;
+  std::uint32_t exitCode_ = STILL_ACTIVE;
 };
 
 }  // namespace
 
 namespace zvuti {
 
-KernelObject::KernelObject() { ++liveObjects; }
-KernelObject::~KernelObject() { --liveObjects; }
+KernelObject::~KernelObject() = default;
 
-HANDLE HandleTo(std::shared_ptr<KernelObject> object) { return new (std::nothrow) Handle(std::move(object)); }
+HANDLE HandleTo(std::shared_ptr<KernelObject> object) { return new (std::nothrow) Handle{std::move(object)}; }
 
 std::shared_ptr<KernelObject> ObjectOf(HANDLE handle) {
   return handle && handle != INVALID_HANDLE_VALUE ? static_cast<Handle*>(handle)->object : nullptr;
 }
-
-std::int64_t OpenHandles() { return openHandles; }
-std::int64_t LiveKernelObjects() { return liveObjects; }
 
 }  // namespace zvuti
 
@@ -143,7 +170,7 @@ HANDLE CreateThread(SECURITY_ATTRIBUTES*, std::size_t, LPTHREAD_START_ROUTINE en
   const auto thread = Make<Thread>(entry, argument);
   if (!thread) return nullptr;
   // The handle comes first: a thread that runs can't be taken back.
-  std::unique_ptr<Handle> handle(new (std::nothrow) Handle(thread));
+  std::unique_ptr<Handle> handle(new (std::nothrow) Handle{thread});
   return handle && Thread::Start(thread) ? handle.release() : nullptr;
 }
 

@@ -1,6 +1,7 @@
 #include "tests/support/HeapFaults.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
@@ -14,6 +15,7 @@ struct State {
   bool counting = false, andAllAfter = false, refused = false;
 };
 thread_local State state;
+std::atomic<std::int64_t> liveOfAll{0};
 
 void* Allocate(std::size_t size) noexcept {
   if (state.counting) {
@@ -26,12 +28,18 @@ void* Allocate(std::size_t size) noexcept {
     }
   }
   void* block = std::malloc(size > 0 ? size : 1);
-  if (block) ++state.live;
+  if (block) {
+    ++state.live;
+    liveOfAll.fetch_add(1, std::memory_order_relaxed);
+  }
   return block;
 }
 
 void Release(void* block) noexcept {
-  if (block) --state.live;
+  if (block) {
+    --state.live;
+    liveOfAll.fetch_sub(1, std::memory_order_relaxed);
+  }
   std::free(block);
 }
 
@@ -70,5 +78,6 @@ std::uint64_t HeapFaults::BytesAsked() const { return state.bytes; }
 std::size_t HeapFaults::LargestAsked() const { return state.largest; }
 
 std::int64_t LiveBlocks() { return state.live; }
+std::int64_t LiveBlocksOfAllThreads() { return liveOfAll.load(std::memory_order_relaxed); }
 
 }  // namespace test

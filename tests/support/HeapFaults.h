@@ -28,5 +28,7 @@ class HeapFaults {
 
 /// Blocks that this thread has allocated and not freed (blocks freed by another thread stay counted).
 std::int64_t LiveBlocks();
+/// Blocks that are allocated and not freed, by whichever threads.
+std::int64_t LiveBlocksOfAllThreads();
 
 }  // namespace test

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <thread>
 
-#include "platform/win32/Kernel.h"
+#include "tests/support/HeapFaults.h"
 #include "tests/support/NothingLeft.h"
 
 namespace {
@@ -19,18 +19,18 @@ std::int64_t Threads() {
 
 namespace test {
 
-NothingLeft::NothingLeft() : handles_(zvuti::OpenHandles()), objects_(zvuti::LiveKernelObjects()) {
+NothingLeft::NothingLeft() {
   std::thread([] {}).join();  // some sanitizers start a thread of their own beside the first one
   threads_ = Threads();
+  handles_ = LiveBlocksOfAllThreads();
 }
 
 NothingLeft::~NothingLeft() {
-  EXPECT_EQ(zvuti::OpenHandles(), handles_);
   // The system lists a thread for a moment longer than it lives, and nobody joins a thread without handles.
   const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-  const auto left = [this] { return Threads() > threads_ || zvuti::LiveKernelObjects() > objects_; };
+  const auto left = [this] { return Threads() > threads_ || LiveBlocksOfAllThreads() > handles_; };
   while (left() && std::chrono::steady_clock::now() < limit) std::this_thread::yield();
-  EXPECT_EQ(zvuti::LiveKernelObjects(), objects_);
+  EXPECT_EQ(LiveBlocksOfAllThreads(), handles_);
   EXPECT_LE(Threads(), threads_);
 }
 

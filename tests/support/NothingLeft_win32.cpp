@@ -38,7 +38,7 @@ std::int64_t Threads() {
 
 namespace test {
 
-NothingLeft::NothingLeft() : objects_(0) {
+NothingLeft::NothingLeft() {
   std::thread([] {}).join();  // the first one makes the runtime library open what it keeps
   handles_ = Handles();
   threads_ = Threads();

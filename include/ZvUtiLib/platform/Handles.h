@@ -24,12 +24,13 @@ constexpr DWORD STILL_ACTIVE = 259;        ///< exit code of a thread that is ru
 /// Signals an event; returns 1, or 0 when the handle is none of an event.
 ZVUTILIB_API int SetEvent(HANDLE event);
 
-/// Waits until an event is signalled or a thread has ended, at most `milliseconds` long. Returns
-/// WAIT_OBJECT_0, WAIT_TIMEOUT, or WAIT_FAILED when the handle can't be waited on.
+/// Waits until an event is signalled or a thread has ended, at most `milliseconds` long. A thread has ended
+/// when its thread_local objects are destroyed. Returns WAIT_OBJECT_0, WAIT_TIMEOUT, or WAIT_FAILED when the
+/// handle can't be waited on.
 ZVUTILIB_API DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
 
-/// Stores what the thread's entry returned, or STILL_ACTIVE; returns 1, or 0 when the handle is none
-/// of a thread.
+/// Stores what the thread's entry returned, or STILL_ACTIVE until the thread has ended; returns 1, or 0 when
+/// the handle is none of a thread.
 ZVUTILIB_API int GetExitCodeThread(HANDLE thread, DWORD* exitCode);
 
 /// Closes the handle; returns 1, or 0 when it is null. A thread runs on without handles.
