@@ -4,9 +4,9 @@
 #include <ZvUtiLib/Export.h>
 
 /// Addresses are written as entries of 6 bytes, back to back, in the order of the system's list of
-/// adapters. A buffer of `length` bytes has room for length / 6 of them; bytes that no entry covers stay
-/// as they were, also behind an address of fewer than 6 bytes. Longer addresses are cut.
-/// Stateless: any thread may call.
+/// adapters; on Linux by the interfaces' indexes, the loopback last. A buffer of `length` bytes has room for
+/// length / 6 of them; bytes that no entry covers stay as they were, also behind an address of fewer than 6
+/// bytes. Longer addresses are cut. Stateless: any thread may call.
 class ZVUTILIB_API CUtiMacInfo {
  public:
   CUtiMacInfo();

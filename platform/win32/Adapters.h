@@ -1,7 +1,8 @@
 // The machine's network adapters: two lists of them, and a query to one adapter's driver.
 //
-// On Linux the lists hold the interfaces in the order of their indexes, and a machine without any but
-// the loopback has none. Records have the fields that are in use, no more.
+// On Linux the lists hold the interfaces in the order of their indexes, the loopback last: whoever reads as
+// many records as there is room for has to get the addresses first. A machine without any but the loopback
+// has none. Records have the fields that are in use, no more.
 #pragma once
 
 #if defined(_WIN32)
@@ -38,8 +39,8 @@ struct IP_ADAPTER_ADDRESSES {
 /// ERROR_NO_DATA.
 ULONG GetAdaptersInfo(IP_ADAPTER_INFO* list, ULONG* size);
 
-/// The same with the addresses that the system reports; the loopback is there and has no address.
-/// Serves the family of internet addresses, 2, alone, and no flags.
+/// The same with the addresses that the system reports; the loopback is there, as the last, and has no
+/// address. Serves the family of internet addresses, 2, alone, and no flags.
 ULONG GetAdaptersAddresses(ULONG family, ULONG flags, void* reserved, IP_ADAPTER_ADDRESSES* list,
                            ULONG* size);
 

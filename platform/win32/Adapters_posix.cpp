@@ -16,6 +16,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -27,7 +28,8 @@ struct Interface {
   std::string address;
 };
 
-// All interfaces by index; none when the system does not tell, or when there is the loopback alone.
+// All interfaces by index, the loopback last; none when the system does not tell, or when there is the
+// loopback alone.
 std::vector<Interface> Interfaces() {
   std::vector<Interface> found;
   ifaddrs* first = nullptr;
@@ -40,7 +42,9 @@ std::vector<Interface> Interfaces() {
     found.push_back({link->sll_ifindex, (entry->ifa_flags & IFF_LOOPBACK) != 0, entry->ifa_name,
                      std::string(reinterpret_cast<const char*>(link->sll_addr), length)});
   }
-  std::sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.index < b.index; });
+  std::sort(found.begin(), found.end(), [](const auto& a, const auto& b) {
+    return std::pair(a.loopback, a.index) < std::pair(b.loopback, b.index);
+  });
   if (std::all_of(found.begin(), found.end(), [](const auto& i) { return i.loopback; })) found.clear();
   return found;
 }

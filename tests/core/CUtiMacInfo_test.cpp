@@ -115,6 +115,7 @@ TEST_F(CUtiMacInfoTest, WritesAsManyEntriesAsFit) {
       {three, 6, "1 6 aaaaaa", "1 6 aaaaaa"},
       {three, 17, "1 12 aaaaaabbbbbb", "1 12 aaaaaabbbbbb"},
       {three, 48, "1 18 aaaaaabbbbbbcccccc", "1 18 aaaaaabbbbbbcccccc"},
+      {odd, 12, "1 12 ab....cdefgh", "1 12 ab....cdefgh"},  // nothing behind the long one hides its end
       {odd, 18, "1 18 ab....cdefghklmnop", "1 18 ab....cdefghklmnop"},
       {bare, 12, "1 12 ......aaaaaa", "1 6 aaaaaa"},  // its driver has answered, with no bytes
       {bare, 24, "1 18 ......aaaaaabbbbbb", "1 12 aaaaaabbbbbb"},

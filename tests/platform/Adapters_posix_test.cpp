@@ -1,9 +1,16 @@
 #include "platform/win32/Adapters.h"
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <ifaddrs.h>
+#include <net/if.h>
+#include <netpacket/packet.h>
+
+#include <ZvUtiLib/CUtiMacInfo.h>
 
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -13,6 +20,25 @@
 #include <vector>
 
 #include "tests/support/NothingLeft.h"
+
+namespace {
+
+// The interfaces of a machine that a test makes up, null for the system's own.
+ifaddrs* madeUp = nullptr;
+
+}  // namespace
+
+// These two stand in front of the system's, in this program.
+extern "C" int getifaddrs(ifaddrs** first) noexcept {
+  static const auto real = reinterpret_cast<int (*)(ifaddrs**)>(dlsym(RTLD_NEXT, "getifaddrs"));
+  if (!madeUp) return real(first);
+  *first = madeUp;
+  return 0;
+}
+extern "C" void freeifaddrs(ifaddrs* first) noexcept {
+  static const auto real = reinterpret_cast<void (*)(ifaddrs*)>(dlsym(RTLD_NEXT, "freeifaddrs"));
+  if (!madeUp) real(first);
+}
 
 namespace {
 
@@ -40,7 +66,7 @@ std::string TextOf(const IP_ADAPTER_ADDRESSES& record) {
   return text;
 }
 
-TEST(Adapters, ListsTheInterfacesInTheOrderOfTheirIndexes) {
+TEST(Adapters, ListsTheInterfacesInTheOrderOfTheirIndexesAndTheLoopbackLast) {
   // What the system's own files tell: name and address by index.
   std::map<int, std::pair<std::string, std::string>> system;
   std::error_code none;
@@ -53,12 +79,16 @@ TEST(Adapters, ListsTheInterfacesInTheOrderOfTheirIndexes) {
   }
   if (system.empty()) GTEST_SKIP() << "the system does not tell its interfaces";
   std::vector<std::string> names, addresses;
+  bool hasLoopback = false;
   for (const auto& [index, interface] : system) {
-    const bool loopback = interface.first == "lo";
-    if (!loopback) names.push_back(interface.first);
-    addresses.push_back(loopback ? "" : interface.second.substr(0, 23));  // 8 bytes at most
+    if (interface.first == "lo") {
+      hasLoopback = true;
+    } else {
+      names.push_back(interface.first);
+      addresses.push_back(interface.second.substr(0, 23));  // 8 bytes at most
+    }
   }
-  if (names.empty()) addresses.clear();
+  if (hasLoopback && !names.empty()) addresses.emplace_back();
   EXPECT_EQ(
       ListOf<IP_ADAPTER_INFO>(GetAdaptersInfo, [](const auto& r) { return std::string(r.AdapterName); }),
       names);
@@ -66,6 +96,48 @@ TEST(Adapters, ListsTheInterfacesInTheOrderOfTheirIndexes) {
     return GetAdaptersAddresses(2, 0, nullptr, list, size);
   };
   EXPECT_EQ(ListOf<IP_ADAPTER_ADDRESSES>(read, TextOf), addresses);
+}
+
+TEST(Adapters, ABufferForOneAddressGetsTheOneOfTheLowestIndex) {
+  struct Interface {
+    char name[IF_NAMESIZE];
+    int index;
+    unsigned flags;
+    unsigned char length;  // of its address, of which a socket address holds 8 bytes
+    sockaddr_ll link{};
+    ifaddrs entry{};
+  };
+  Interface interfaces[] = {
+      {"eth1", 3, 0, 6}, {"lo", 1, IFF_LOOPBACK, 6}, {"ib0", 2, 0, 20}, {"none", 4, 0, 0}};
+  ifaddrs* next = nullptr;
+  for (Interface& one : interfaces) {
+    one.link.sll_family = AF_PACKET;
+    one.link.sll_ifindex = one.index;
+    one.link.sll_halen = one.length;
+    std::memset(one.link.sll_addr, one.index, sizeof one.link.sll_addr);
+    one.entry.ifa_name = one.name;
+    one.entry.ifa_flags = one.flags;
+    one.entry.ifa_next = next;
+    if (one.length > 0) one.entry.ifa_addr = reinterpret_cast<sockaddr*>(&one.link);
+    next = &one.entry;
+  }
+  madeUp = next;
+  for (int room = 0; room <= 3; ++room) {
+    std::string buffer(18, '.');
+    int length = -1;
+    EXPECT_EQ(
+        CUtiMacInfo::GetAllMacAddress2(reinterpret_cast<unsigned char*>(buffer.data()), 6 * room, &length),
+        1);
+    const std::string all = std::string(6, '\2') + std::string(6, '\3');
+    EXPECT_EQ(buffer.substr(0, static_cast<std::size_t>(length)),
+              all.substr(0, 6u * static_cast<unsigned>(room)));
+  }
+  const auto read = [](IP_ADAPTER_ADDRESSES* list, ULONG* size) {
+    return GetAdaptersAddresses(2, 0, nullptr, list, size);
+  };
+  EXPECT_EQ(ListOf<IP_ADAPTER_ADDRESSES>(read, TextOf),
+            (std::vector<std::string>{"02:02:02:02:02:02:02:02", "03:03:03:03:03:03", ""}));
+  madeUp = nullptr;
 }
 
 TEST(Adapters, QueriesOnlyDevicesThatExist) {
