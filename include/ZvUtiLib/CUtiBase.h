@@ -27,7 +27,7 @@ class ZVUTILIB_API CUtiBase {
 
   /// Puts a text on the clipboard, byte for byte, in place of what was there. A null or empty text, a
   /// clipboard that others hold open and a lack of memory leave the old content. On Linux the clipboard
-  /// is one of the process's own.
+  /// is one of the process's own. <ZvUtiLib/platform/Clipboard.h> reads it.
   static void CopyToClipboard(const char* text);
   /// Loads a dynamic library, calls its entry point "DllRegisterServer" and releases the library. Does
   /// nothing when the library can't be loaded or has no such entry point.

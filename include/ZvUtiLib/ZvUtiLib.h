@@ -35,6 +35,7 @@
 #include <ZvUtiLib/platform/CKxIniFileReader.h>
 #include <ZvUtiLib/platform/CString.h>
 #include <ZvUtiLib/platform/CStringList.h>
+#include <ZvUtiLib/platform/Clipboard.h>
 #include <ZvUtiLib/platform/FormatValue.h>
 #include <ZvUtiLib/platform/Handles.h>
 #include <ZvUtiLib/platform/Windows.h>

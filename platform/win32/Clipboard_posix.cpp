@@ -27,17 +27,37 @@ class Clipboard {
     user_ = {};
     return true;
   }
-  bool IsMine() {
+
+  // Content by format. What changes it, or gives it away, serves the thread that has the clipboard open.
+  bool Has(unsigned format) {
     const std::lock_guard lock(mutex_);
-    return user_ == std::this_thread::get_id();
+    return contents_.count(format) > 0;
+  }
+  bool Empty() {
+    const std::lock_guard lock(mutex_);
+    if (!IsMine()) return false;
+    contents_.clear();
+    return true;
+  }
+  bool Set(unsigned format, void* block) {
+    const std::lock_guard lock(mutex_);
+    if (!block || !IsMine()) return false;
+    contents_[format].reset(block);
+    return true;
+  }
+  void* Get(unsigned format) {
+    const std::lock_guard lock(mutex_);
+    if (!IsMine()) return nullptr;
+    const auto found = contents_.find(format);
+    return found != contents_.end() ? found->second.get() : nullptr;
   }
 
-  // By format. Only the thread that has the clipboard open uses it.
-  std::map<unsigned, std::unique_ptr<void, FreeBlock>> contents;
-
  private:
+  bool IsMine() const { return user_ == std::this_thread::get_id(); }
+
   std::mutex mutex_;
   std::thread::id user_;
+  std::map<unsigned, std::unique_ptr<void, FreeBlock>> contents_;
 };
 
 Clipboard& TheClipboard() {
@@ -55,26 +75,17 @@ HGLOBAL GlobalFree(HGLOBAL block) {
   return nullptr;
 }
 
+int IsClipboardFormatAvailable(unsigned format) { return TheClipboard().Has(format) ? 1 : 0; }
+
 int OpenClipboard(void*) { return TheClipboard().Open() ? 1 : 0; }
 int CloseClipboard() { return TheClipboard().Close() ? 1 : 0; }
 
-int EmptyClipboard() {
-  if (!TheClipboard().IsMine()) return 0;
-  TheClipboard().contents.clear();
-  return 1;
-}
+int EmptyClipboard() { return TheClipboard().Empty() ? 1 : 0; }
 
 HANDLE SetClipboardData(unsigned format, HANDLE block) try {
-  if (!block || !TheClipboard().IsMine()) return nullptr;
-  TheClipboard().contents[format].reset(block);
-  return block;
+  return TheClipboard().Set(format, block) ? block : nullptr;
 } catch (const std::bad_alloc&) {
   return nullptr;
 }
 
-HANDLE GetClipboardData(unsigned format) {
-  if (!TheClipboard().IsMine()) return nullptr;
-  const auto& contents = TheClipboard().contents;
-  const auto found = contents.find(format);
-  return found != contents.end() ? found->second.get() : nullptr;
-}
+HANDLE GetClipboardData(unsigned format) { return TheClipboard().Get(format); }

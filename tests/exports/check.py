@@ -15,6 +15,7 @@ LINUX_ONLY = [
     r"typeinfo (name )?for ",
     # The system's own there.
     r"(SetEvent|WaitForSingleObject|GetExitCodeThread|CloseHandle)\(",
+    r"(OpenClipboard|CloseClipboard|IsClipboardFormatAvailable|GetClipboardData|GlobalLock|GlobalUnlock)\(",
     r"(Sys\w*String\w*|Variant\w+|Co\w+)\(",
     r"(vtable for )?IXMLDOM\w+|(vtable for )?IUnknown",
     # Private members of an exported class share its visibility; members of a nested class do not there.

@@ -23,8 +23,11 @@ TEST(Clipboard, BelongsToTheThreadThatOpenedIt) {
   EXPECT_EQ(SetClipboardData(CF_TEXT, block), nullptr);  // not open
   ASSERT_EQ(OpenClipboard(nullptr), 1);
   EXPECT_EQ(SetClipboardData(CF_TEXT, nullptr), nullptr);
+  EXPECT_EQ(IsClipboardFormatAvailable(CF_TEXT), 0);
   EXPECT_EQ(SetClipboardData(CF_TEXT, block), block);
   EXPECT_EQ(OnAnotherThread(), 0);
+  EXPECT_EQ(IsClipboardFormatAvailable(CF_TEXT), 1);
+  EXPECT_EQ(IsClipboardFormatAvailable(2), 0);
   EXPECT_EQ(GetClipboardData(CF_TEXT), block);
   EXPECT_EQ(EmptyClipboard(), 1);
   EXPECT_EQ(CloseClipboard(), 1);
