@@ -5,6 +5,7 @@
 #include <climits>
 #include <cstdio>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -57,8 +58,11 @@ TEST(CTimeValue, GivesFieldsOnlyOfMomentsInsideItsCalendar) {
   const CTimeValue time(2024, 2, 29, 12, 34, 56, -1);
   EXPECT_EQ(time.GetLocalTm(&local), &local);
   EXPECT_EQ(local.tm_yday, 59);
-  ASSERT_NE(time.GetLocalTm(nullptr), nullptr);
-  EXPECT_EQ(time.GetLocalTm(nullptr)->tm_wday, 4);
+  const std::tm* const mine = time.GetLocalTm(nullptr);
+  ASSERT_NE(mine, nullptr);
+  std::thread([] { CTimeValue(86'400).GetLocalTm(nullptr); }).join();  // into fields of that thread
+  EXPECT_EQ(mine->tm_year, 124);
+  EXPECT_EQ(mine->tm_wday, 4);
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include <ZvUtiLib/data/TimeValue.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -37,6 +38,9 @@ TEST(LocalTime, FollowsTheZoneWithinTheYearsThatTheRuntimesShare) {
   SetZone("EST5EDT,M3.2.0,M11.1.0");
   EXPECT_EQ(Seconds(2024, 7, 1, 0), 1'719'806'400);
   EXPECT_EQ(Seconds(2024, 7, 1, 0, 0), 1'719'806'400 + 3600);
+  for (const int dst : {-1, 0, 1}) {
+    EXPECT_EQ(CTimeValue(2024, 7, 1, 0, 0, 0, dst).GetTime(), Seconds(2024, 7, 1, 0, dst)) << dst;
+  }
   SetZone(saved);
 }
 

@@ -28,14 +28,17 @@ class ZVUTILIB_API CTimeSpanValue {
   std::int64_t seconds_;
 };
 
-/// A moment: seconds since 1970-01-01 00:00 UTC. The calendar knows the years from 1970 to 3000.
+/// A moment: seconds since 1970-01-01 00:00 UTC. The calendar knows the moments from 0 to 32,535,244,799, the
+/// end of the year 3000 in UTC+8.
 class ZVUTILIB_API CTimeValue {
  public:
   /// The moment `seconds` after 1970-01-01 00:00 UTC; 32 bits reach from 1901 to 2038.
   explicit CTimeValue(std::int32_t seconds) : seconds_(seconds) {}
   /// A moment of local time. Parts outside their ranges carry over, month 13 into the next year. A
-  /// `dst` above 0 says that daylight saving is in force, 0 that it is not, -1 leaves it to the system.
-  /// A date before 1970 or after 3000 gives a moment of -1.
+  /// `dst` above 0 says that daylight saving is in force, 0 that it is not, -1 leaves it to the system; in a
+  /// zone without daylight saving a `dst` above 0 is ignored on Windows and takes an hour off on Linux.
+  /// Gives a moment of -1 when the year, after the months have carried over, is outside 1970 to 3000, and
+  /// when the moment lies before 1970-01-01 00:00 UTC, as the first hours of that day do east of Greenwich.
   CTimeValue(int year, int month, int day, int hour, int minute, int second, int dst);
   /// The same for 64 bits.
   static CTimeValue FromSeconds(std::int64_t seconds);

@@ -30,8 +30,10 @@ struct ItemCount {
 /// An item. With an ItemKey of 1,000,000,000 and more it is a single piece, which has no count on the
 /// wire: it takes 22 bytes there instead of 26, and is read with a Count of 1.
 struct ZVUTILIB_API ItemRecord : ItemCount {
-  std::uint32_t StartTime = 0;   ///< packed local time; 0 for not set
-  std::int32_t ValidDays = 0;    ///< from StartTime on; 0 for no limit
+  std::uint32_t StartTime = 0;  ///< packed local time; 0 for not set
+  /// From StartTime on; 0 for no limit. The days become seconds in 32 bits: above 24,855 they wrap, so that
+  /// such an item can end before it starts.
+  std::int32_t ValidDays = 0;
   std::uint32_t DailyValue = 0;  ///< what one day of the item is worth
   std::uint8_t Tag = 0;
   std::uint32_t ItemKey = 0;
