@@ -1,14 +1,19 @@
-// Key operations for counting instructions: counts OPERATION does one of them within Counted and checks it.
+// Key operations for counting instructions: counts OPERATION/SIZE does one of them within Counted and checks
+// it.
 //
 // Counting begins and ends with Counted, so what prepares and checks an operation is not counted.
+#include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <functional>
+#include <string_view>
 
 #include <ZvUtiLib/data/CStringDict.h>
 
 #include "benchmarks/records/Data.h"
 #include "benchmarks/words/Data.h"
+#include "tests/support/CollidingKeys.h"
 
 extern "C" [[gnu::noipa]] void Counted(const std::function<void()>& operation) { operation(); }
 
@@ -16,8 +21,8 @@ namespace {
 
 using namespace bench;
 
-bool DecodeItems() {
-  const Items items = MakeItems(1000);
+bool DecodeItems(std::size_t count) {
+  const Items items = MakeItems(count);
   CStreamReader stream;
   stream << items;
   Items read;
@@ -25,11 +30,44 @@ bool DecodeItems() {
   return IsSame(items, read);
 }
 
-bool MaskLines() {
-  constexpr std::size_t kWords = 10000;
+bool EncodeAccounts(std::size_t count) {
+  const std::vector<AccountRecord> accounts(count, MakeAccount());
+  CStreamReader one, stream;
+  one << accounts.front();
+  Counted([&] { stream << accounts; });
+  return static_cast<std::size_t>(stream.Length()) == 2 + count * static_cast<std::size_t>(one.Length());
+}
+
+bool DecodeAccounts(std::size_t count) {
+  const std::vector<AccountRecord> accounts(count, MakeAccount());
+  CStreamReader stream;
+  stream << accounts;
+  std::vector<AccountRecord> read;
+  Counted([&] { stream >> read; });
+  return IsSame(accounts, read) && stream.Length() == 0;
+}
+
+// The entries of the bundle that is found lie the other way round; the one before it has another entry
+// at its end.
+bool FindBundle(std::size_t entries) {
+  BundleRecord wanted;
+  for (std::size_t i = 0; i < entries; ++i)
+    wanted.Entries.push_back({{5, 1}, 0, static_cast<std::int32_t>(i)});
+  BundleRecord stored = wanted;
+  std::reverse(stored.Entries.begin(), stored.Entries.end());
+  CUtiBundleTable table;
+  table.SetBundle(7, stored);
+  stored.Entries.back().Count = 2;
+  table.SetBundle(6, stored);
+  unsigned key = 0;
+  Counted([&] { table.FindBundle(wanted, key); });
+  return key == 7;
+}
+
+bool MaskLines(std::size_t wordCount) {
   CUtiBlackList list;
-  LoadWords(list, kWords);
-  const HitLines& hit = LinesWithHit(kWords, 60);
+  LoadWords(list, wordCount);
+  const HitLines& hit = LinesWithHit(wordCount, 60);
   CString result;
   bool isRight = true;
   for (std::size_t i = 0; i < hit.lines.size(); ++i) {
@@ -39,35 +77,65 @@ bool MaskLines() {
   return isRight;
 }
 
-bool ParseDictionary() {
+bool Parse(const std::string& text, std::size_t count) {
   struct Pairs {
     void Count(const char*, const char*) { ++count; }
-    unsigned count = 0;
+    std::size_t count = 0;
   } pairs;
-  std::string text;
-  for (int i = 0; i < 1000; ++i) text += "Key" + std::to_string(i * 7919) + "=" + std::to_string(i) + "&";
   CStringDict dict;
   Counted([&] { dict.Parse(text.c_str(), "=&"); });
   dict.Visit(&pairs, &Pairs::Count);
-  return pairs.count == 1000;
+  return pairs.count == count;
+}
+
+bool ParseDictionary(std::size_t count) {
+  std::string text;
+  for (std::size_t i = 0; i < count; ++i)
+    text += "Key" + std::to_string(i * 7919) + "=" + std::to_string(i) + "&";
+  return Parse(text, count);
+}
+
+bool ParseCollidingKeys(std::size_t count) {
+  std::string text;
+  for (const std::string& key : test::CollidingKeys(count)) text += key + "=1&";
+  return Parse(text, count);
+}
+
+// From the last key to the first.
+bool ParseFallingKeys(std::size_t count) {
+  std::string text;
+  for (const std::string& key : test::CollidingKeys(count)) text.insert(0, key + "=1&");
+  return Parse(text, count);
 }
 
 constexpr struct {
   const char* name;
-  bool (*run)();
+  bool (*run)(std::size_t size);
 } kOperations[] = {
-    {"decode-items", DecodeItems}, {"mask-lines", MaskLines}, {"parse-dictionary", ParseDictionary}};
+    {"decode-items", DecodeItems},
+    {"encode-accounts", EncodeAccounts},
+    {"decode-accounts", DecodeAccounts},
+    {"find-bundle", FindBundle},
+    {"mask-lines", MaskLines},
+    {"parse-dictionary", ParseDictionary},
+    {"parse-colliding-keys", ParseCollidingKeys},
+    {"parse-falling-keys", ParseFallingKeys},
+};
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  const std::string_view wanted = argc == 2 ? argv[1] : "";
+  const std::size_t slash = std::min(wanted.find('/'), wanted.size());
+  std::size_t size = 0;
+  std::from_chars(wanted.data() + std::min(slash + 1, wanted.size()), wanted.data() + wanted.size(), size);
   for (const auto& operation : kOperations) {
-    if (argc != 2 || std::strcmp(argv[1], operation.name) != 0) continue;
-    if (operation.run()) return 0;
-    std::fprintf(stderr, "counts: %s gives a wrong result\n", operation.name);
+    if (size == 0 || wanted.substr(0, slash) != operation.name) continue;
+    if (operation.run(size)) return 0;
+    std::fprintf(stderr, "counts: %s gives a wrong result\n", argv[1]);
     return 1;
   }
-  std::fputs("usage: counts OPERATION, one of:\n", stderr);
+  std::fputs("usage: counts OPERATION/SIZE, where the operation is one of:\n", stderr);
   for (const auto& operation : kOperations) std::fprintf(stderr, "  %s\n", operation.name);
   return 2;
 }

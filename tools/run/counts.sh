@@ -1,4 +1,7 @@
 # Instruction counts of key operations, which do not depend on how busy the machine is. Sourced by run.
+# A name is OPERATION/SIZE. An operation that is counted at several sizes has to take instructions nearly in
+# proportion to them: at most 1.3 times as many for each unit of its largest size as of its smallest, which
+# n log n stays below at these sizes, and n by n does not.
 
 counts_file=benchmarks/counts.txt
 
@@ -19,13 +22,14 @@ counts() {
   need valgrind libbenchmark-dev
   build linux-bench bench_counts
   say "Counting instructions"
-  local name stored now grown=0
+  local name stored now grown=0 counted="" steep
   rm -f "$counts_file.new"
   [ -s "$counts_file" ] || fail "$counts_file is missing"
   while read -r name stored; do
     now=$(count_instructions "$name")
     [ "${now:-0}" -gt 0 ] || fail "nothing was counted for '$name'"
-    printf '%-20s %10d stored %10d now %+d%%\n' "$name" "$stored" "$now" $(((now - stored) * 100 / (stored > 0 ? stored : 1)))
+    counted+="${name/\// } $now"$'\n'
+    printf '%-28s %10d stored %10d now %+d%%\n' "$name" "$stored" "$now" $(((now - stored) * 100 / (stored > 0 ? stored : 1)))
     if [ "${1:-}" = --store ]; then
       echo "$name $now" >>"$counts_file.new"
     elif [ $((now * 10)) -gt $((stored * 11)) ]; then
@@ -34,6 +38,10 @@ counts() {
       echo "   it has become shorter by more than a tenth: please store the new count with ./run counts --store"
     fi
   done <"$counts_file"
+  steep=$(awk 'NF == 3 && (!($1 in least) || $2 < least[$1]) { least[$1] = $2; fewest[$1] = $3 }
+    NF == 3 && $2 > most[$1] { most[$1] = $2; all[$1] = $3 }
+    END { for (o in all) if (all[o] / most[o] > 1.3 * fewest[o] / least[o]) print o }' <<<"$counted")
+  [ -z "$steep" ] || fail "instructions grow faster than the size of the input: ${steep//$'\n'/, }"
   [ "${1:-}" != --store ] || mv "$counts_file.new" "$counts_file"
   [ "$grown" -eq 0 ] || fail "$grown operations take over a tenth more instructions than stored in $counts_file"
 }
