@@ -2,7 +2,9 @@
 //
 // Reading adds to what the target holds: elements go behind those in it, map entries replace those of
 // the same key. A library record brings operators of its own for its sequence, which do the same in
-// time linear in the bytes; elements of other types are read and written one by one.
+// time linear in the bytes (but for accounts with a derived state); elements of other types, sequences
+// in a sequence among them, are read and written one by one. Each of these reads moves the rest of the
+// stream down: n such elements in a stream of m bytes cost n times m, so a host bounds both.
 #pragma once
 
 #include <algorithm>
