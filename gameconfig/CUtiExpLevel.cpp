@@ -11,9 +11,12 @@ CUtiExpLevel& CUtiExpLevel::operator=(const CUtiExpLevel& other) = default;
 int CUtiExpLevel::LoadLevelConfig(const std::string& path) {
   std::vector<ExpLevelEntry>().swap(entries_);
   if (!PathFileExistsA(path.c_str())) return 0;
-  std::ifstream file = zvuti::OpenTableFile(path.c_str());
-  if (!file) return 0;
-  for (ExpLevelEntry entry; file >> entry.level >> entry.exp;) entries_.push_back(entry);
+  std::vector<ExpLevelEntry> entries;
+  const bool isRead = zvuti::ReadTableFile(path.c_str(), [&entries](std::istream& file) {
+    for (ExpLevelEntry entry; file >> entry.level >> entry.exp;) entries.push_back(entry);
+  });
+  if (!isRead) return 0;
+  entries_.swap(entries);
   return 1;
 }
 

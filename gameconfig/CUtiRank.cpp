@@ -14,12 +14,15 @@ bool CUtiRank::LoadRankConfig(unsigned long gameId) {
   std::vector<RankEntry>().swap(entries_);
   const CString path = CUtiIO::GetGamePath(gameId, "Rank.ini");
   if (!CKxIOUti::IsFileExist(path)) return false;
-  std::ifstream file = zvuti::OpenTableFile(path);
-  if (!file) return false;
-  RankEntry entry;
-  while (file >> entry.name && entry.name != "[INTRODUCE]" && file >> entry.threshold) {
-    entries_.push_back(entry);
-  }
+  std::vector<RankEntry> entries;
+  const bool isRead = zvuti::ReadTableFile(path, [&entries](std::istream& file) {
+    RankEntry entry;
+    while (file >> entry.name && entry.name != "[INTRODUCE]" && file >> entry.threshold) {
+      entries.push_back(entry);
+    }
+  });
+  if (!isRead) return false;
+  entries_.swap(entries);
   return true;
 }
 

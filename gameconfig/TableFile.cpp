@@ -1,20 +1,26 @@
 #include "gameconfig/TableFile.h"
 
+#include <fstream>
 #include <locale>
 
 #include "platform/Path.h"
 
 namespace zvuti {
 
-std::ifstream OpenTableFile(const char* path) {
+bool ReadTableFile(const char* path, const std::function<void(std::istream&)>& read) {
+  if (!IsRegularFile(path)) return false;  // a folder would open, and fail only when it is read
   std::ifstream file;
   file.imbue(std::locale::classic());
-  if (IsRegularFile(path)) {
-    file.open(NativePath(path));
-  } else {
-    file.setstate(std::ios_base::failbit);  // a folder would open, and fail only when it is read
+  file.open(NativePath(path));
+  if (!file) return false;
+  // Without this the stream keeps an exception to itself, and the file seems to end there.
+  file.exceptions(std::ios_base::badbit);
+  try {
+    read(file);
+  } catch (const std::ios_base::failure&) {
+    return false;
   }
-  return file;
+  return true;
 }
 
 }  // namespace zvuti

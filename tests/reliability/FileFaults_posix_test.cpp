@@ -52,6 +52,16 @@ TEST(FileFaults, UnreadableFilesCountAsMissing) {
   }
 }
 
+// The memory of a process is a file that opens, and gives EIO for its first byte.
+TEST(FileFaults, FilesThatFailWhenTheyAreReadAreNeverTakenForEmptyOnes) {
+  const test::TempFolder folder;
+  for (const test::Loader& loader : test::kLoaders) {
+    std::filesystem::create_symlink("/proc/self/mem", folder.Path(loader.fileName));
+    const std::string result = test::LoadOrThrow(loader, folder.Path());
+    EXPECT_TRUE(result == loader.whenNone || result == "no file") << loader.fileName << ": " << result;
+  }
+}
+
 // A gigabyte of zero bytes without a place on the disk, and an eighth of that to read it in.
 TEST(FileFaults, EnormousFilesEndInAnAnswer) {
   const test::TempFolder folder;

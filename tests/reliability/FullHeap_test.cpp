@@ -42,6 +42,11 @@ std::string See(const CStringList& list) {
   for (POSITION position = list.GetHeadPosition(); position;) (all += ",") += See(list.GetNext(position));
   return all;
 }
+std::string See(const CUtiExpLevel& table) {
+  return std::to_string(table.GetExpByLevel(2)) + "," + std::to_string(table.GetExpByLevel(3));
+}
+std::string See(const CUtiRank& table) { return table.GetRank(0) + "," + table.GetRank(200); }
+std::string See(CUtiTaskAuto& table) { return table.GetName(1).GetString(); }
 std::string See(const CUtiCounterTable& table) { return testing::PrintToString(table.Counters); }
 std::string See(const CUtiBundleTable& table) {
   CStreamReader stream;
@@ -228,10 +233,26 @@ TEST(FullHeap, DescriptionsEndInBadAllocOrAreWhole) {
 
 TEST(FullHeap, FilesAreReadOrRefused) {
   const test::AppFolder folder;
+  const std::string place = folder.Path() + "/";
   for (const test::Loader& loader : test::kLoaders) {
     folder.Write(loader.fileName, loader.good);
-    RefuseAlone(loader.fileName, [&] { loader.load(folder.Path() + "/"); });
+    const auto make = [&] {
+      const auto loaded = std::make_shared<std::string>(loader.whenNone);
+      return test::Subject{[=, &loader] { *loaded = loader.load(place); }, [=] { return *loaded; }};
+    };
+    const AfterRefusal promise = loader.mayLackMemory ? AfterRefusal::kFailure : kAllOrNothing;
+    EXPECT_GT(RefuseEach(loader.fileName, promise, make), 0);
   }
+  // Refused, they leave an empty table behind, or that of before, and not the part that was read.
+  static std::string levels;
+  levels = place + "levels.txt";
+  RefuseRows<CUtiExpLevel>({
+      {"levels", kAllOrNothing, nullptr, [](CUtiExpLevel& t) { t.LoadLevelConfig(levels); }},
+  });
+  RefuseRows<CUtiRank>({{"ranks", kAllOrNothing, nullptr, [](CUtiRank& t) { t.LoadRankConfig(0); }}});
+  folder.Write("Maple/Task.ini", "[AutoTask]\n1=of another game");
+  const auto other = [](CUtiTaskAuto& t) { t.Load(1); };
+  RefuseRows<CUtiTaskAuto>({{"tasks", kAllOrNothing, other, [](CUtiTaskAuto& t) { t.Load(0); }}});
   RefuseAlone("adapters", [] {
     unsigned char buffer[60];
     int length = 0;

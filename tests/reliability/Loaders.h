@@ -19,39 +19,50 @@ struct Loader {
   const char* whenGood;   ///< what is read from that
   const char* whenEmpty;  ///< from a file of no bytes
   const char* whenNone;   ///< where there is no file that could be read
+  /// The heap refusing a block may look like no file; elsewhere it is std::bad_alloc or the whole file.
+  bool mayLackMemory = false;
 };
 
-// Texts are longer than what a string holds inside itself.
+// Each shows all of what it has read, so that a part is not taken for the whole. Texts are longer than
+// what a string holds inside itself.
 inline constexpr Loader kLoaders[] = {
     {"levels.txt",
      [](const std::string& folder) {
        CUtiExpLevel table;
-       const int result = table.LoadLevelConfig(folder + "levels.txt");
-       return std::to_string(result) + ":" + std::to_string(table.GetExpByLevel(2));
+       std::string all = std::to_string(table.LoadLevelConfig(folder + "levels.txt"));
+       for (const int level : {2, 3, 4}) (all += ':') += std::to_string(table.GetExpByLevel(level));
+       return all;
      },
-     "1 0\n2 100\n3 1000\n", "1:100", "1:0", "0:0"},
+     "1 0\n2 100\n3 1000\n4 10000\n", "1:100:1000:10000", "1:0:0:0", "0:0:0:0"},
     {"Rank.ini",
      [](const std::string&) {
        CUtiRank table;
-       const bool result =
-           table.LoadRankConfig(0);  // a game of no name, so its files lie in the folder itself
-       return std::to_string(result) + ":" + table.GetRank(0);
+       // a game of no name, so its files lie in the folder itself
+       std::string all = std::to_string(table.LoadRankConfig(0));
+       for (const int score : {0, 100, 200}) (all += ':') += table.GetRank(score);
+       return all;
      },
-     "first_of_the_ranks 0 second 100 third 1000", "1:first_of_the_ranks", "1:", "0:"},
+     "first_of_the_ranks 0 second 1 third_of_all_the_ranks 2",
+     "1:first_of_the_ranks:second:third_of_all_the_ranks", "1:::", "0:::"},
     {"Task.ini",
      [](const std::string&) {
        CUtiTaskAuto table;
        table.Load(0);
-       return std::string(table.GetName(1).GetString());
+       std::string all;
+       for (const int task : {1, 2, 3}) (all += ':') += table.GetName(task).GetString();
+       return all;
      },
-     "[AutoTask]\n1=a task with a name", "a task with a name", "", ""},
+     "[AutoTask]\n1=a task with a name\n2=two\n3=another task with a name",
+     ":a task with a name:two:another task with a name", ":::", ":::"},
     {"words.txt",
      [](const std::string& folder) {
        CUtiBlackList list;
-       const int result = list.Load((folder + "words.txt").c_str());
-       return std::to_string(result) + ":" + std::to_string(list.IsMatched("a word"));
+       std::string all = std::to_string(list.Load((folder + "words.txt").c_str()));
+       for (const char* text : {"a word", "two", "a word of many letters"})
+         (all += ':') += std::to_string(list.IsMatched(text));
+       return all;
      },
-     "word", "1:1", "1:0", "0:0"},
+     "a word\ntwo\nword of many letters", "1:1:1:1", "1:0:0:0", "0:0:0:0"},
     {"number",
      [](const std::string& folder) {
        return std::to_string(CUtiIO::ReadDWordFromFile((folder + "number").c_str()));
@@ -60,9 +71,10 @@ inline constexpr Loader kLoaders[] = {
     {"a.xml",
      [](const std::string& folder) {
        CUtiXmlParser parser((folder + "a.xml").c_str());
-       return std::string(parser.GetRootElement() ? parser.GetRootElement()->GetText().GetString() : "none");
+       const CString text = parser.GetRootElement() ? parser.GetRootElement()->GetText() : CString();
+       return std::string(text.IsEmpty() ? "none" : text.GetString());
      },
-     "<a>text</a>", "text", "none", "none"},
+     "<a>a text of some length &amp; its end</a>", "a text of some length & its end", "none", "none", true},
 };
 
 /// What a loader gives, or "no memory", or "no file" for the exceptions that stand for these.

@@ -21,6 +21,7 @@ struct Subject {
 /// What holds after a refused block.
 enum class AfterRefusal {
   kAllOrNothing,  ///< std::bad_alloc and the state as before, or success
+  kFailure,       ///< std::bad_alloc or a failure, and the state as before, or success
   kSilent,        ///< no exception; the state as before or as after success
   kUsable,        ///< std::bad_alloc or not; the state can be asked and let go
   kUsableSilent,  ///< the same without an exception
@@ -60,6 +61,9 @@ inline int RefuseEach(const std::string& what, AfterRefusal promise, const std::
           ASSERT_TRUE(!hasThrown && state == after) << "with all the heap it needs: " << state;
         } else if (promise == AfterRefusal::kAllOrNothing) {
           ASSERT_EQ(state, hasThrown ? before : after) << "allocation " << nth;
+        } else if (promise == AfterRefusal::kFailure) {
+          ASSERT_TRUE(state == before || (!hasThrown && state == after))
+              << "allocation " << nth << ": " << state;
         } else if (promise == AfterRefusal::kSilent) {
           ASSERT_TRUE(!hasThrown && (state == before || state == after))
               << "allocation " << nth << ": " << state;
