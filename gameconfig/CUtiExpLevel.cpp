@@ -3,6 +3,19 @@
 #include "gameconfig/TableFile.h"
 #include "platform/win32/PathFileExists.h"
 
+namespace {
+
+// Half of a mark leaves a table that begins with no number: empty, as for any other byte.
+void SkipUtf8Mark(std::istream& file) {
+  constexpr int kMark[] = {0xEF, 0xBB, 0xBF};
+  if (file.peek() != kMark[0]) return;
+  for (const int byte : kMark) {
+    if (file.get() != byte) file.setstate(std::ios_base::failbit);
+  }
+}
+
+}  // namespace
+
 CUtiExpLevel::~CUtiExpLevel() = default;
 CUtiExpLevel::CUtiExpLevel() = default;
 CUtiExpLevel::CUtiExpLevel(const CUtiExpLevel& other) = default;
@@ -13,6 +26,7 @@ int CUtiExpLevel::LoadLevelConfig(const std::string& path) {
   if (!PathFileExistsA(path.c_str())) return 0;
   std::vector<ExpLevelEntry> entries;
   const bool isRead = zvuti::ReadTableFile(path.c_str(), [&entries](std::istream& file) {
+    SkipUtf8Mark(file);
     for (ExpLevelEntry entry; file >> entry.level >> entry.exp;) entries.push_back(entry);
   });
   if (!isRead) return 0;

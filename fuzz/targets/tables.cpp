@@ -55,7 +55,9 @@ class AppFolder {
 void Levels(std::string_view file) {
   CUtiExpLevel table;
   fuzz::Check(table.LoadLevelConfig(File().Path()) == 1, "a level file is loaded");
-  std::istringstream in{std::string(file)};
+  constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+  const bool hasMark = file.substr(0, kUtf8Mark.size()) == kUtf8Mark;
+  std::istringstream in{std::string(file.substr(hasMark ? kUtf8Mark.size() : 0))};
   std::vector<std::pair<int, std::int64_t>> records;
   int level = 0;
   for (std::int64_t exp = 0; in >> level >> exp;) {

@@ -24,7 +24,8 @@ class ZVUTILIB_API CUtiBlackList {
   CUtiBlackList& operator=(const CUtiBlackList&) = delete;
 
   /// Adds the words of a text file: GBK, one word per line, taken whole, blanks included; empty lines are
-  /// skipped. Returns 1, also for a file without words; 0 when the file cannot be opened.
+  /// skipped. A UTF-8 byte order mark becomes part of the first word, since EF BB is a GBK character, too.
+  /// Returns 1, also for a file without words; 0 when the file cannot be opened.
   /// When reading breaks off by an exception (CFileException, std::bad_alloc), the words read so far stay.
   int Load(const char* path);
   /// 1 when the list holds at least one word, else 0.

@@ -16,8 +16,8 @@ struct ExpLevelEntry {
 };
 
 /// The level table of a game: a text file of number pairs, level and experience, with white space
-/// between all numbers. It is to list the levels 1, 2, 3 and so on with rising experience; records
-/// are taken as they come.
+/// between all numbers; a UTF-8 byte order mark before the first one is skipped. It is to list the levels
+/// 1, 2, 3 and so on with rising experience; records are taken as they come.
 class ZVUTILIB_API CUtiExpLevel {
  public:
   virtual ~CUtiExpLevel();

@@ -17,7 +17,8 @@ struct RankEntry {
 
 /// The rank table of a game: the file "Rank.ini" in the game's folder, pairs of a name without blanks
 /// and a threshold, with white space between them, in the order of rising thresholds. The word
-/// "[INTRODUCE]" in the place of a name ends the table; free text may follow it.
+/// "[INTRODUCE]" in the place of a name ends the table; free text may follow it. The file is GBK without
+/// a byte order mark: a UTF-8 one becomes part of the first name, since EF BB is a GBK character, too.
 class ZVUTILIB_API CUtiRank {
  public:
   virtual ~CUtiRank();

@@ -7,7 +7,7 @@
 #include <ZvUtiLib/platform/CString.h>
 
 /// The names stand in the file "Task.ini" in the game's folder, section "AutoTask", one key for each
-/// task number. They are GBK.
+/// task number. They are GBK; a UTF-8 byte order mark before them is skipped.
 class ZVUTILIB_API CUtiTaskAuto {
  public:
   virtual ~CUtiTaskAuto();

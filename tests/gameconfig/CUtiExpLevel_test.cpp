@@ -39,6 +39,7 @@ TEST(CUtiExpLevel, TakesUnorderedTablesAsTheyCome) {
 }
 
 TEST(CUtiExpLevel, KeepsTheWholeRecordsBeforeOneThatCannotBeRead) {
+  const std::string mark = "\xEF\xBB\xBF";
   const std::pair<std::string, std::string> cases[] = {
       {"1 10\r\n2 20\r\n", "1@10 2@20 "},
       {" 1\t10 2\n20\v\f+3 +30 \n\n", "1@10 2@20 3@30 "},
@@ -50,6 +51,13 @@ TEST(CUtiExpLevel, KeepsTheWholeRecordsBeforeOneThatCannotBeRead) {
       {"1 10\n2147483648 20\n3 30\n", "1@10 "},
       {"1 10\n2 9223372036854775808\n3 30\n", "1@10 "},
       {"1 1,000\n2 2000\n", "1@1 "},  // no digit groups, though the locale has them
+      {mark + "1 10\r\n2 20", "1@10 2@20 "},
+      {mark + "\n1 10", "1@10 "},
+      {mark + mark + "1 10", ""},
+      {mark, ""},
+      {"\xEF\xBB\x31 10", ""},  // half a mark is no number
+      {"\xEF", ""},
+      {"\n" + mark + "1 10", ""},
       {"", ""},
       {"\r\n", ""},
       {std::string("\0\xFF\x81", 3), ""},

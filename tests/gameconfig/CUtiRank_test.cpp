@@ -37,6 +37,7 @@ TEST(CUtiRank, FindsTheRankOfAScore) {
       {"A 1\nB 9223372036854775808\nC 3\n", 900, "A"},
       {"", 900, ""},
       {"\xBE\xC5 1\n\x81\x5B\x81\x5D\x81 2\n", 900, "\x81\x5B\x81\x5D\x81"},  // bytes as they stand
+      {"\xEF\xBB\xBF[INTRODUCE] 1\n", 900, "\xEF\xBB\xBF[INTRODUCE]"},
   };
   const test::AppFolder folder;
   CUtiRank table;

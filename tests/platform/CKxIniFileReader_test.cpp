@@ -57,6 +57,8 @@ TEST(CKxIniFileReader, CutsBlanksAndOnePairOfQuotes) {
       {"\"one\" two", "\"one\" two"},
       {"\"\"one\"\"", "\"one\""},
       {"\"\"", ""},
+      {"\"", "\""},
+      {"'", "'"},
       {"\xA1\xA1one\xA0", "\xA1\xA1one\xA0"},
       {"\x81[\x81\\\x81]\xFE\xFE\x81", "\x81[\x81\\\x81]\xFE\xFE\x81"},
       {"one\0two"s, "one"},
@@ -74,6 +76,7 @@ TEST(CKxIniFileReader, ReadsFilesWithByteOrderMarks) {
   for (const char c : "[S]\r\nk=a"s) wide += {c, '\0'};
   ExpectAll("S", {
                      {"\xEF\xBB\xBF[S]\nk=a", "k", "a"},
+                     {"\xEF\xBB\xBF[S]\nk=\xD6\xD0", "k", "\xD6\xD0"},
                      {wide + "\x2D\x4E\r"s, "k", "a\xD6\xD0"},  // U+4E2D
                      {"\xFF\xFE", "k", kNone},
                      {"\xEF\xBB", "k", kNone},

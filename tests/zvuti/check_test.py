@@ -22,6 +22,8 @@ FAULTS = [
     ("Maple/Rank.ini", b"a 5\na 6\n[INTRODUCE]", ":2: ", "duplicate"),
     ("Maple/Rank.ini", b"a 5\n[INTRODUCE]\n\x81 ", ":3: ", "encoding"),
     ("Maple/Rank.ini", RANKS.decode("gbk").encode(), ":1: ", "encoding"),
+    ("Maple/Rank.ini", b"\xef\xbb\xbf" + RANKS, ":1: the UTF-8 byte order mark", "encoding"),
+    ("Maple/Rank.ini", b"\xef\xbb\xbfa 5\n[INTRODUCE]", ":1: the UTF-8 byte order mark", "encoding"),
     ("Maple/level.txt", b"1 0\n3 5\n", ":2: ", "order"),
     ("Maple/level.txt", b"1 5\n2 4\n", ":2: ", "order"),
     ("Maple/level.txt", b"1 0\n2\n", ":2: ", "cut"),
@@ -35,6 +37,8 @@ FAULTS = [
     ("Maple/Task.ini", b"[Tasks]\n1=name\n", ": ", "task"),
     ("words.txt", WORDS + b"\x81 \xa1\n", ":3: ", "dead-word"),
     ("words.txt", WORDS + b"\tword\n", ":3: ", "dead-word"),
+    ("words.txt", b"\xef\xbb\xbfbad\n" + WORDS, ":1: the UTF-8 byte order mark", "dead-word"),
+    ("words.txt", b"\xef\xbb\xbf\n" + WORDS, ":1: the UTF-8 byte order mark", "odd-word"),
     ("words.txt", WORDS + b"half\xb0\n", ":3: ", "odd-word"),
     ("words.txt", WORDS + b" blank\n", ":3: ", "odd-word"),
     ("words.txt", WORDS + b"Cheat tool\n", ":3: ", "hidden-word"),
@@ -69,6 +73,13 @@ class Check(unittest.TestCase):
     def test_says_in_one_line_that_all_is_well(self):
         self.assertEqual(self.check(), (0, ["1 game, 1 rank table (2 ranks), 1 level table (2 levels), 1 task file "
                                             "(1 task), 1 word list (2 words), 1 XML document: nothing found"]))
+
+    def test_passes_over_the_marks_that_the_library_skips(self):
+        for path, content in (("Maple/level.txt", LEVELS), ("Maple/Task.ini", TASKS)):
+            (self.folder / path).write_bytes(b"\xef\xbb\xbf" + content)
+        code, lines = self.check()
+        self.assertEqual((code, len(lines)), (0, 1))
+        self.assertIn("(2 levels), 1 task file (1 task)", lines[0])
 
     def test_finds_one_fault_of_each_kind(self):
         for path, content, place, kinds in FAULTS:

@@ -59,6 +59,14 @@ class Commands(unittest.TestCase):
         with tempfile.NamedTemporaryFile() as words:
             self.assertEqual(run("mask", words.name, stdin=b"text")[:2], (1, b"text"))
 
+    def test_says_that_a_mark_spoils_the_first_word(self):
+        with tempfile.NamedTemporaryFile() as words:
+            words.write(b"\xef\xbb\xbffirst\nsecond\n")
+            words.flush()
+            code, out, error = run("mask", words.name, stdin=b"first second")
+        self.assertEqual((code, out), (0, b"first ******"))
+        self.assertIn(b"the UTF-8 byte order mark", error)
+
     def test_every_command_has_help_with_an_example(self):
         for command in ("decode", "encode", "records", "guess", "check", "mask", "number", "time", "wheel"):
             code, out, _ = run(command, "--help")

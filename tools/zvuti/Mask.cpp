@@ -107,6 +107,8 @@ int Mask(const Options& options) {
   CUtiBlackList list;
   if (list.Load(options.words.c_str()) == 0) throw Failure(options.words + " is no plain file");
   const std::string text = ReadText(options);
+  if (HasUtf8Mark(bytes))
+    Say(options.words + ": the UTF-8 byte order mark is taken for part of the first word");
   if (list.IsLoaded() == 0) Say(options.words + " has no words");
   const int code =
       options.hasCounts ? PrintCounts(list, ParseWords(bytes), text) : MaskText(list, options, text);

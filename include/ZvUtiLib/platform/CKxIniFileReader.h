@@ -9,7 +9,8 @@
 
 /// The content of one ini file, as it was when the suite last looked for it. Section and key names
 /// are compared without case (a to z); values are GBK bytes as they stand, blanks and one pair of
-/// quotes around them removed. Of equal sections, and of equal keys in one, only the first counts.
+/// quotes around them removed. Of equal sections, and of equal keys in one, only the first counts. A UTF-8
+/// byte order mark is skipped and changes nothing else; UTF-16 with a mark, low byte first, becomes GBK.
 class ZVUTILIB_API CKxIniFileReader {
  public:
   /// The value of `key` in `section`, or `defaultValue` (null counts as "") where either is missing

@@ -2,11 +2,13 @@
 
 #include "check/Report.h"
 #include "check/TableTokens.h"
+#include "shared/GbkText.h"
 
 namespace tool {
 
 void CheckLevels(Report& report, const std::string& file, const std::string& bytes) {
-  TableTokens tokens(bytes);
+  const std::string table = HasUtf8Mark(bytes) ? bytes.substr(kUtf8Mark.size()) : bytes;
+  TableTokens tokens(table);
   std::size_t levels = 0;
   std::int64_t last = 0;
   for (;;) {

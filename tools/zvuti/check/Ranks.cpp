@@ -1,10 +1,12 @@
 #include <cstdint>
 #include <map>
+#include <string_view>
 
 #include <ZvUtiLib/platform/CString.h>
 
 #include "check/Report.h"
 #include "check/TableTokens.h"
+#include "shared/GbkText.h"
 
 namespace tool {
 namespace {
@@ -19,10 +21,13 @@ bool LooksLikeEndWord(const std::string& name) {
 }  // namespace
 
 void CheckRanks(Report& report, const std::string& file, const std::string& bytes) {
-  CheckEncoding(report, file, bytes);
-  if (bytes.compare(0, kUtf8Mark.size(), kUtf8Mark) == 0) {
-    report.Add({file, 1}, "encoding", "the UTF-8 mark at the start becomes part of the first rank's name");
+  std::string_view text = bytes;
+  if (HasUtf8Mark(text)) {
+    report.Add({file, 1}, "encoding",
+               "the UTF-8 byte order mark at the start becomes part of the first rank's name");
+    text.remove_prefix(kUtf8Mark.size());
   }
+  CheckEncoding(report, file, text);
   TableTokens tokens(bytes);
   std::map<std::string, std::size_t> lines;  // of names
   std::size_t ranks = 0, line = 0;

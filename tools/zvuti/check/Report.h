@@ -64,8 +64,6 @@ std::string Quoted(std::string_view gbk);
 /// Reports what in the bytes of a file is no GBK, line by line.
 void CheckEncoding(Report& report, const std::string& file, std::string_view bytes);
 
-inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-
 // The checks of single files; `file` is the path as messages have it.
 void CheckRanks(Report& report, const std::string& file, const std::string& bytes);
 void CheckLevels(Report& report, const std::string& file, const std::string& bytes);

@@ -111,8 +111,7 @@ std::string TextOf(Report& report, const std::string& file, const std::string& b
                        : "broken UTF-16");
     return {};
   }
-  const bool hasMark = bytes.compare(0, kUtf8Mark.size(), kUtf8Mark) == 0;
-  std::string text = hasMark ? bytes.substr(kUtf8Mark.size()) : bytes;
+  std::string text = HasUtf8Mark(bytes) ? bytes.substr(kUtf8Mark.size()) : bytes;
   CheckEncoding(report, file, text);
   return text;
 }

@@ -48,9 +48,10 @@ class WordCheck {
  private:
   void CheckBytes(const Word& word) {
     const std::string& text = word.text;
-    if (text.compare(0, kUtf8Mark.size(), kUtf8Mark) == 0) {
+    if (text == kUtf8Mark) return Add(word, "odd-word", "the UTF-8 byte order mark is taken for a word");
+    if (HasUtf8Mark(text)) {
       return Add(word, "dead-word",
-                 "the UTF-8 mark at the start is taken for part of the word, which is never found");
+                 "the UTF-8 byte order mark is taken for part of the word, which is not found without it");
     }
     const auto control = std::find_if(text.begin(), text.end(), IsControl);
     if (control != text.end()) {
@@ -99,7 +100,8 @@ class WordCheck {
 }  // namespace
 
 void CheckWords(Report& report, const std::string& file, const std::string& bytes) {
-  if (LooksLikeUtf8(bytes)) {
+  const std::string_view all = bytes;
+  if (LooksLikeUtf8(HasUtf8Mark(all) ? all.substr(kUtf8Mark.size()) : all)) {
     report.Add({file, 1}, "encoding",
                "this is UTF-8; the library takes the bytes for GBK, and finds no word that is not ASCII");
   }

@@ -216,6 +216,8 @@ bool LooksLikeUtf8(std::string_view bytes) {
   return isAnyLong;
 }
 
+bool HasUtf8Mark(std::string_view bytes) { return bytes.substr(0, kUtf8Mark.size()) == kUtf8Mark; }
+
 std::string NameOfFirst(std::string_view utf8) {
   std::string_view rest = utf8;
   const char32_t character = TakeUtf8(rest);

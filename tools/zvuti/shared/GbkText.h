@@ -26,6 +26,10 @@ bool IsUtf8(std::string_view bytes);
 /// True when the bytes are UTF-8 with characters of three bytes or more: hardly ever GBK, that is.
 bool LooksLikeUtf8(std::string_view bytes);
 
+inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+/// True when the bytes begin with a UTF-8 byte order mark.
+bool HasUtf8Mark(std::string_view bytes);
+
 /// "U+1F600" of the character, or "the byte 0xFF", that `utf8` begins with.
 std::string NameOfFirst(std::string_view utf8);
 
