@@ -4,7 +4,7 @@
 
 namespace bench {
 
-// The first level of the character set, from 0xB0A1 on; its last row is not full and left out.
+// Picks from rows 0xB0 to 0xD6 of GB 2312 level 1. The last row, 0xD7, is incomplete and left out.
 std::string Hanzi(std::mt19937& random, unsigned characters) {
   std::string text;
   for (unsigned i = 0; i < characters; ++i) {

@@ -1,7 +1,7 @@
-// What all benchmarks share: chance that is the same everywhere, held memory, rows of one name scheme.
+// Helpers shared by all benchmarks: reproducible random numbers, heap usage, row names.
 //
-// A row is called Subject/who or Subject/who/size, with "library" for ours; tools/bench/table.py sets the
-// rows of one subject side by side.
+// A row is named Subject/who or Subject/who/size, where `who` is "library" for our own code.
+// tools/bench/table.py puts the rows of one subject side by side.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -12,25 +12,27 @@
 
 namespace bench {
 
-/// A number of 0 to `bound` - 1; standard distributions differ between libraries, this does not.
+/// A number from 0 to `bound` - 1. The standard distributions give different numbers in different standard
+/// libraries; this function does not.
 inline unsigned Below(std::mt19937& random, unsigned bound) {
   return static_cast<unsigned>(random()) % bound;
 }
 
-/// `characters` common GBK characters, two bytes each.
+/// A text of `characters` common GBK characters, two bytes each.
 std::string Hanzi(std::mt19937& random, unsigned characters);
 
-/// Bytes that the process holds on the heap, however they were asked for.
+/// Bytes that the process has allocated on the heap, by whichever function.
 std::int64_t HeldBytes();
 
-/// A row that first checks what it computes: runs `work` once and looks at its result, then measures it.
+/// Runs `work` once and checks its result with `isRight`, then measures `work`. The row fails if the result
+/// is wrong.
 template <class Work, class IsRight>
 void Measure(benchmark::State& state, Work work, IsRight isRight) {
   if (!isRight(work())) return state.SkipWithError("the result is wrong");
   for (auto _ : state) benchmark::DoNotOptimize(work());
 }
 
-/// Names of rows.
+/// The name of a row.
 inline std::string Row(const std::string& subject, const std::string& who) { return subject + "/" + who; }
 inline std::string Row(const std::string& subject, const std::string& who, std::size_t size) {
   return Row(subject, who) + "/" + std::to_string(size);

@@ -1,7 +1,7 @@
-// Key operations for counting instructions: counts OPERATION/SIZE does one of them within Counted and checks
-// it.
+// counts OPERATION/SIZE: runs one key operation inside Counted and checks its result.
 //
-// Counting begins and ends with Counted, so what prepares and checks an operation is not counted.
+// ./run counts counts instructions only while Counted is on the stack, so the preparation and the check of an
+// operation are excluded.
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
@@ -132,7 +132,7 @@ int main(int argc, char** argv) {
   for (const auto& operation : kOperations) {
     if (size == 0 || wanted.substr(0, slash) != operation.name) continue;
     if (operation.run(size)) return 0;
-    std::fprintf(stderr, "counts: %s gives a wrong result\n", argv[1]);
+    std::fprintf(stderr, "counts: %s returned a wrong result\n", argv[1]);
     return 1;
   }
   std::fputs("usage: counts OPERATION/SIZE, where the operation is one of:\n", stderr);

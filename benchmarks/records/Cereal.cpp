@@ -21,7 +21,7 @@ void serialize(Archive& archive, T& record) {
 namespace bench {
 namespace {
 
-// Reads where the bytes lie: a string stream would copy them first.
+// Reads the bytes in place; std::istringstream would copy them first.
 struct BytesBuffer : std::streambuf {
   explicit BytesBuffer(std::string_view bytes) {
     char* begin = const_cast<char*>(bytes.data());
@@ -53,7 +53,7 @@ struct Cereal {
     return value;
   }
   template <class T>
-  static const T& Back(const T& decoded) {
+  static const T& ToValue(const T& decoded) {
     return decoded;
   }
   static std::string_view ViewOf(const std::string& bytes) { return bytes; }

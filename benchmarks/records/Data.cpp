@@ -3,7 +3,7 @@
 namespace bench {
 namespace {
 
-// Fills a field with a value of everyday size.
+// Fills a field with a value of typical size.
 template <class T>
 void Fill(std::mt19937& random, T& field) {
   if constexpr (Record<T>) {

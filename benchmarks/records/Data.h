@@ -1,4 +1,4 @@
-// The records that all codecs carry, and their fields in the order of declaration.
+// The records that every codec encodes and decodes, and their fields in declaration order.
 #pragma once
 
 #include <algorithm>
@@ -21,7 +21,7 @@ struct BundleTable {
   zvuti::SizedMap<std::uint32_t, BundleRecord> Bundles;
 };
 
-/// Every fourth item is a single piece, without a count on the wire.
+/// Every fourth item is a single piece, which has no count on the wire.
 Items MakeItems(std::size_t count);
 PlayerSnapshot MakeSnapshot(std::size_t items);
 AccountRecord MakeAccount();
@@ -88,10 +88,15 @@ bool IsSame(const T& a, const T& b) {
   }
 }
 
-/// Registers the rows of a codec: encode and decode of each of the records.
+/// Registers two rows for one record: encoding and decoding.
 ///
-/// A codec has a Name, `Encode(value)`, which gives an object with the bytes, and `Decode<T>(encoded)`,
-/// which gives the value or what stands for it; `Back(decoded)` makes a T of that for the check.
+/// A codec has these static members:
+///   kName               its name in the table
+///   Prepare(value)      the codec's own form of the value, made before measuring starts
+///   Encode(prepared)    an object that holds the bytes
+///   ViewOf(encoded)     the bytes in that object
+///   Decode<T>(bytes)    the value, or the codec's own form of it
+///   ToValue<T>(decoded) a T made from that form, for the check
 template <class Codec, class T>
 void RegisterRecord(const std::string& subject, const T& value) {
   benchmark::RegisterBenchmark(("Encode" + Row(subject, Codec::kName)).c_str(), [value](auto& state) {
@@ -99,7 +104,7 @@ void RegisterRecord(const std::string& subject, const T& value) {
     Measure(
         state, [&] { return Codec::Encode(source); },
         [&](const auto& bytes) {
-          return IsSame(value, Codec::template Back<T>(Codec::template Decode<T>(Codec::ViewOf(bytes))));
+          return IsSame(value, Codec::template ToValue<T>(Codec::template Decode<T>(Codec::ViewOf(bytes))));
         });
   });
   benchmark::RegisterBenchmark(("Decode" + Row(subject, Codec::kName)).c_str(), [value](auto& state) {
@@ -108,11 +113,11 @@ void RegisterRecord(const std::string& subject, const T& value) {
     state.counters["bytes"] = static_cast<double>(bytes.size());
     Measure(
         state, [&] { return Codec::template Decode<T>(bytes); },
-        [&](const auto& decoded) { return IsSame(value, Codec::template Back<T>(decoded)); });
+        [&](const auto& decoded) { return IsSame(value, Codec::template ToValue<T>(decoded)); });
   });
 }
 
-/// Calls visit(subject, value) for each of the records that all codecs carry.
+/// Calls visit(subject, value) for each record.
 template <class Visit>
 void VisitRecords(Visit visit) {
   for (const std::size_t items : {10, 40}) visit("Snapshot" + std::to_string(items), MakeSnapshot(items));

@@ -1,4 +1,5 @@
-// The library's own codec, the same read field by field, and the limit: one copy of the bytes.
+// The library's own codec, a plain reader that reads field by field, and the lower bound: one copy of the
+// bytes.
 #include <concepts>
 #include <cstring>
 #include <memory>
@@ -9,7 +10,7 @@
 namespace bench {
 namespace {
 
-// A fresh stream with a value on it.
+// A new stream that contains one value.
 struct Encoded {
   template <class T>
   explicit Encoded(const T& value) {
@@ -22,7 +23,7 @@ struct Encoded {
   CStreamReader stream;
 };
 
-// A message arrives as bytes, which a client puts on a stream: the copy is a part of decoding.
+// A message arrives as bytes, and the client puts them on a stream. That copy counts as part of decoding.
 struct Library {
   static constexpr const char* kName = "library";
 
@@ -40,7 +41,7 @@ struct Library {
   static Encoded Encode(const T& value) {
     return Encoded(value);
   }
-  // Values that are returned from a scope of their own would be copied: these two functions have none.
+  // Two functions instead of one with `if constexpr`: a value returned from an inner scope would be copied.
   template <class T>
   static T Decode(std::string_view bytes) {
     CStreamReader stream(bytes.data(), static_cast<unsigned>(bytes.size()));
@@ -56,7 +57,7 @@ struct Library {
     return table;
   }
   template <class T, class Decoded>
-  static T Back(const Decoded& decoded) {
+  static T ToValue(const Decoded& decoded) {
     if constexpr (std::is_same_v<T, BundleTable>) {
       return {decoded.Groups, decoded.Bundles};
     } else {
@@ -70,7 +71,7 @@ struct Library {
   }
 };
 
-// Each field a call of its own, as the order of the fields is told; the rest moves down at each of them.
+// One call per field, in wire order. Each call moves the remaining bytes to the front of the stream.
 void ReadItem(CStreamReader& in, ItemRecord& item) {
   in >> item.Tag >> item.ItemKey >> item.ItemId >> item.StartTime >> item.ValidDays >> item.DailyValue;
   if (item.HasCountOnWire()) {
@@ -94,8 +95,8 @@ Items ReadPlainly(std::string_view bytes) {
   return items;
 }
 
-// What no codec can do without: the bytes in a new block for encoding, and for decoding a value with the
-// same allocations, a copy.
+// The work that no codec can avoid: when encoding, copying the bytes into a new block; when decoding, copying
+// a value, which makes the same allocations.
 template <class T>
 void RegisterLimit(const std::string& subject, const T& value) {
   const auto encoded = std::make_shared<Encoded>(Library::Prepare(value));
@@ -130,7 +131,7 @@ const bool kRegistered = [] {
   RegisterCodec<Library>();
   VisitRecords([](const std::string& subject, const auto& value) { RegisterLimit(subject, value); });
   RegisterPlain();
-  // How cost grows.
+  // Rows that show how the cost grows with the size.
   for (const std::size_t items : {4000, 16000}) {
     RegisterRecord<Library>("Items" + std::to_string(items), MakeItems(items));
   }

@@ -1,4 +1,4 @@
-// msgpack-cxx, each record an array of its fields.
+// msgpack-cxx. Each record is an array of its fields.
 #include <msgpack.hpp>
 #include <string_view>
 
@@ -67,7 +67,7 @@ struct Msgpack {
     return value;
   }
   template <class T>
-  static const T& Back(const T& decoded) {
+  static const T& ToValue(const T& decoded) {
     return decoded;
   }
   static std::string_view ViewOf(const std::string& bytes) { return bytes; }

@@ -1,4 +1,4 @@
-// protobuf: messages are filled and looked at by reflection outside of what is measured.
+// protobuf. Messages are filled and read through reflection, which is not measured.
 #include <records/Messages.pb.h>
 
 #include <string_view>
@@ -11,7 +11,7 @@ namespace {
 using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
 
-// Carries the fields of a record to or from a message whose fields stand in the same order.
+// Copies the fields of a record to a message, or back if kIsRead. Both have their fields in the same order.
 template <bool kIsRead>
 struct Carrier {
   Message& message;
@@ -26,7 +26,7 @@ struct Carrier {
         [&](auto&... fields) { (carrier.Field(*message.GetDescriptor()->field(index++), fields), ...); },
         Fields(record));
   }
-  // The one field of a message that only wraps it.
+  // Copies the only field of a message that merely wraps a list.
   template <class T>
   static void Wrapped(Message& message, T& field) {
     Carrier{message}.Field(*message.GetDescriptor()->field(0), field);
@@ -135,7 +135,7 @@ struct Carrier {
   }
 };
 
-// The message of a value.
+// The message type for a value type.
 template <class T>
 struct MessageFor;
 template <>
@@ -172,7 +172,7 @@ struct Protobuf {
     return message;
   }
   template <class T, class Decoded>
-  static T Back(Decoded decoded) {
+  static T ToValue(Decoded decoded) {
     T value;
     Carrier<true>::Whole(decoded, value);
     return value;

@@ -1,4 +1,4 @@
-// CStringDict::Parse and Visit, against a splitter that does the same into an unordered map.
+// CStringDict::Parse and Visit, compared with a simple splitter that fills a std::unordered_map.
 #include <ZvUtiLib/data/CStringDict.h>
 
 #include <algorithm>
@@ -19,7 +19,7 @@ std::string MakePairs(std::size_t count) {
   return text;
 }
 
-// What is visited: the number of pairs and of their bytes.
+// Counts the visited pairs and their bytes.
 struct Sum {
   void Add(const char* key, const char* value) {
     ++pairs;

@@ -1,4 +1,4 @@
-// fmt::format_to with the same results.
+// fmt::format_to, printing the same texts.
 #include <fmt/format.h>
 
 #include "benchmarks/Common.h"

@@ -1,4 +1,4 @@
-// CTextString::Format with the integer formats that the library uses, and packed time as text.
+// CTextString::Format with integer formats that the library itself uses, and packed time converted to text.
 #include <ZvUtiLib/CKxTime.h>
 #include <ZvUtiLib/data/CTextString.h>
 

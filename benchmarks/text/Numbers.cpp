@@ -1,4 +1,4 @@
-// Separators and capital numerals, against appending them piece by piece to a CString.
+// Separators and capital numerals, compared with appending the pieces to a CString one by one.
 #include <ZvUtiLib/CUtiNumber.h>
 
 #include <string_view>
@@ -34,7 +34,7 @@ CString SpellByLibrary() {
   return text;
 }
 
-// Enough of the rules for a number without zeros.
+// Implements only the rules for numbers without zeros.
 CString SpellByDigits() {
   static constexpr const char* kDigits[] = {
       "",         "\xD2\xBC", "\xB7\xA1", "\xC8\xFE", "\xCB\xC1",                     // 壹贰叁肆

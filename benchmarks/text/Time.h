@@ -1,4 +1,4 @@
-// The points in time that the format rows print.
+// The point in time that the format rows print.
 #pragma once
 
 namespace bench {
@@ -6,7 +6,7 @@ namespace bench {
 struct Time {
   int year, month, day, hour, minute, second;
 };
-// Volatile: neither formatter may work out the text beforehand.
+// Volatile, so that no compiler can format the text at compile time.
 inline volatile Time kTime = {2026, 11, 23, 8, 5, 9};
 inline Time Now() { return {kTime.year, kTime.month, kTime.day, kTime.hour, kTime.minute, kTime.second}; }
 

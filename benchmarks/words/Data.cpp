@@ -52,7 +52,7 @@ HitLines MakeLinesWithHit(std::size_t count, unsigned bytes) {
       size = word.size();
       at = Below(random, static_cast<unsigned>((bytes - size) / 2)) * 2;
       line = clean.substr(0, at) + word + clean.substr(at + size);
-      if (size % 2 != 0) line[at + size] = ' ';  // what is left of a character
+      if (size % 2 != 0) line[at + size] = ' ';  // overwrites the remaining half of a character
     } while (CountHits(Words(count), line) != 1);
     result.masked.push_back(line.substr(0, at) + std::string(size, '*') + line.substr(at + size));
     result.lines.push_back(std::move(line));
@@ -65,7 +65,7 @@ std::string MakeNearMisses(std::size_t count, unsigned bytes) {
   const std::set<std::string_view> known(Words(count).begin(), Words(count).end());
   std::mt19937 random(8);
   std::string text;
-  // Whether a word begins or ends where a piece of `size` bytes was put behind the text.
+  // Whether a whole word appeared when `size` bytes were appended to `text`.
   const auto isHit = [&](std::size_t size) {
     for (std::size_t at = text.size() - std::min(text.size(), size + kLongest); at < text.size(); ++at) {
       for (std::size_t length = 4; length <= kLongest; ++length) {
@@ -85,9 +85,9 @@ std::string MakeNearMisses(std::size_t count, unsigned bytes) {
   return text;
 }
 
-/// What kMake(count, bytes) gives, made once.
+// The result of kMake(count, bytes), computed once for each pair of arguments.
 template <auto kMake>
-const auto& Kept(std::size_t count, unsigned bytes) {
+const auto& Cached(std::size_t count, unsigned bytes) {
   static std::map<std::pair<std::size_t, unsigned>, decltype(kMake(count, bytes))> all;
   auto found = all.find({count, bytes});
   if (found == all.end()) found = all.emplace(std::pair(count, bytes), kMake(count, bytes)).first;
@@ -131,15 +131,15 @@ std::size_t CountHits(const std::vector<std::string>& words, std::string_view te
 }
 
 const std::vector<std::string>& CleanLines(std::size_t count, unsigned bytes) {
-  return Kept<MakeCleanLines>(count, bytes);
+  return Cached<MakeCleanLines>(count, bytes);
 }
 
 const HitLines& LinesWithHit(std::size_t count, unsigned bytes) {
-  return Kept<MakeLinesWithHit>(count, bytes);
+  return Cached<MakeLinesWithHit>(count, bytes);
 }
 
 const std::string& NearMisses(std::size_t count, unsigned bytes) {
-  return Kept<MakeNearMisses>(count, bytes);
+  return Cached<MakeNearMisses>(count, bytes);
 }
 
 std::string CleanText(std::size_t count, unsigned bytes) {

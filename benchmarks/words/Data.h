@@ -1,4 +1,4 @@
-// Lists of forbidden words, and the texts that they are looked for in.
+// Lists of forbidden words, and the texts that are searched for them.
 #pragma once
 
 #include <string>
@@ -14,35 +14,35 @@ namespace bench {
 inline constexpr std::size_t kListSizes[] = {100, 1000, 10000, 100000};
 inline constexpr unsigned kLineSizes[] = {20, 60, 250};  // bytes
 inline constexpr unsigned kTextSize = 64 * 1024;
-/// Of rows that load a list: they take seconds.
+/// Repetitions of rows that load a list, which take seconds.
 inline constexpr int kLoadRepetitions = 5;
 
-/// Different words of two to six Chinese characters, every twentieth Latin in capitals.
+/// `count` different words of two to six Chinese characters; every twentieth is a Latin word in capitals.
 const std::vector<std::string>& Words(std::size_t count);
 
-/// How often words of the list stand in the text, wherever in it and overlapping or not.
+/// Number of places where a word of the list occurs in `text`, overlapping ones included.
 std::size_t CountHits(const std::vector<std::string>& words, std::string_view text);
 
-/// 64 lines of `bytes` bytes without a word of the list of `count`.
+/// 64 lines of `bytes` bytes each that contain no word of Words(count).
 const std::vector<std::string>& CleanLines(std::size_t count, unsigned bytes);
 
-/// The same lines, each with one word of the list in the place of as many bytes, and how they are masked.
+/// The same lines with one word written over each, and the lines as they look when masked.
 struct HitLines {
   std::vector<std::string> lines, masked;
 };
 const HitLines& LinesWithHit(std::size_t count, unsigned bytes);
 
-/// Clean lines, one behind the other, parted by commas.
+/// Clean lines joined with commas.
 std::string CleanText(std::size_t count, unsigned bytes);
-/// A text of nothing but words that lack their last character, and has no hit: the worst there is.
+/// A text made only of words without their last character, with no hit. It is the worst case for a search.
 const std::string& NearMisses(std::size_t count, unsigned bytes);
 
-/// The library's list of these words, loaded from a file as a client loads it.
+/// Loads Words(count) into `list` from a file, as a client does.
 void LoadWords(CUtiBlackList& list, std::size_t count);
-/// The file of the list, which ends with the program.
+/// Path of a file with Words(count); it is removed when the program ends.
 const std::string& WordFile(std::size_t count);
 
-/// Measures one call a line over all lines; the time is that of a line.
+/// Measures `call`, applied to one line after another; the time of the row is that of one line.
 template <class Call>
 void MeasureLines(benchmark::State& state, const std::vector<std::string>& lines, Call call) {
   std::size_t next = 0;

@@ -1,4 +1,4 @@
-// Hyperscan: block mode, literals without case, the same lists and lines.
+// Hyperscan in block mode, with case-insensitive literals and the same lists and lines.
 #include <hs/hs.h>
 
 #include <map>
@@ -69,12 +69,12 @@ const Database& DatabaseOf(std::size_t count) {
   return databases.try_emplace(count, Words(count)).first->second;
 }
 
-// Lines of which each has `hits` words.
+// Measures a scan of `lines`, each of which contains `hits` words.
 void MeasureScan(benchmark::State& state, std::size_t count, const std::vector<std::string>& lines,
                  unsigned hits, bool isCounting) {
   const Database& database = DatabaseOf(count);
   for (const std::string& line : lines) {
-    if (database.Count(line) != hits) return state.SkipWithError("finds another number of words");
+    if (database.Count(line) != hits) return state.SkipWithError("found a wrong number of words");
   }
   if (isCounting) {
     MeasureLines(state, lines, [&](const std::string& line) { return database.Count(line); });
@@ -87,7 +87,7 @@ void Compile(benchmark::State& state, std::size_t count) {
   {
     const std::int64_t before = HeldBytes();
     const Database database(Words(count));
-    if (!database.scratch) return state.SkipWithError("does not compile");
+    if (!database.scratch) return state.SkipWithError("the word list does not compile");
     state.counters["held"] = static_cast<double>(HeldBytes() - before);
     state.counters["own"] = static_cast<double>(database.Bytes());
   }

@@ -6,7 +6,7 @@
 namespace bench {
 namespace {
 
-// One list for all rows of a size.
+// The list shared by all rows with `count` words.
 const CUtiBlackList& ListOf(std::size_t count) {
   static std::map<std::size_t, CUtiBlackList> lists;
   auto found = lists.find(count);
@@ -29,7 +29,7 @@ void MatchHit(benchmark::State& state, std::size_t count, unsigned bytes) {
   const CUtiBlackList& list = ListOf(count);
   const HitLines& hit = LinesWithHit(count, bytes);
   for (const std::string& line : hit.lines) {
-    if (list.IsMatched(line.c_str()) != 1) return state.SkipWithError("overlooked a word");
+    if (list.IsMatched(line.c_str()) != 1) return state.SkipWithError("missed a word");
   }
   MeasureLines(state, hit.lines, [&](const std::string& line) { return list.IsMatched(line.c_str()); });
 }
@@ -40,7 +40,7 @@ void Mask(benchmark::State& state, std::size_t count, unsigned bytes) {
   CString result;
   for (std::size_t i = 0; i < hit.lines.size(); ++i) {
     list.ReplaceBlackWord(hit.lines[i].c_str(), result);
-    if (hit.masked[i] != result.GetString()) return state.SkipWithError("masks otherwise");
+    if (hit.masked[i] != result.GetString()) return state.SkipWithError("masked a line wrongly");
   }
   MeasureLines(state, hit.lines,
                [&](const std::string& line) { return list.ReplaceBlackWord(line.c_str(), result); });
@@ -62,7 +62,7 @@ void MaskText(benchmark::State& state, std::size_t count, unsigned bytes) {
   }
   CString result;
   ListOf(count).ReplaceBlackWord(text.c_str(), result);
-  if (masked != result.GetString()) return state.SkipWithError("masks otherwise");
+  if (masked != result.GetString()) return state.SkipWithError("masked the text wrongly");
   for (auto _ : state) benchmark::DoNotOptimize(ListOf(count).ReplaceBlackWord(text.c_str(), result));
   state.counters["bytes"] = static_cast<double>(text.size());
 }
@@ -75,7 +75,7 @@ void Load(benchmark::State& state, std::size_t count) {
     LoadWords(list, count);
     state.counters["held"] = static_cast<double>(HeldBytes() - before);
     for (const std::string& word : Words(count)) {
-      if (list.IsMatched(word.c_str()) != 1) return state.SkipWithError("a word is missing");
+      if (list.IsMatched(word.c_str()) != 1) return state.SkipWithError("a word of the list was not loaded");
     }
   }
   for (auto _ : state) {
@@ -102,7 +102,7 @@ const bool kRegistered = [] {
     benchmark::RegisterBenchmark(Row("Load", "library", count).c_str(), Load, count)
         ->Repetitions(kLoadRepetitions);
   }
-  // How cost grows with the text.
+  // Rows that show how the cost grows with the text.
   for (const unsigned kilobytes : {1, 8, 64, 512}) {
     benchmark::RegisterBenchmark(Row("MaskText", "library", kilobytes).c_str(),
                                  [kilobytes](auto& state) { MaskText(state, 10000, kilobytes * 1024); });

@@ -1,4 +1,4 @@
-// The plain way: a folded copy of the line, and a search for each word of the list.
+// The plain way: fold a copy of the line to upper case, then search it for each word of the list.
 #include "benchmarks/words/Data.h"
 
 namespace bench {
@@ -17,7 +17,7 @@ void Scan(benchmark::State& state, std::size_t count) {
   const std::vector<std::string>& words = Words(count);
   const std::vector<std::string>& lines = CleanLines(count, 60);
   for (const std::string& line : LinesWithHit(count, 60).lines) {
-    if (!IsMatchedByScan(words, line)) return state.SkipWithError("overlooked a word");
+    if (!IsMatchedByScan(words, line)) return state.SkipWithError("missed a word");
   }
   for (const std::string& line : lines) {
     if (IsMatchedByScan(words, line)) return state.SkipWithError("found a word in a clean line");

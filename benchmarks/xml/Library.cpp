@@ -1,4 +1,4 @@
-// The library's parser and views.
+// The library's XML parser and elements.
 #include <ZvUtiLib/CUtiXmlNodeList.h>
 #include <ZvUtiLib/CUtiXmlParser.h>
 
@@ -22,7 +22,7 @@ class Library {
  private:
   static void Visit(const CUtiXmlElement& element, Seen& seen) {
     const CString name = element.GetNodeName();
-    if (name.IsEmpty()) return;  // no element
+    if (name.IsEmpty()) return;  // not an element
     ++seen.elements;
     seen.nameBytes += static_cast<std::size_t>(name.GetLength());
     seen.numbers += static_cast<std::size_t>(element.GetAttributeInt("id"));

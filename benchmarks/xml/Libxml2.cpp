@@ -1,5 +1,5 @@
-// libxml2, its tree used directly: with texts as they come, and with texts converted to GBK as a client needs
-// them.
+// libxml2, walking its tree directly. One row uses its UTF-8 texts as they are; the other converts them to
+// GBK, as a client of this library would need them.
 #include <iconv.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
@@ -14,25 +14,25 @@
 namespace bench {
 namespace {
 
-struct AsItIs {
+struct AsUtf8 {
   static constexpr const char* kName = "libxml2";
-  static constexpr std::size_t kBytes = 3;  // of a Chinese character
+  static constexpr std::size_t kBytesPerHanzi = 3;
 
   const char* operator()(const char* text) const { return text; }
 };
 
-// Converts into a buffer that is there already, which costs least.
+// Converts into a preallocated buffer, the cheapest way.
 class ToGbk {
  public:
   static constexpr const char* kName = "libxml2_gbk";
-  static constexpr std::size_t kBytes = 2;
+  static constexpr std::size_t kBytesPerHanzi = 2;
 
   ToGbk() : converter_(iconv_open("GBK", "UTF-8")) {}
   ~ToGbk() { iconv_close(converter_); }
   ToGbk(const ToGbk&) = delete;
   ToGbk& operator=(const ToGbk&) = delete;
 
-  // Empty where it cannot be converted: the row then fails by its count.
+  // Returns "" if the text cannot be converted; the row then fails because its counts are wrong.
   const char* operator()(const char* text) {
     std::size_t left = std::strlen(text), room = buffer_.size() - 1;
     char* in = const_cast<char*>(text);  // iconv does not write to it
@@ -67,20 +67,20 @@ class Libxml2 {
 
  private:
   static const char* Chars(const xmlChar* text) { return reinterpret_cast<const char*>(text); }
-  // A caller of this interface is given a copy, and frees it.
+  // Frees `text`: libxml2 returns a copy that belongs to the caller.
   static std::size_t Characters(xmlChar* text) {
-    const std::size_t bytes = text ? std::strlen(Given(text)) : 0;
+    const std::size_t bytes = text ? std::strlen(Converted(text)) : 0;
     xmlFree(text);
-    return bytes / Texts::kBytes;
+    return bytes / Texts::kBytesPerHanzi;
   }
-  static const char* Given(const xmlChar* text) {
+  static const char* Converted(const xmlChar* text) {
     static Texts texts;
     return texts(Chars(text));
   }
 
   static void Visit(xmlNode* element, Seen& seen) {
     ++seen.elements;
-    seen.nameBytes += std::strlen(Given(element->name));
+    seen.nameBytes += std::strlen(Converted(element->name));
     xmlChar* id = xmlGetProp(element, BAD_CAST "id");
     seen.numbers += static_cast<std::size_t>(std::atoi(Chars(id)));
     xmlFree(id);
@@ -97,7 +97,7 @@ class Libxml2 {
   xmlDoc* document_;
 };
 
-const bool kRegistered = (RegisterXml<Libxml2<AsItIs>>(), RegisterXml<Libxml2<ToGbk>>(), true);
+const bool kRegistered = (RegisterXml<Libxml2<AsUtf8>>(), RegisterXml<Libxml2<ToGbk>>(), true);
 
 }  // namespace
 }  // namespace bench

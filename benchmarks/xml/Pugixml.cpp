@@ -1,4 +1,4 @@
-// pugixml, which knows no GBK: it takes the bytes as they are, and is spared the conversion.
+// pugixml does not support GBK. It gets the bytes as they are and so does no conversion.
 #include <cstring>
 #include <pugixml.hpp>
 

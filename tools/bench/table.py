@@ -1,8 +1,10 @@
 #!/usr/bin/env python3
-"""Sets the library's benchmark rows beside their peers' and says which goals are met.
+"""Compares the library's benchmark rows with those of its peers and reports which goals are met.
 
-table.py [--markdown FILE] RESULTS.json...   prints the table; with --markdown also puts it between the
-marker lines of FILE. Ends with 1 when a row failed or no row is there; a goal that is missed is no failure.
+table.py [--markdown FILE] RESULTS.json...
+
+Prints the table; with --markdown, also writes it between the marker lines of FILE. Exits with 1 if a row
+failed or there are no rows. A missed goal is not a failure.
 """
 import argparse
 import datetime
@@ -18,7 +20,7 @@ LISTS = (100, 1000, 10000, 100000)
 
 
 def comparisons():
-    """(section, label, our row, peer's row, highest ratio or None, what is compared)"""
+    """Yields (section, label, our row, the peer's row, the highest ratio that meets the goal or None, measure)."""
     items = {"cereal": (0.06, 0.05), "protobuf": (0.06, 0.15)}
     players = {"protobuf": (0.16, 0.23)}
     for subject, goals in (("Items1000", items), ("Items65535", {}), ("Snapshot10", {}), ("Snapshot40", players),
@@ -57,28 +59,30 @@ def comparisons():
         yield "XML", f"Load and walk {name}", f"Xml/library/{size}", f"Xml/libxml2_gbk/{size}", None, "cpu"
 
 
-GROWTHS = [(f"{verb} of items", [(n, f"{verb}Items{n}/library") for n in (1000, 4000, 16000, 65535)])
+GROWTHS = [(f"{verb} items", [(n, f"{verb}Items{n}/library") for n in (1000, 4000, 16000, 65535)])
            for verb in ("Encode", "Decode")]
-GROWTHS += [(f"{verb} of {subject}, over its {what}", [(n, f"{verb}{row}{n}/library") for n in sizes])
+GROWTHS += [(f"{verb} {subject}, by {what}", [(n, f"{verb}{row}{n}/library") for n in sizes])
             for subject, what, row, sizes in (("a snapshot", "items", "Snapshot", (40, 400, 4000, 40000)),
                                               ("a table", "bundles", "Bundles", (1250, 2500, 5000, 10000)))
             for verb in ("Encode", "Decode")]
-GROWTHS += [("Masking, over the text", [(n, f"MaskText/library/{n}") for n in (1, 8, 64, 512)]),
-            ("Near misses, over the text", [(n, f"NearText/library/{n}") for n in (1, 8, 64, 512)]),
-            ("Load, over the list", [(n, f"Load/library/{n}") for n in LISTS]),
-            ("Clean line of 60 bytes, over the list", [(n, f"CleanLine60/library/{n}") for n in LISTS])]
+GROWTHS += [("Masking, by length of text", [(n, f"MaskText/library/{n}") for n in (1, 8, 64, 512)]),
+            ("Near misses, by length of text", [(n, f"NearText/library/{n}") for n in (1, 8, 64, 512)]),
+            ("Load, by size of list", [(n, f"Load/library/{n}") for n in LISTS]),
+            ("Clean line of 60 bytes, by size of list", [(n, f"CleanLine60/library/{n}") for n in LISTS])]
 
 
 def read(paths):
-    """By row its median, with "cpu" and "fastest", the least of all repetitions, in ns; ends the program where
-    a row failed."""
+    """{row: its median entry}, plus the keys "cpu" (the median) and "fastest" (the fastest repetition), in ns.
+
+    Exits if a row failed or there are no rows.
+    """
     unit = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
     rows, fastest, failed = {}, {}, []
     for path in paths:
         try:
             entries = json.loads(pathlib.Path(path).read_text())["benchmarks"]
         except (OSError, ValueError, KeyError) as error:
-            sys.exit(f"table.py: {path} holds no benchmark results ({error})")
+            sys.exit(f"table.py: {path} contains no benchmark results ({error})")
         for row in entries:
             if row.get("error_occurred"):
                 failed.append(f"{row['run_name']}: {row['error_message']}")
@@ -106,23 +110,24 @@ def quantity(value, what):
 
 
 def exponent(points):
-    """The slope of a straight line through the points on logarithmic scales."""
+    """The slope of the least-squares line through the points on logarithmic axes."""
     xs, ys = [math.log(x) for x, _ in points], [math.log(y) for _, y in points]
     x, y = sum(xs) / len(xs), sum(ys) / len(ys)
     return sum((a - x) * (b - y) for a, b in zip(xs, ys)) / sum((a - x) ** 2 for a in xs)
 
 
 def table(rows):
-    """Sections of lines with the cells that HEAD names."""
+    """{section: lines}, where a line has the cells named in HEAD."""
     sections = {}
 
-    def add(section, label, library, beside, ratio, goal, form=".3g", measures=("cpu", "fastest")):
-        """`ratio` gives what the goal bounds, from the medians and from the fastest repetitions."""
+    def add(section, label, library, peer, ratio, goal, form=".3g", measures=("cpu", "fastest")):
+        """Adds a line. ratio(measure) is the figure that the goal bounds: `cpu` is the median of the repetitions,
+        `fastest` the fastest one."""
         figures = [ratio(measure) for measure in measures]
         cells = [format(figure, form) for figure in figures] + [""] * (2 - len(figures))
         verdict = "" if goal is None else "met" if figures[0] <= goal else "missed"
         sections.setdefault(section, []).append(
-            (label, library, beside, *cells, "" if goal is None else f"{goal:g}", verdict))
+            (label, library, peer, *cells, "" if goal is None else f"{goal:g}", verdict))
 
     for section, label, ours, peer, goal, what in comparisons():
         if ours not in rows or peer not in rows or rows[peer][what] <= 0:
@@ -133,13 +138,13 @@ def table(rows):
             measures=("cpu", "fastest") if what == "cpu" else (what,))
     small, large = (rows.get(f"DecodeItems{n}/library") for n in (1000, 65535))
     if small and large:
-        add("Records", "Decode an item at 65535", f"{large['cpu'] / 65535:.3g} ns",
-            f"at 1000 {small['cpu'] / 1000:.3g} ns",
+        add("Records", "Decode, per item of 65535", f"{large['cpu'] / 65535:.3g} ns",
+            f"of 1000 {small['cpu'] / 1000:.3g} ns",
             lambda measure: large[measure] / 65535 / (small[measure] / 1000), 1.5)
     for words in LISTS:
         row = rows.get(f"NearMisses/library/{words}")
         if row:
-            add("Words", f"NearMisses a byte, {words} words", f"{row['cpu'] / row['bytes']:.3g} ns", "limit 10 ns",
+            add("Words", f"NearMisses per byte, {words} words", f"{row['cpu'] / row['bytes']:.3g} ns", "limit 10 ns",
                 lambda measure: row[measure] / row["bytes"] / 10, 1)
     for label, sizes in GROWTHS:
         points = [(rows[name].get("bytes", size) if "Text/" in name else size, rows[name])
@@ -150,7 +155,7 @@ def table(rows):
     return sections
 
 
-HEAD = ("what", "library", "beside", "ratio", "fastest", "goal", "")
+HEAD = ("what", "library", "peer", "ratio", "fastest", "goal", "")
 
 
 def plain(sections):
@@ -185,14 +190,14 @@ def markdown(sections):
 def put(path, text):
     page = pathlib.Path(path).read_text()
     if page.count(BEGIN) != 1 or page.count(END) != 1:
-        sys.exit(f"table.py: {path} lacks its two marker lines")
+        sys.exit(f"table.py: {path} should contain each of its two marker lines once")
     head, rest = page.split(BEGIN)
     pathlib.Path(path).write_text(f"{head}{BEGIN}\n{text}\n{END}{rest.split(END)[1]}")
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--markdown", metavar="FILE", help="put the table between the marker lines of FILE, too")
+    parser.add_argument("--markdown", metavar="FILE", help="also write the table between the marker lines of FILE")
     parser.add_argument("results", nargs="+")
     arguments = parser.parse_args()
     sections = table(read(arguments.results))
