@@ -4,11 +4,11 @@ install(TARGETS ${zvutilib_libraries} EXPORT ZvUtiLibTargets
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-# All that has to be built before an installation; what else is installed is added to it.
+# Everything that must be built before an installation. Other folders add their installed targets to it.
 add_custom_target(zvutilib_installed DEPENDS ${zvutilib_libraries})
 if(MINGW)
-  # Exceptions and strings cross the border of the DLL, so it shares the compiler's runtime libraries with
-  # the host; they have to lie beside the program. Their symbols for debuggers stay here.
+  # Exceptions and strings cross the boundary of the DLL, so the DLL and the host program share the compiler's
+  # runtime libraries. They are installed beside the program, stripped of debug symbols.
   foreach(runtime libstdc++-6.dll libgcc_s_dw2-1.dll libwinpthread-1.dll)
     execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${runtime}
       OUTPUT_VARIABLE runtime_file OUTPUT_STRIP_TRAILING_WHITESPACE)
@@ -29,13 +29,14 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/ZvUtiLibConfigVersion.cma
 install(FILES ${PROJECT_BINARY_DIR}/ZvUtiLibConfig.cmake ${PROJECT_BINARY_DIR}/ZvUtiLibConfigVersion.cmake
   DESTINATION ${package_dir})
 
-# The prefix of the .pc file is found from the file's own place, so an installed tree can be moved.
+# The .pc file finds its prefix relative to its own location, so an installed tree can be moved.
 file(RELATIVE_PATH pc_prefix_from_pcdir
   ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(${PROJECT_SOURCE_DIR}/cmake/ZvUtiLib.pc.in ${PROJECT_BINARY_DIR}/ZvUtiLib.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/ZvUtiLib.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-# Pretty-printers for gdb, which loads them by itself with a library in /usr; elsewhere one sources them.
+# Pretty-printers for gdb. It loads them automatically if the library is installed in /usr; otherwise the user
+# has to source them.
 set(printers ${PROJECT_SOURCE_DIR}/tools/gdb/zvutilib.py)
 install(FILES ${printers} DESTINATION ${CMAKE_INSTALL_DATADIR}/ZvUtiLib/gdb)
 if(NOT WIN32)

@@ -1,4 +1,4 @@
-# What cpack makes of an installed tree.
+# Settings for the packages that cpack makes from an installed tree.
 set(CPACK_PACKAGE_NAME ZvUtiLib)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_VENDOR "The ZvUtiLib maintainers")

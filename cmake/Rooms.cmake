@@ -3,8 +3,8 @@ file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/../docs/architecture.md rooms REGEX "^\\|
 list(TRANSFORM rooms REPLACE "^\\| `([a-z]+)/.*" "\\1")
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/../docs/architecture.md)
 
-# Adds every source in the folders named to `target`: a source is built because it lies in its room, and
-# no list names it. Sources of one host system end in _posix.cpp or _win32.cpp and are built only there.
+# Adds all sources of the given folders to `target`, so that no list has to name each source. Sources whose
+# names end in _posix.cpp or _win32.cpp are built for that host system only.
 function(zvutilib_add_rooms target)
   if(WIN32)
     set(other_system posix)

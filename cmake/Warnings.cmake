@@ -1,5 +1,5 @@
-# Warnings are errors in everything of ours, but not where a foreign project, maybe with a compiler that
-# knows more of them, builds us as a part of it. Consumers are never given these flags.
+# Warnings are errors, except where another project builds us as a subproject, perhaps with a newer compiler
+# that has more warnings. Consumers never inherit these flags.
 function(zvutilib_strict_warnings target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
   if(PROJECT_IS_TOP_LEVEL)

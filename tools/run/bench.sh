@@ -1,4 +1,4 @@
-# The benchmarks, and the table that sets the library beside its peers. Sourced by run.
+# The benchmarks, and the table that compares the library with its peers. Sourced by run.
 
 need_bench_tools() {
   need_build_tools
@@ -12,10 +12,10 @@ bench() {
     case "$subject" in
       records | words | text | xml) subjects+=("$subject") ;;
       --markdown) option=(--markdown benchmarks/results.md) ;;
-      *) fail "there is no benchmark '$subject'; see ./run help" ;;
+      *) fail "unknown benchmark '$subject'; see ./run help" ;;
     esac
   done
-  [ ${#option[@]} -eq 0 ] || [ ${#subjects[@]} -eq 0 ] || fail "'bench --markdown' writes the whole table: name no subject"
+  [ ${#option[@]} -eq 0 ] || [ ${#subjects[@]} -eq 0 ] || fail "'bench --markdown' writes the whole table, so it takes no subject"
   [ ${#subjects[@]} -gt 0 ] || subjects=(records words text xml)
   need_bench_tools
   build linux-bench
@@ -23,7 +23,7 @@ bench() {
   mkdir -p "$results"
   for subject in "${subjects[@]}"; do
     say "Measuring: $subject"
-    # In turns, so that a machine whose speed changes is as slow for one side of a ratio as for the other.
+    # Interleaved, so that changes in the speed of the machine affect both sides of a ratio alike.
     "build/linux-bench/benchmarks/bench_$subject" --benchmark_repetitions=25 \
       --benchmark_enable_random_interleaving=true --benchmark_min_time=0.02 \
       --benchmark_out="$results/$subject.json" --benchmark_out_format=json \

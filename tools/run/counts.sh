@@ -1,23 +1,24 @@
-# Instruction counts of key operations, which do not depend on how busy the machine is. Sourced by run.
-# A name is OPERATION/SIZE. An operation that is counted at several sizes has to take instructions nearly in
-# proportion to them: at most 1.3 times as many for each unit of its largest size as of its smallest, which
-# n log n stays below at these sizes, and n by n does not.
+# Instruction counts of key operations. They do not depend on the load of the machine. Sourced by run.
+#
+# A name is OPERATION/SIZE. An operation counted at several sizes may take at most 1.3 times as many instructions
+# per unit of its largest size as of its smallest: at these sizes n log n stays below that, and n * n does not.
 
 counts_file=benchmarks/counts.txt
 
-# The instructions of one operation. The C library is kept from choosing its copies by the processor.
+# Prints the number of instructions of the operation $1. GLIBC_TUNABLES keeps the C library from selecting
+# different memory and string functions on different processors.
 count_instructions() {
   local out=build/linux-bench/counts.out
   rm -f "$out"
   GLIBC_TUNABLES=glibc.cpu.hwcaps=-AVX2,-AVX,-SSE4_2,-SSE4_1,-SSSE3,-BMI2,-ERMS,-FSRM,-MOVBE \
     valgrind --tool=callgrind --toggle-collect=Counted --callgrind-out-file="$out" \
     build/linux-bench/benchmarks/bench_counts "$1" 2>build/linux-bench/counts.log ||
-    { cat build/linux-bench/counts.log >&2; fail "the operation '$1' could not be counted"; }
+    { cat build/linux-bench/counts.log >&2; fail "counting the instructions of '$1' failed"; }
   awk '$1 == "summary:" || $1 == "totals:" { print $2; exit }' "$out"
 }
 
 counts() {
-  [ $# -eq 0 ] || { [ $# -eq 1 ] && [ "$1" = --store ]; } || fail "'counts' takes --store or nothing; see ./run help"
+  [ $# -eq 0 ] || { [ $# -eq 1 ] && [ "$1" = --store ]; } || fail "'counts' takes no argument but --store; see ./run help"
   need_build_tools
   need valgrind libbenchmark-dev
   build linux-bench bench_counts
@@ -27,15 +28,15 @@ counts() {
   [ -s "$counts_file" ] || fail "$counts_file is missing"
   while read -r name stored; do
     now=$(count_instructions "$name")
-    [ "${now:-0}" -gt 0 ] || fail "nothing was counted for '$name'"
+    [ "${now:-0}" -gt 0 ] || fail "no instructions were counted for '$name'"
     counted+="${name/\// } $now"$'\n'
-    printf '%-28s %10d stored %10d now %+d%%\n' "$name" "$stored" "$now" $(((now - stored) * 100 / (stored > 0 ? stored : 1)))
+    printf '%-28s %10d recorded %10d now %+d%%\n' "$name" "$stored" "$now" $(((now - stored) * 100 / (stored > 0 ? stored : 1)))
     if [ "${1:-}" = --store ]; then
       echo "$name $now" >>"$counts_file.new"
     elif [ $((now * 10)) -gt $((stored * 11)) ]; then
       grown=$((grown + 1))
     elif [ $((now * 10)) -lt $((stored * 9)) ]; then
-      echo "   it has become shorter by more than a tenth: please store the new count with ./run counts --store"
+      echo "   over a tenth fewer instructions than recorded: please record the new count with ./run counts --store"
     fi
   done <"$counts_file"
   steep=$(awk 'NF == 3 && (!($1 in least) || $2 < least[$1]) { least[$1] = $2; fewest[$1] = $3 }
@@ -43,5 +44,5 @@ counts() {
     END { for (o in all) if (all[o] / most[o] > 1.3 * fewest[o] / least[o]) print o }' <<<"$counted")
   [ -z "$steep" ] || fail "instructions grow faster than the size of the input: ${steep//$'\n'/, }"
   [ "${1:-}" != --store ] || mv "$counts_file.new" "$counts_file"
-  [ "$grown" -eq 0 ] || fail "$grown operations take over a tenth more instructions than stored in $counts_file"
+  [ "$grown" -eq 0 ] || fail "$grown operations take over a tenth more instructions than $counts_file says"
 }

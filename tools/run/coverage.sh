@@ -1,9 +1,9 @@
-# Which branches of the library the tests take. Sourced by run.
+# Reports which branches of the library the tests take. Sourced by run.
 #
-# Measured by clang, which counts the conditions that stand in the sources; the branches that gcov counts
-# are those of the machine code, the hidden ones of exceptions among them.
+# It uses clang, which counts the conditions in the sources. gcov counts branches of the machine code, including
+# the hidden ones for exceptions.
 
-least_coverage=97
+minimum_coverage=97
 
 coverage() {
   local build=build/linux-coverage profiles=build/coverage
@@ -13,10 +13,10 @@ coverage() {
   say "Tests"
   rm -rf "$profiles"
   mkdir -p "$profiles"
-  # A child process of a test has a profile of its own.
+  # %p is the process id: child processes of tests write their own profiles.
   LLVM_PROFILE_FILE="$PWD/$profiles/%p.profraw" "$build/tests/zvutilib_tests" --gtest_brief=1
   llvm-profdata-14 merge --sparse -o "$profiles/tests.profdata" "$profiles"/*.profraw
-  say "Branches that no test takes"
+  say "Branches not taken by any test"
   llvm-cov-14 export --instr-profile="$profiles/tests.profdata" "$build/tests/zvutilib_tests" |
-    tools/branch_coverage.py "$PWD" "$least_coverage" tests/uncovered_branches.txt
+    tools/branch_coverage.py "$PWD" "$minimum_coverage" tests/uncovered_branches.txt
 }

@@ -1,4 +1,4 @@
-# The documents that are made of the code. Sourced by run.
+# The documents that are generated from the code. Sourced by run.
 
 refresh_wire_format() {
   say "docs/wire-format.md"
@@ -8,21 +8,22 @@ refresh_wire_format() {
     echo "up to date"
   else
     cp build/wire-format.md docs/wire-format.md
-    echo "made anew"
+    echo "rewritten"
   fi
 }
 
-# Ends with an error where something public has no comment, or a link leads nowhere.
+# Fails if a public declaration has no comment or a link has no target.
 make_interface_pages() {
   say "build/docs/html"
   local pages
   pages=$(ls -- *.md; find docs -name '*.md' | sort)
   mkdir -p build/docs
   rm -rf build/docs/html
-  # A filter that fails leaves its header out, and says so, but is no failure to Doxygen.
+  # Doxygen does not fail when its filter does; it only reports that and leaves the header out. So fail on any
+  # message.
   { cat tools/docs/Doxyfile; echo "INPUT +=" $pages; } | doxygen - 2>build/docs/problems && [ ! -s build/docs/problems ] ||
-    { cat build/docs/problems >&2; fail "the pages are not whole"; }
-  echo "$(find build/docs/html -name '*.html' | wc -l) pages; begin with build/docs/html/index.html"
+    { cat build/docs/problems >&2; fail "the interface pages are incomplete"; }
+  echo "$(find build/docs/html -name '*.html' | wc -l) pages; start at build/docs/html/index.html"
 }
 
 docs() {

@@ -1,10 +1,10 @@
-# Feeds the library bytes of all kinds, and says how much was tried and what broke. Sourced by run.
+# Runs the fuzz targets and reports how much was tried and what broke. Sourced by run.
 
 fuzz_build=build/linux-fuzz/fuzz
 fuzz_work=build/fuzz
 
-# Runs one target for a number of seconds: fuzz_target NAME SECONDS. Inputs that reach something new stay
-# in the corpus and are where the next run goes on. Limits: 2 GB, 25 seconds and 4,096 bytes for an input.
+# fuzz_target NAME SECONDS: runs one target for that long. Inputs that reach new code are kept in the corpus,
+# from which the next run continues. Limits per input: 4,096 bytes, 25 seconds, 2 GB of memory.
 fuzz_target() {
   local name=$1 corpus=$fuzz_work/corpus/$1 options=()
   mkdir -p "$corpus"
@@ -16,7 +16,7 @@ fuzz_target() {
     >"$fuzz_work/logs/$name" 2>&1 && touch "$fuzz_work/logs/$name.passed"
 }
 
-# Executions and edges that the log of a target tells of.
+# Prints the number of executions and of covered edges from the log of the target $1.
 fuzz_figures() {
   awk '/^stat::number_of_executed_units:/ { runs = $2 }
        { for (i = 1; i < NF; ++i) if ($i == "cov:") edges = $(i + 1) }
@@ -25,7 +25,7 @@ fuzz_figures() {
 
 fuzz() {
   local seconds=${1:-120} jobs=2 targets=() name runs edges found all_runs=0 all_found=0
-  [[ $seconds =~ ^[1-9][0-9]{0,6}$ ]] || fail "'fuzz' takes a number of seconds, which all targets share"
+  [[ $seconds =~ ^[1-9][0-9]{0,6}$ ]] || fail "'fuzz' takes a number of seconds, shared by all targets"
   need_build_tools
   need clang libclang-rt-14-dev
   build linux-fuzz
@@ -49,7 +49,7 @@ fuzz() {
     printf '%-12s %14d %10d %10d\n' "$name" "$runs" "$edges" "$found"
     all_runs=$((all_runs + runs)) all_found=$((all_found + found))
   done
-  printf '%-12s %14d %10s %10d\n' "in all" "$all_runs" "" "$all_found"
+  printf '%-12s %14d %10s %10d\n' total "$all_runs" "" "$all_found"
   [ "$all_found" -eq 0 ] && return
   for name in "${targets[@]}"; do
     [ -f "$fuzz_work/logs/$name.passed" ] && continue
@@ -57,5 +57,5 @@ fuzz() {
     grep -hE '^fuzz: broken|^SUMMARY|runtime error|Test unit written to' "$fuzz_work/logs/$name" >&2 ||
       echo "see $fuzz_work/logs/$name" >&2
   done
-  fail "found what should not be; the inputs are kept in $fuzz_work/findings"
+  fail "the library failed on some inputs, which are kept in $fuzz_work/findings"
 }

@@ -1,8 +1,8 @@
-# Packages of both systems, in build/packages, each tried out as it will be used. Sourced by run.
+# Makes the packages of both systems in build/packages and tries each one with a client. Sourced by run.
 
 packages=build/packages
 
-# Packs the build in $1 with each of the generators behind it.
+# pack BUILD GENERATOR...: packs the build folder BUILD with each generator.
 pack() {
   local generator
   for generator in "${@:2}"; do
@@ -10,10 +10,10 @@ pack() {
   done
 }
 
-# The one package whose name ends in $1.
+# Prints the path of the only package whose name ends in $1.
 package_of_kind() {
   local found=("$packages"/*"$1")
-  [ -f "${found[0]}" ] && [ ${#found[@]} -eq 1 ] || fail "there should be one $1 package in $packages"
+  [ -f "${found[0]}" ] && [ ${#found[@]} -eq 1 ] || fail "expected exactly one $1 package in $packages"
   echo "${found[0]}"
 }
 
@@ -38,9 +38,9 @@ package() {
   say "Clients of the unpacked packages"
   tests/client/check.sh "$unpacked/deb/usr" "$PWD/build/client-deb"
   tests/client/check.sh "$unpacked/tar" "$PWD/build/client-tar"
-  local place
-  for place in deb/usr tar; do
-    "$unpacked/$place/bin/zvuti" records --names >/dev/null || fail "zvuti of the package in $unpacked/$place does not run"
+  local prefix
+  for prefix in deb/usr tar; do
+    "$unpacked/$prefix/bin/zvuti" records --names >/dev/null || fail "the zvuti in $unpacked/$prefix does not run"
   done
   check_windows_client "$(echo "$unpacked"/zip/*)" build/client-zip
 }

@@ -1,4 +1,4 @@
-# Many threads at full work for a while, under each of the sanitizers. Sourced by run.
+# Runs many threads under full load for a while, under each of two sanitizers. Sourced by run.
 
 soak() {
   local seconds=${1:-60} kind
@@ -7,7 +7,8 @@ soak() {
   for kind in tsan asan; do
     build "linux-$kind" zvutilib_tests
     say "Soak ($kind), $seconds seconds"
-    # A small quarantine, so that memory that is given back shows as given back.
+    # ASan keeps freed blocks in a quarantine. A small one, so that the process visibly shrinks when memory is
+    # freed.
     ASAN_OPTIONS=quarantine_size_mb=16 ZVUTILIB_SOAK_SECONDS=$seconds \
       "build/linux-$kind/tests/zvutilib_tests" --gtest_brief=1 --gtest_filter='Soak.*'
   done

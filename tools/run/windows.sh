@@ -1,4 +1,4 @@
-# The library for 32-bit Windows: built by the cross-compiler, run under Wine. Sourced by run.
+# Builds the library for 32-bit Windows with the cross-compiler and tests it under Wine. Sourced by run.
 
 windows_build=build/windows-i686
 windows_toolchain=$PWD/cmake/windows-i686.cmake
@@ -9,13 +9,13 @@ need_windows_tools() {
   need_wine
 }
 
-# A fresh installation of the Windows build.
+# Installs the Windows build into $windows_build/installed, replacing what was there.
 install_windows() {
   rm -rf "$windows_build/installed"
   cmake --install "$windows_build" --prefix "$PWD/$windows_build/installed" >/dev/null
 }
 
-# The client of the package in PREFIX, built in BUILD and run: check_windows_client PREFIX BUILD
+# check_windows_client PREFIX BUILD: builds the client in BUILD with the package in PREFIX, and runs it.
 check_windows_client() {
   rm -rf "$2"
   build_against "$1" tests/client "$2" --toolchain "$windows_toolchain"
@@ -28,7 +28,7 @@ check_version_record() {
   local record
   record=$(i686-w64-mingw32-windres -J coff -i "$windows_build/ZvUtiLib.dll")
   while read -r line; do
-    grep -qF "$line" <<<"$record" || fail "the version record of the DLL lacks: $line"
+    grep -qF "$line" <<<"$record" || fail "the version record of the DLL does not contain: $line"
   done <<'TEXT'
 FILEVERSION 1, 0, 0, 1
 PRODUCTVERSION 1, 0, 0, 1
@@ -38,23 +38,23 @@ VALUE "InternalName", "ZvUtiLib"
 TEXT
 }
 
-# Lines about the machine that a report of the lobby host comes from.
-about_the_machine='^   (log |time now |list read, |list not to be had|([0-9A-F]{2}-){5}[0-9A-F]{2}$)'
+# Lines of the lobby program's report that depend on the machine.
+machine_lines='^   (log |time now |list read, |list not available|([0-9A-F]{2}-){5}[0-9A-F]{2}$)'
 
 compare_lobby_reports() {
   build_against "$PWD/build/linux-release/installed" examples/lobby build/lobby
   build_against "$PWD/$windows_build/installed" examples/lobby build/lobby-windows --toolchain "$windows_toolchain"
   cp "$windows_build"/installed/bin/*.dll build/lobby-windows/app
-  # Both on the same day of the same zone: what an item is worth changes at midnight.
+  # Both reports must be from the same day in the same time zone, because the value of an item changes at midnight.
   local day=
   until [ "$day" = "$(TZ=$wine_zone date +%F)" ]; do
     day=$(TZ=$wine_zone date +%F)
     TZ=$wine_zone build/lobby/app/lobby >build/lobby-linux.txt
     in_wine build/lobby-windows/app lobby.exe | tr -d '\r' >build/lobby-windows.txt
   done
-  diff <(grep -vE "$about_the_machine" build/lobby-linux.txt) <(grep -vE "$about_the_machine" build/lobby-windows.txt) ||
-    fail "the lobby host reports otherwise on Windows (lines with >) than on Linux (lines with <)"
-  echo "$(wc -l <build/lobby-windows.txt) lines, the same on both systems but for those about the machine"
+  diff <(grep -vE "$machine_lines" build/lobby-linux.txt) <(grep -vE "$machine_lines" build/lobby-windows.txt) ||
+    fail "the lobby program's report differs between Linux (lines with <) and Windows (lines with >)"
+  echo "$(wc -l <build/lobby-windows.txt) lines, the same on both systems except for those about the machine"
 }
 
 windows() {
@@ -73,6 +73,6 @@ windows() {
   check_windows_client "$PWD/$windows_build/installed" build/client-windows
   say "Tests, under Wine"
   in_wine "$windows_build/tests" zvutilib_tests.exe --gtest_brief=1
-  say "The lobby host, under Wine"
+  say "The lobby program, under Wine"
   compare_lobby_reports
 }

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# wine_namespace.sh ROOT FOLDER COMMAND...: runs COMMAND in ROOT with FOLDER as /app, in the time zone TZ. To be
-# started in namespaces of its own for mounts and processes: it ends all processes there when it ends.
+# wine_namespace.sh ROOT FOLDER COMMAND...: runs COMMAND in ROOT with FOLDER mounted as /app, in the time zone TZ.
+# Must be started in its own mount and process namespaces; when it ends, the system ends all processes in them.
 set -euo pipefail
 trap 'exit 130' INT TERM HUP
 mount --bind "$2" "$1/app"
