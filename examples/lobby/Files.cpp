@@ -10,7 +10,7 @@ namespace {
 
 Fields Split(const std::string& line) {
   Fields fields(1);
-  for (const char c : line) {  // no trail byte of GBK is a tab
+  for (const char c : line) {  // byte by byte is safe: a tab is never the trail byte of a GBK character
     if (c == '\t') {
       fields.emplace_back();
     } else {

@@ -1,4 +1,4 @@
-// The files below the program's folder: the host's own, lines of tab-separated GBK text, and the games'.
+// Files below the program's folder: tables (tab-separated GBK text), records and the folders of the games.
 #pragma once
 
 #include <string>
@@ -12,16 +12,16 @@ using Fields = std::vector<std::string>;
 std::string AppFile(const std::string& name);
 
 /// The non-empty lines of the file `name` in the program's folder, split at tabs. Throws
-/// std::runtime_error when it cannot be read, or when a line has fewer than `fields` fields.
+/// std::runtime_error if the file cannot be read or a line has fewer than `fields` fields.
 std::vector<Fields> ReadTable(const std::string& name, std::size_t fields);
 
-/// True when a game has its folder; a client need not have them all.
+/// True if the game's folder exists; a client need not have all games.
 bool IsInstalled(GameId game);
 
-/// The games that have their folders, in the order of their numbers.
+/// The games whose folders exist, sorted by id.
 std::vector<GameId> InstalledGames();
 
-/// All bytes of the file `name` in the program's folder; throws std::runtime_error when it cannot be read.
+/// All bytes of the file `name` in the program's folder. Throws std::runtime_error if it cannot be read.
 std::string ReadBytes(const std::string& name);
-/// Writes such a file; throws std::runtime_error when it cannot.
+/// Replaces the file `name` in the program's folder. Throws std::runtime_error if it cannot be written.
 void WriteBytes(const std::string& name, const void* bytes, std::size_t count);

@@ -1,4 +1,4 @@
-// The report of the lobby host: GBK text in, the terminal's UTF-8 out, and a count of what was done.
+// The lobby program's report: converts GBK text to UTF-8, prints it, and counts the things done.
 #pragma once
 
 #include <string>
@@ -7,11 +7,11 @@
 
 class Report {
  public:
-  /// Begins a numbered section.
+  /// Prints the heading of the next numbered section.
   void Section(const char* title);
-  /// Prints an indented line, with the conversions of CString::Format. Texts are GBK.
+  /// Formats a line like CString::Format and prints it indented. Texts are GBK.
   void Line(const char* format, ...);
-  /// Adds to the number of things done.
+  /// Adds `things` to the number of things done.
   void Did(int things = 1) { done_ += things; }
   int Done() const { return done_; }
 
@@ -20,5 +20,5 @@ class Report {
   int done_ = 0;
 };
 
-/// `text` filled up with blanks to `width` columns; a GBK byte takes one column.
+/// `text`, padded with spaces to `width` columns. A GBK byte takes one column.
 std::string Padded(const std::string& text, std::size_t width);

@@ -1,5 +1,5 @@
-// A day at the lobby: goes through what a client does at its start and on its screens, on the files in
-// its application folder, and reports.
+// A day in the lobby: does what a client does at its start and on each of its screens, with the files in its
+// application folder, and prints a report.
 #include <cstdio>
 #include <exception>
 #include <stdexcept>
@@ -8,11 +8,11 @@
 
 int main(int argc, char**) {
   if (argc > 1) {
-    std::fprintf(stderr, "lobby: takes no arguments; its files lie beside the program\n");
+    std::fprintf(stderr, "lobby: no arguments are allowed; the program reads the files in its own folder\n");
     return 1;
   }
   try {
-    std::printf("Lobby host on ZvUtiLib 1.0.0.1\n");
+    std::printf("Lobby program with ZvUtiLib 1.0.0.1\n");
     Report report;
     ShowStart(report);
     ShowSignIn(report);

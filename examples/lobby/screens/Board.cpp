@@ -8,10 +8,10 @@
 
 namespace {
 
-constexpr int kEvenTicks = 50;  // that the wheel keeps its top speed
-constexpr int kMostTicks = 2000;
+constexpr int kEvenTicks = 50;   // spent at top speed before the wheel is told to stop
+constexpr int kMaxTicks = 2000;  // of one spin
 
-// The prize wheel of the board: notes the tick of each turning point, and angle and speed at all ticks.
+// The prize wheel. Records the angle and speed at every tick, and the ticks at which the motion changes.
 class PrizeWheel : public CUtiTurnTable {
  public:
   struct Tick {
@@ -20,10 +20,10 @@ class PrizeWheel : public CUtiTurnTable {
 
   PrizeWheel() { TurnTable_Initial(); }
 
-  // Spins until the wheel rests in `slot`.
+  // Spins the wheel until it stops in `slot`.
   void Spin(int slot) {
     TurnTable_Start();
-    while (state != TurnStateIdle && tick_ < kMostTicks) {
+    while (state != TurnStateIdle && tick_ < kMaxTicks) {
       ++tick_;
       TurnTable_Update(0);
       ticks.push_back({TurnTable_GetCurAngle(), curSpeed});
@@ -55,7 +55,7 @@ class PrizeWheel : public CUtiTurnTable {
   int tick_ = 0;
 };
 
-// Angle and speed over ticks, as two curves.
+// An SVG image of two curves, angle and speed over time, with the range of the slot as a bar.
 std::string SvgOf(const PrizeWheel& wheel, int slot) {
   constexpr double kFullTurn = 6.283185307179586;
   constexpr double kHeight = 160;
@@ -83,10 +83,10 @@ std::string SvgOf(const PrizeWheel& wheel, int slot) {
 void SpinTo(Report& report, int slot) {
   PrizeWheel wheel;
   wheel.Spin(slot);
-  report.Line("wheel to slot %d: starts at tick %d, at top speed from tick %d, rests at tick %d", slot,
+  report.Line("wheel to slot %d: starts at tick %d, reaches top speed at tick %d, stops at tick %d", slot,
               wheel.startTick, wheel.evenTick, wheel.endTick);
-  report.Line("angle %.6f, the slot runs from %.6f to %.6f", wheel.TurnTable_GetCurAngle(), wheel.Low(slot),
-              wheel.High(slot));
+  report.Line("angle %.6f, the slot extends from %.6f to %.6f", wheel.TurnTable_GetCurAngle(),
+              wheel.Low(slot), wheel.High(slot));
   const std::string svg = SvgOf(wheel, slot);
   WriteBytes("outbox/wheel.svg", svg.data(), svg.size());
   report.Line("drawn in outbox/wheel.svg");

@@ -4,7 +4,7 @@
 #include "Screens.h"
 
 namespace {
-constexpr int kShown = 12;  // masked lines that the report prints
+constexpr int kShown = 12;  // number of masked lines printed
 }
 
 void ShowChat(Report& report) {
@@ -23,6 +23,6 @@ void ShowChat(Report& report) {
     if (++masked <= kShown) report.Line("%s %s", Padded(row[0], 14).c_str(), clean.GetString());
     CDebug::LogOut("chat of %s masked: %s", row[0].c_str(), clean.GetString());
   }
-  report.Line("%d lines read, %d of them masked (the first %d are shown)", lines, masked, kShown);
+  report.Line("%d lines read, %d of them masked (the first %d are shown above)", lines, masked, kShown);
   report.Did(lines);
 }

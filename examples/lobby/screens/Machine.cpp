@@ -7,24 +7,24 @@
 
 namespace {
 
-// Scans the chat transcript over and over, until it is asked to stop.
+// Scans the chat transcript again and again on its own thread until it is told to stop.
 class ChatScanner : public CUtiThread {
  public:
   ~ChatScanner() override { Stop(); }
 
   bool Start() {
-    // Read here: an exception may not leave the thread's body.
+    // Read the file here, since no exception may leave ThreadBody.
     lines_ = ReadTable("chat.txt", 2);
     return words_.Load(AppFile("words.txt").c_str()) && StartThread();
   }
-  // Waits until the scan has come round at least once; false when it has ended before.
-  bool WaitForARound() const {
+  // Waits until the transcript has been scanned once. Returns false if the thread ended before that.
+  bool WaitForFirstRound() const {
     while (rounds_ == 0) {
       if (WaitForSingleObject(threadHandle, 1) != WAIT_TIMEOUT) return rounds_ > 0;
     }
     return true;
   }
-  // Asks the run to stop and waits for its end; returns its exit code.
+  // Tells the thread to stop, waits for it and returns its exit code.
   unsigned long Stop() {
     DWORD code = 0;
     if (stopEvent) SetEvent(stopEvent);
@@ -60,10 +60,10 @@ void ShowWorker(Report& report) {
   report.Section("Background worker");
   ChatScanner scanner;
   if (!scanner.Start()) throw std::runtime_error("the worker does not start");
-  const bool isScanned = scanner.WaitForARound();
+  const bool isScanned = scanner.WaitForFirstRound();
   const unsigned long code = scanner.Stop();
-  report.Line("progress: %s", isScanned ? "every line scanned at least once" : "ended before its time");
-  report.Line("scanned %d lines of chat beside the main thread, %d with forbidden words", scanner.Lines(),
+  report.Line("progress: %s", isScanned ? "every line scanned at least once" : "the thread ended too early");
+  report.Line("scanned %d lines of chat on a second thread, %d with forbidden words", scanner.Lines(),
               isScanned ? scanner.Hits() : 0);
   report.Line("stopped through its event, exit code %lu", code);
   report.Did(2);
@@ -75,7 +75,7 @@ void ShowAdapters(Report& report) {
   unsigned char addresses[16 * kEntry];
   int length = 0;
   const int isRead = CUtiMacInfo::GetAllMacAddress2(addresses, sizeof addresses, &length);
-  report.Line("list %s, %d addresses", isRead ? "read" : "not to be had", length / kEntry);
+  report.Line("list %s, %d addresses", isRead ? "read" : "not available", length / kEntry);
   for (int i = 0; i + kEntry <= length; i += kEntry) {
     const unsigned char* a = addresses + i;
     report.Line("%02X-%02X-%02X-%02X-%02X-%02X", a[0], a[1], a[2], a[3], a[4], a[5]);

@@ -16,7 +16,7 @@ std::string Hex(const CByteBuffer& bytes) {
   return text;
 }
 
-// Prints the pairs that a dictionary hands out.
+// Prints the pairs of a dictionary.
 struct PairPrinter {
   Report& report;
   void Print(const char* key, const char* value) {

@@ -21,13 +21,13 @@ std::string InCapitals(const std::string& digits) {
 long long Number(const std::string& text) {
   long long value = 0;
   const char* const end = text.data() + text.size();
-  const auto [behind, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || behind != end)
-    throw std::runtime_error(AppFile("players.txt") + ": this is no number: " + text);
+  const auto [stop, error] = std::from_chars(text.data(), end, value);
+  if (error != std::errc() || stop != end)
+    throw std::runtime_error(AppFile("players.txt") + ": not a number: " + text);
   return value;
 }
 
-// The file of a game that is installed has to be there.
+// An installed game must have all its files.
 [[noreturn]] void FailToRead(GameId game, const char* file) {
   throw std::runtime_error("cannot read " + std::string(CUtiIO::GetGamePath(game, file)));
 }

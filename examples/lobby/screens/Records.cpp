@@ -7,7 +7,7 @@
 
 namespace {
 
-// Writes an answer to the outbox, reads it back and shows it field by field.
+// Writes an answer to the outbox, reads it back and prints it field by field.
 template <class Write>
 void Answer(Report& report, const char* record, const char* name, Write write) {
   CStreamReader stream;
@@ -19,9 +19,9 @@ void Answer(Report& report, const char* record, const char* name, Write write) {
   zvuti::RecordDump dump;
   zvuti::DumpRecord(record, bytes.data(), bytes.size(), dump);
   report.Line("wrote %s, %d bytes of %s%s:", path.c_str(), static_cast<int>(bytes.size()), record,
-              dump.isWhole ? "" : ", not whole");
+              dump.isWhole ? "" : ", incomplete");
   for (const zvuti::DumpRow& row : dump.rows) {
-    if (row.value.empty() || row.value == "0") continue;  // what is not set says nothing
+    if (row.value.empty() || row.value == "0") continue;  // skip unset fields
     report.Line("  %6d  %s %s", static_cast<int>(row.offset), Padded(row.path, 34).c_str(),
                 row.value.c_str());
     report.Did();
@@ -65,11 +65,11 @@ void HandleSnapshot(Report& report) {
   for (const ItemRecord& item : snapshot.Items) {
     const bool isExpired = item.IsExpired();
     report.Line("item %d x%d, valid until %s%s", item.GetId(), item.GetCount(), item.GetExpiryText().c_str(),
-                isExpired ? ": expired, taken away" : "");
+                isExpired ? ": expired, removed" : "");
     if (isExpired) continue;
     if (item.GetRefundValue() > 0) {
       player.AddToPurse(item.GetRefundValue(), PurseKind1);
-      report.Line("item %d given back for its refund", item.GetId());
+      report.Line("item %d returned for a refund", item.GetId());
       continue;
     }
     kept.push_back(item);
@@ -103,7 +103,7 @@ void HandleReward(Report& report) {
   BonusGrant grant;
   constexpr std::int64_t kPaid = 10'000;
   if (rule.IsUsable()) rule.FillGrant(kPaid, grant);
-  report.Line("bonus of rule %d for %lld: %lld, %lld in all", rule.RuleId, static_cast<long long>(kPaid),
+  report.Line("bonus by rule %d for %lld: %lld, total %lld", rule.RuleId, static_cast<long long>(kPaid),
               static_cast<long long>(rule.GetBonus(kPaid)),
               static_cast<long long>(rule.GetTotalValue(kPaid)));
   report.Did(2);
@@ -113,7 +113,7 @@ void HandleReward(Report& report) {
 void HandleBundles(Report& report) {
   auto table = ReadRecord<CUtiBundleTable>("bundles.bin");
   std::vector<std::uint32_t> keys;
-  report.Line("%d bundles, item 7101 is in %d places, alone in %d", static_cast<int>(table.Bundles.size()),
+  report.Line("%d bundles; item 7101 has %d entries, alone in %d", static_cast<int>(table.Bundles.size()),
               table.FindBundlesWithItem(7101, keys), [&] {
                 std::vector<std::uint32_t> single;
                 return table.FindSingleItemBundles(7101, single);
@@ -121,7 +121,7 @@ void HandleBundles(Report& report) {
   unsigned key = 0;
   if (table.FindBundle(*table.GetBundle(102), key)) report.Line("bundle 102 is found as %u", key);
   table.AddToGroup(103, 1);
-  report.Line("group 1 holds 103: %d", table.IsInGroup(103, 1));
+  report.Line("group 1 contains 103: %d", table.IsInGroup(103, 1));
   report.Did(3);
   Answer(report, "CUtiBundleTable", "bundles.bin", [&](CStreamReader& out) { table.Write(out); });
 }

@@ -11,10 +11,10 @@ void ShowSignIn(Report& report) {
     const bool password = CUtiBase::CheckPasswdValid(row[1].c_str()) != 0;
     accounts += account;
     passwords += password;
-    report.Line("%s %s %s %s", Padded(row[0], 22).c_str(), account ? "good name" : "bad name ",
-                Padded(row[1], 24).c_str(), password ? "good password" : "bad password");
+    report.Line("%s %s %s %s", Padded(row[0], 22).c_str(), account ? "valid name  " : "invalid name",
+                Padded(row[1], 24).c_str(), password ? "valid password" : "invalid password");
     report.Did(2);
   }
-  CDebug::LogOut("sign-in: %d good names and %d good passwords of %d", accounts, passwords,
+  CDebug::LogOut("sign-in: %d valid names and %d valid passwords of %d", accounts, passwords,
                  static_cast<int>(candidates.size()));
 }

@@ -6,7 +6,7 @@
 
 namespace {
 
-// The time now as the packed word that the client stores and sends.
+// The current time as a packed word, the form that the client stores and sends.
 unsigned long PackedNow() {
   const std::time_t now = std::time(nullptr);
   char text[32];
@@ -29,7 +29,7 @@ void ShowStart(Report& report) {
               CKxTime::DWord2StringNoSecond(opening).GetString(), opening, CKxTime::GetYearFromWord(opening));
 
   const std::vector<GameId> games = InstalledGames();
-  if (games.empty()) throw std::runtime_error("no game has its folder in " + AppFile(""));
+  if (games.empty()) throw std::runtime_error("there are no game folders in " + AppFile(""));
   report.Line("games          %d installed", static_cast<int>(games.size()));
   report.Did(5);
 }

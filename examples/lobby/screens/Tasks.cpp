@@ -3,7 +3,7 @@
 
 void ShowTasks(Report& report) {
   report.Section("Tasks");
-  constexpr int kTasks = 8;  // numbers looked up for each game
+  constexpr int kTasks = 8;  // task numbers looked up for each game
   for (const GameId game : InstalledGames()) {
     CUtiTaskAuto tasks;
     tasks.Load(game);

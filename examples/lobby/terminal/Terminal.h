@@ -1,10 +1,10 @@
-// What the host asks of the system itself.
+// What the lobby program needs from the host system.
 #pragma once
 
 #include <string>
 
-/// UTF-8 of GBK bytes; bytes that make no character become question marks.
+/// Converts GBK to UTF-8. Bytes that are not part of a character become question marks.
 std::string TerminalText(const std::string& gbk);
 
-/// What the system wants done on a thread before it reads XML.
+/// Call this on a thread before it reads XML. Initialises COM on Windows.
 void PrepareThreadForXml();

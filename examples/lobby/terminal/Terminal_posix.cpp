@@ -7,7 +7,7 @@
 std::string TerminalText(const std::string& gbk) {
   const iconv_t converter = iconv_open("UTF-8", "GB18030");
   if (converter == reinterpret_cast<iconv_t>(-1))
-    throw std::runtime_error("the system cannot convert GBK text");
+    throw std::runtime_error("this system cannot convert GBK text");
   std::string in = gbk;
   std::string out(in.size() * 4 + 16, '\0');
   char* from = in.data();

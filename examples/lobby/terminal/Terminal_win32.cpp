@@ -8,11 +8,11 @@
 #include "terminal/Terminal.h"
 
 std::string TerminalText(const std::string& gbk) {
-  static const BOOL isSet = SetConsoleOutputCP(CP_UTF8);  // fails where the output is no console's
+  static const BOOL isSet = SetConsoleOutputCP(CP_UTF8);  // fails if the output is not a console
   static_cast<void>(isSet);
   constexpr UINT kGbk = 936;
   const int bytes = static_cast<int>(gbk.size());
-  std::wstring wide(gbk.size(), L'\0');  // no character takes more units than bytes
+  std::wstring wide(gbk.size(), L'\0');  // a character never has more UTF-16 units than GBK bytes
   wide.resize(static_cast<std::size_t>(MultiByteToWideChar(kGbk, 0, gbk.data(), bytes, wide.data(), bytes)));
   const int units = static_cast<int>(wide.size());
   std::string utf8(wide.size() * 3, '\0');
@@ -22,5 +22,5 @@ std::string TerminalText(const std::string& gbk) {
 }
 
 void PrepareThreadForXml() {
-  if (FAILED(CoInitialize(nullptr))) throw std::runtime_error("the system does not set up COM");
+  if (FAILED(CoInitialize(nullptr))) throw std::runtime_error("COM cannot be initialised");
 }
