@@ -113,8 +113,8 @@ void HandleReward(Report& report) {
 void HandleBundles(Report& report) {
   auto table = ReadRecord<CUtiBundleTable>("bundles.bin");
   std::vector<std::uint32_t> keys;
-  report.Line("%d bundles; item 7101 has %d entries, alone in %d", static_cast<int>(table.Bundles.size()),
-              table.FindBundlesWithItem(7101, keys), [&] {
+  report.Line("%d bundles, %d entries with item 7101, %d bundles with nothing else",
+              static_cast<int>(table.Bundles.size()), table.FindBundlesWithItem(7101, keys), [&] {
                 std::vector<std::uint32_t> single;
                 return table.FindSingleItemBundles(7101, single);
               }());
