@@ -1,4 +1,4 @@
-// Check: what every fuzz target ends in when the library breaks a promise.
+// Check: aborts a fuzz target when the library breaks a promise.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 namespace fuzz {
 
-/// Ends the program, which makes the input a finding.
+/// Aborts unless `holds`, so that the fuzzer keeps the input as a finding. `promise` states what should hold.
 inline void Check(bool holds, const char* promise) {
   if (holds) return;
   std::fprintf(stderr, "fuzz: broken: %s\n", promise);
@@ -19,7 +19,8 @@ inline std::string_view BytesOf(const std::uint8_t* data, std::size_t size) {
   return {reinterpret_cast<const char*>(data), size};
 }
 
-/// The part of `bytes` up to the first `mark`, which goes as well; all of them where there is none.
+/// Removes the part of `bytes` up to and including the first `mark`, or all of it if there is none. Returns
+/// that part without the mark.
 inline std::string_view TakeUntil(std::string_view& bytes, char mark) {
   const std::string_view part = bytes.substr(0, bytes.find(mark));
   bytes.remove_prefix(part.size() < bytes.size() ? part.size() + 1 : part.size());

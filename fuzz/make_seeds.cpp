@@ -1,5 +1,5 @@
-// make_seeds FOLDER: writes the seeds of the records' targets, one for each record with known bytes, to
-// FOLDER/records and FOLDER/dump.
+// make_seeds FOLDER: writes seeds for the fuzz targets `records` and `dump` to FOLDER/records and
+// FOLDER/dump. Each golden record gives two seeds per target.
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>

@@ -1,4 +1,4 @@
-// Numbers and times as text, and the checks of what users type. The input is a text.
+// Conversions between text, numbers and times, and the checks of user input. The input is one text.
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -18,39 +18,41 @@ void CheckSeparators(const std::string& text) {
   CString separated, joined;
   const int isNumber = CUtiNumber::CheckNumber(text.c_str());
   fuzz::Check(CUtiNumber::InsertSeparator(text.c_str(), separated) == isNumber,
-              "exactly numbers are separated");
+              "separators are inserted into numbers only");
   CUtiNumber::RemoveSeparator(separated, joined);
-  fuzz::Check(joined == (isNumber ? text.c_str() : ""), "a number without its separators is itself");
+  fuzz::Check(joined == (isNumber ? text.c_str() : ""), "removing the separators restores the number");
 
   std::string kept = text;
   kept.erase(std::remove(kept.begin(), kept.end(), ','), kept.end());
   CUtiNumber::RemoveSeparator(text.c_str(), joined);
-  fuzz::Check(joined == kept.c_str(), "nothing but commas is removed");
+  fuzz::Check(joined == kept.c_str(), "only commas are removed");
 }
 
 void CheckNumerals(const std::string& text) {
   CString spelled = "old";
   const bool isDigits = text.size() <= 20 && text.find_first_not_of("0123456789") == std::string::npos;
   fuzz::Check((CUtiNumber::ChangeLowerNum2UpperNum(text.c_str(), spelled) == 1) == isDigits,
-              "exactly digits are spelled");
-  fuzz::Check(text.size() <= 20 || spelled == "old", "a number that is too long is left alone");
+              "numbers of up to 20 digits, and nothing else, are converted to numerals");
+  fuzz::Check(text.size() <= 20 || spelled == "old", "a text that is too long leaves the target unchanged");
   bool isWhole = false;
   zvuti::gbk::ToUtf8(spelled.GetString(), &isWhole);
-  fuzz::Check(isWhole, "numerals are whole characters");
+  fuzz::Check(isWhole, "numerals consist of whole characters");
 }
 
 void CheckInt(const std::string& text) {
   const std::string begin = text.substr(0, 31);
   const long long value = std::clamp(std::strtoll(begin.c_str(), nullptr, 10), -0x80000000LL, 0x7FFFFFFFLL);
-  fuzz::Check(ParseInt(text.c_str(), 0xFFFFFFFF) == value, "a number is parsed as the system parses it");
+  fuzz::Check(ParseInt(text.c_str(), 0xFFFFFFFF) == value,
+              "ParseInt agrees with strtoll, clamped to 32 bits");
 }
 
 void CheckTime(const std::string& text) {
   const unsigned long word = CKxTime::String2DWord(text.c_str());
-  fuzz::Check(word <= 0xFFFFFFFF, "a packed time has 32 bits");
-  fuzz::Check(CKxTime::String2DWord(CKxTime::DWord2String(word)) == word, "a printed time is read back");
+  fuzz::Check(word <= 0xFFFFFFFF, "a packed time fits into 32 bits");
+  fuzz::Check(CKxTime::String2DWord(CKxTime::DWord2String(word)) == word,
+              "a time converted to text converts back");
   unsigned numbers[6] = {2000};
-  // The system's reading, as far as it is defined: numbers within an int.
+  // Compare with sscanf where it is defined: if every number fits into an int.
   if (text.find_first_of("0123456789") != std::string::npos && text.size() < 1000) {
     std::size_t digits = 0;
     for (const char c : text) {
@@ -64,7 +66,7 @@ void CheckTime(const std::string& text) {
     const unsigned expected = ((numbers[0] - 2000) & 63) << 26 | (numbers[1] & 15) << 22 |
                               (numbers[2] & 31) << 17 | (numbers[3] & 31) << 12 | (numbers[4] & 63) << 6 |
                               (numbers[5] & 63);
-    fuzz::Check(word == expected, "a time is read as the system reads its numbers");
+    fuzz::Check(word == expected, "String2DWord agrees with sscanf");
   }
 }
 
@@ -75,11 +77,11 @@ void CheckNames(const std::string& text) {
   const bool isClean = std::all_of(text.begin(), text.end(), isName);
   fuzz::Check(
       CUtiBase::CheckAccountValid(text.c_str()) == (isClean && text.size() >= 4 && text.size() <= 16 ? 1 : 0),
-      "account names are checked");
+      "CheckAccountValid accepts exactly 4 to 16 letters, digits and underscores");
   fuzz::Check(
       CUtiBase::CheckPasswdValid(text.c_str()) == (isClean && text.size() >= 6 && text.size() <= 20 ? 1 : 0),
-      "passwords are checked");
-  fuzz::Check(CUtiBase::IsChatValid(text.c_str()) == 1, "no chat is refused by the empty list");
+      "CheckPasswdValid accepts exactly 6 to 20 letters, digits and underscores");
+  fuzz::Check(CUtiBase::IsChatValid(text.c_str()) == 1, "an empty word list accepts every chat text");
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
-// Key-value texts: the parser with all its options, the dictionary behind it, and the counters' text form.
-// The first byte has the options and says whether the next two are the separators; a text follows.
+// Key-value texts: the parser with all its options, the dictionary, and the text form of counters.
+//
+// Input: one byte of options, whose highest bit selects the next two bytes as separators; two bytes of
+// separators; a text.
 #include <map>
 #include <string>
 
@@ -31,7 +33,7 @@ void CheckCounters(const std::string& text) {
   table.AppendAsText(asText);
   asText.Append("", 1);
   again.LoadFromText(reinterpret_cast<const char*>(asText.Data()));
-  fuzz::Check(again.Counters == table.Counters, "counters come back from their text");
+  fuzz::Check(again.Counters == table.Counters, "counters converted to text are read back unchanged");
 }
 
 }  // namespace
@@ -46,13 +48,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   Recorder recorder;
   zvuti::ParseKeyValues(recorder, all.c_str(), separators.c_str(), -1, options);
-  fuzz::Check(recorder.got == test::ParsedInSteps(options, text, separators), "pairs are cut as in steps");
-  fuzz::Check(test::PairsOf(recorder) == test::Ordered(recorder.model), "pairs are visited in their order");
+  fuzz::Check(recorder.got == test::ParsedInSteps(options, text, separators),
+              "the parser finds the same pairs as the reference parser");
+  fuzz::Check(test::PairsOf(recorder) == test::Ordered(recorder.model),
+              "pairs are visited in the expected order");
 
   const std::string half = text.substr(0, text.size() / 2);
   Recorder cut;
   zvuti::ParseKeyValues(cut, all.c_str(), separators.c_str(), static_cast<int>(half.size()), options);
-  fuzz::Check(cut.got == test::ParsedInSteps(options, half, separators), "a length bounds the text");
+  fuzz::Check(cut.got == test::ParsedInSteps(options, half, separators),
+              "the length argument limits the text");
 
   CStringDict dict;
   dict.Parse(all.c_str(), separators.c_str());

@@ -1,4 +1,4 @@
-// The loaders of level, rank and task files. The first byte picks the loader; a file follows.
+// The loaders of level, rank and task files. Input: one byte that selects the loader; the bytes of the file.
 #include <stdlib.h>
 
 #include <algorithm>
@@ -29,15 +29,15 @@ const fuzz::InputFile& File() {
   return file;
 }
 
-// The program's folder for the library: one in memory, where possible, in which the file of each table
-// is a link to the input. An unknown game has its files in the folder itself.
+// A folder that the library takes for the program's folder, in memory if possible. The files of the tables
+// are links to the input. The path of an unknown game is the folder itself.
 constexpr unsigned long kUnknownGame = 0;
 class AppFolder {
  public:
   AppFolder() {
     std::string name =
         std::filesystem::exists("/dev/shm") ? "/dev/shm/zvuti-fuzz-XXXXXX" : "/tmp/zvuti-fuzz-XXXXXX";
-    fuzz::Check(mkdtemp(name.data()) != nullptr, "the system gives a folder");
+    fuzz::Check(mkdtemp(name.data()) != nullptr, "the system can create a folder");
     path_ = name + "/";
     zvuti::TheDoors().applicationFolder = [] { return path_; };
     for (const char* file : {"Rank.ini", "Task.ini"}) {
@@ -62,18 +62,19 @@ void Levels(std::string_view file) {
   int level = 0;
   for (std::int64_t exp = 0; in >> level >> exp;) {
     records.emplace_back(level, exp);
-    const int place = static_cast<int>(records.size());
-    fuzz::Check(table.GetExpByLevel(place) == exp, "a whole record is kept");
+    const int index = static_cast<int>(records.size());
+    fuzz::Check(table.GetExpByLevel(index) == exp, "a complete record is loaded");
   }
-  fuzz::Check(table.GetExpByLevel(static_cast<int>(records.size()) + 1) == 0, "only whole records are kept");
-  fuzz::Check(table.GetExpByLevel(0) == 0, "no level stands below the first");
+  fuzz::Check(table.GetExpByLevel(static_cast<int>(records.size()) + 1) == 0,
+              "only complete records are loaded");
+  fuzz::Check(table.GetExpByLevel(0) == 0, "levels count from 1");
   for (const std::int64_t exp : {Limits::min(), std::int64_t{0}, std::int64_t{1000}, Limits::max()}) {
     const int found = table.GetLevelByExp(exp);
     const auto isIt = [&](const auto& record) {
       return record.first == found && (record.second <= exp || &record == &records.front());
     };
     fuzz::Check(records.empty() ? found == 1 : std::any_of(records.begin(), records.end(), isIt),
-                "a level found is one of the file that is reached, or the first");
+                "the level found is the first of the file or one that the experience reaches");
   }
 }
 
@@ -82,7 +83,7 @@ void Ranks() {
   fuzz::Check(table.LoadRankConfig(kUnknownGame), "a rank file is loaded");
   const bool isEmpty = table.GetRank(0).empty();
   for (const std::int64_t score : {Limits::min(), std::int64_t{-1}, std::int64_t{12'345}, Limits::max()})
-    fuzz::Check(table.GetRank(score).empty() == isEmpty, "every score has a rank, or none has");
+    fuzz::Check(table.GetRank(score).empty() == isEmpty, "either every score has a rank or none has");
 }
 
 void Tasks() {
@@ -90,8 +91,8 @@ void Tasks() {
   table.Load(kUnknownGame);
   for (const int task : {0, 1, 2, 17, std::numeric_limits<int>::min()}) {
     const std::string name = table.GetName(task).GetString();
-    fuzz::Check(name == table.GetName(task).GetString(), "a task keeps its name");
-    fuzz::Check(name.find('\n') == std::string::npos, "a name ends with its line");
+    fuzz::Check(name == table.GetName(task).GetString(), "a task's name does not change");
+    fuzz::Check(name.find('\n') == std::string::npos, "a name does not extend beyond its line");
   }
 }
 

@@ -1,4 +1,4 @@
-// The word list against the plain scan. Lines of words up to a zero byte, then a text.
+// Compares the word list with a plain scan. Input: a file with one word per line; a zero byte; a text.
 #include <string>
 #include <vector>
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-// What a text file gives: lines without their ends, up to the mark that ends a text file on one system.
+// The words in a file: its lines without line ends, up to the end-of-file byte 0x1A.
 std::vector<std::string> WordsOf(std::string_view file) {
   std::vector<std::string> words;
   file = fuzz::TakeUntil(file, '\x1A');
@@ -31,13 +31,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string text(fuzz::TakeUntil(rest, '\0'));
   file.Write(lines);
   CUtiBlackList list;
-  fuzz::Check(list.Load(file.Path().c_str()) == 1, "a word list is loaded");
+  fuzz::Check(list.Load(file.Path().c_str()) == 1, "the word list loads");
 
   const std::vector<std::string> words = WordsOf(lines);
   CString result;
   list.ReplaceBlackWord(text.c_str(), result);
-  fuzz::Check(result == test::MaskedPlainly(words, text).c_str(), "what the scan masks is masked");
+  fuzz::Check(result == test::MaskedPlainly(words, text).c_str(), "the list masks what the scan masks");
   fuzz::Check(list.IsMatched(text.c_str()) == (test::IsMatchedPlainly(words, text) ? 1 : 0),
-              "what the scan finds is found");
+              "the list finds a word exactly if the scan does");
   return 0;
 }
