@@ -1,11 +1,13 @@
 #!/usr/bin/env python3
-"""Reads what `llvm-cov export` says on standard input and reports the branches of the library.
+"""branch_coverage.py ROOT MINIMUM LIST: reports the branches of the library that no test takes.
 
-branch_coverage.py ROOT LEAST LIST: prints the branches that no test takes and the part that is taken, and
-ends with 1 where that is below LEAST percent, or where a branch is not taken that LIST does not name, as
-in "text/CUtiNumber.cpp: never true: !text". A condition of a template counts once, however often the template
-is instantiated. Conditions that the compiler decides do not count, nor does the arm of a switch that no
-case names: the warnings make sure that a switch over an enumeration names all of its members.
+Reads the output of `llvm-cov export` from standard input. Prints the branches not taken and the percentage taken.
+Exits with 1 if less than MINIMUM percent are taken, or if a branch not taken is missing from LIST, whose lines look
+like this: "text/CUtiNumber.cpp: never true: !text".
+
+A condition in a template counts once, however often the template is instantiated. Two kinds of branches do not
+count: conditions that the compiler evaluates, and the missing default of a switch, since compiler warnings make
+sure that a switch over an enumeration handles all members.
 """
 import json
 import os
@@ -44,7 +46,7 @@ def source_of(root, cache, place):
 
 
 def main():
-    root, least = sys.argv[1], float(sys.argv[2])
+    root, minimum = sys.argv[1], float(sys.argv[2])
     with open(sys.argv[3], encoding="utf-8") as page:
         listed = {line.strip() for line in page if ": never " in line}
     cache, covered, total, uncovered, unlisted = {}, 0, 0, [], 0
@@ -62,14 +64,14 @@ def main():
                 unlisted += not is_listed
                 uncovered.append(f"{place[0]}:{place[1]}{branch}{'' if is_listed else '  (not on the list)'}")
     if total == 0:
-        sys.exit("coverage: no branches of the library were measured")
+        sys.exit("coverage: the input contains no branches of the library")
     print("\n".join(uncovered))
     percent = 100 * covered / total
-    print(f"{covered} of {total} branches taken, {percent:.2f} percent; {total - covered} not")
-    if percent < least:
-        sys.exit(f"coverage: less than {least} percent")
+    print(f"{covered} of {total} branches taken, {percent:.2f} percent; {total - covered} not taken")
+    if percent < minimum:
+        sys.exit(f"coverage: less than {minimum} percent")
     if unlisted:
-        sys.exit(f"coverage: {unlisted} of these are not on the list in {sys.argv[3]}")
+        sys.exit(f"coverage: {unlisted} of the branches not taken are missing from {sys.argv[3]}")
 
 
 main()

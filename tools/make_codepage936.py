@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
 """make_codepage936 MAPPING > platform/CodePage936Table.cpp
 
-Writes the conversion tables of code page 936 from a mapping file, as published for the platform
-(bytes to UTF-16, and UTF-16 to bytes with the best fit for characters outside GBK). Lines:
+Generates the conversion tables of code page 936 from the mapping published for the platform: bytes to UTF-16,
+and UTF-16 to bytes, with best-fit bytes for some characters outside GBK. MAPPING is a text file with these lines:
 
-    F BYTES UTF16    bytes (2 or 4 hex digits) decode to this unit
-    B UTF16 BYTES    this unit encodes as these bytes
+    F BYTES UTF16    BYTES (2 or 4 hex digits) decode to the UTF-16 unit
+    B UTF16 BYTES    the unit encodes as BYTES
 
-Bytes without an F line and units without a B line become a question mark.
+Bytes without an F line and units without a B line map to a question mark.
 """
 import sys
 

@@ -1,15 +1,15 @@
 #!/usr/bin/env python3
-"""doxygen_filter.py FILE: prints a header or a page in the form in which Doxygen understands all of it.
+"""doxygen_filter.py FILE: prints a header or a Markdown page, changed so that Doxygen reads it as we mean it.
 
 Headers:
-  - The comment at their head describes the file.
-  - A comment serves all declarations on the lines right behind it.
-  - Special members without a comment do what the language's own do, and are no news: not shown.
-  - Small records, and fields of records, that have no comment are described by the page of the wire format.
+  - The comment at the top becomes the description of the file.
+  - A comment applies to all declarations on the lines immediately after it.
+  - Special members without a comment are hidden; they do what compiler-generated ones would do.
+  - Small records and fields without a comment get a description from docs/wire-format.md.
 Pages:
-  - Headings of records get the anchors that links to them name.
-  - A fenced block has its language alone: the name of a file behind it is for the tests.
-Lines keep their numbers, so that warnings point to the right ones.
+  - The headings of records get the anchors that links refer to.
+  - The file name after the language of a fenced block is removed; only the tests use it.
+Line numbers do not change, so warnings refer to the right lines.
 """
 import pathlib
 import re
@@ -19,7 +19,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 
 
 def wire_format():
-    """{record: (its size, {field: form})} as the page of the wire format has them."""
+    """{record: (its size, {field: form})}, read from docs/wire-format.md."""
     records, size, fields = {}, None, None
     for line in (ROOT / "docs/wire-format.md").read_text().splitlines():
         if heading := re.match(r"### (\w+)$", line):
@@ -51,9 +51,9 @@ def describe_file(lines):
         if not line.startswith("//"):
             break
         lines[number] = "/" + line
-    lines[number] = "/// @file"  # in the place of #pragma once, in the same comment
+    lines[number] = "/// @file"  # replaces #pragma once and continues the comment
     for number, line in enumerate(lines):
-        if is_comment(line):  # an at sign in code is no command
+        if is_comment(line):  # an at sign in code is not a Doxygen command
             lines[number] = re.sub(r"`([^`]*@[^`]*)`", lambda code: as_html(code.group(1)), line)
 
 
@@ -64,7 +64,7 @@ def describe_members(lines):
             name = opening.group(1)
             size, fields = records.get(name, ([], {}))
             if size and not is_documented(lines, number) and lines[number - 1] == "":
-                lines[number - 1] = f'/// Carried only: {size[0]} See @ref {name.lower()} "the wire format".'
+                lines[number - 1] = f'/// Plain data, {size[0]} See @ref {name.lower()} "the wire format".'
         elif line.startswith("};"):
             name = None
         elif name and not is_documented(lines, number):
@@ -81,14 +81,14 @@ STOPS_GROUP = re.compile(r"\s*(//|#|public:|private:|protected:|};|$)")
 OPENS_SCOPE = re.compile(r"\s*(template|struct|class|union|enum)\b.*[^;]$")
 
 
-def add_behind(lines, number, mark):
+def append_mark(lines, number, mark):
     if "///" in lines[number]:
-        sys.exit(f"{sys.argv[1]}:{number + 1}: a blank line is missing here")
+        sys.exit(f"{sys.argv[1]}:{number + 1}: expected a blank line here")
     lines[number] = re.sub(r"\s*// .*", "", lines[number]) + " " + mark
 
 
 def group_declarations(lines):
-    """Makes a group of a comment and of the declarations behind it, where there are several."""
+    """Makes a Doxygen group of each comment that is followed by several declarations."""
     number = 0
     while number < len(lines):
         if not is_comment(lines[number]):
@@ -98,16 +98,16 @@ def group_declarations(lines):
         while is_comment(lines[number]):
             number += 1
         margin = re.match(" *", lines[first]).group()
-        ends, behind = [], number
-        while behind < len(lines) and not STOPS_GROUP.match(lines[behind]) and not (behind == number and OPENS_SCOPE.match(lines[behind])):
-            # A declaration ends at its own margin, or in a continued line.
-            if re.match(margin + r"(?:    +)?\S.*[;}](\s*//.*)?$|" + margin + r"}$", lines[behind]):
-                ends.append(behind)
-            behind += 1
+        ends, after = [], number
+        while after < len(lines) and not STOPS_GROUP.match(lines[after]) and not (after == number and OPENS_SCOPE.match(lines[after])):
+            # The last line of a declaration has the margin of the comment, or is a continuation line.
+            if re.match(margin + r"(?:    +)?\S.*[;}](\s*//.*)?$|" + margin + r"}$", lines[after]):
+                ends.append(after)
+            after += 1
         bare = [end for end in ends if "///" not in lines[end]]
         if bare and bare[-1] != ends[0]:
-            add_behind(lines, first - 1, "/**@{*/")
-            add_behind(lines, bare[-1], "/**@}*/")
+            append_mark(lines, first - 1, "/**@{*/")
+            append_mark(lines, bare[-1], "/**@}*/")
 
 
 def page(lines):

@@ -1,13 +1,13 @@
-// wire_format: makes docs/wire-format.md of a template and the wire lists of the records.
+// wire_format: generates docs/wire-format.md from a template and the records' lists of rows.
 //
-//   wire_format TEMPLATE            prints the page
-//   wire_format TEMPLATE --check F  ends with 1 when the file F is not that page
+//   wire_format TEMPLATE               prints the page
+//   wire_format TEMPLATE --check FILE  exits with 1 if FILE does not contain that page
 //
-// A line of the template that begins with "@" is replaced:
-//   @record NAME                    the rows of a record
-//   @tags NAME                      the tags of an enumeration
-//   @example NAME PATH=VALUE ...    the bytes of a record with these values, taken apart
-// Each record has to stand in the template exactly once.
+// Lines of the template that start with "@" are replaced:
+//   @record NAME                       the rows of a record
+//   @tags NAME                         the tags of an enumeration
+//   @example NAME PATH=VALUE ...       the bytes of a record with these values, field by field
+// The template must contain each record exactly once.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -28,7 +28,7 @@
 
 namespace {
 
-/// How many bytes something takes: from `least` to `most`, or without an upper bound of its own.
+/// A range of sizes in bytes, from `least` to `most`. `isOpen` means that there is no upper limit.
 struct Size {
   std::size_t least = 0;
   std::size_t most = 0;
@@ -41,7 +41,7 @@ struct Size {
   }
 };
 
-/// A row as the page shows it.
+/// The cells of a row in the page's tables.
 struct Cell {
   std::string form;
   std::string bytes;
@@ -59,7 +59,7 @@ bool IsAccepted(const std::string& record, const std::string& path, const std::s
   return zvuti::FillRecord(record, {{path, value}}, bytes, problem);
 }
 
-// Signed is what takes a value below 0.
+// A field is signed if it accepts a negative value.
 const char* SignOf(const std::string& record, const std::string& path) {
   return IsAccepted(record, path, "-1") ? "signed" : "unsigned";
 }
@@ -72,7 +72,7 @@ std::vector<zvuti::RecordRow> RowsOf(const std::string& record) {
 
 Cell CellOf(const std::string& record, const zvuti::RecordRow& row);
 
-// A bundle table is framed by its own rules, which the template tells.
+// A bundle table does not have the usual framing; the template explains its own.
 bool HasOwnFraming(const std::string& record) { return record == "CUtiBundleTable"; }
 
 Size SizeOf(const std::string& record) {
@@ -120,7 +120,7 @@ Cell CellOf(const std::string& record, const zvuti::RecordRow& row) {
   }
   if (BeginsWith(row.form, "map of "))
     return {"map of " + Anchored(row.type), "4 + " + SizeOf(row.type).Text() + " each", {4, 4, true}};
-  if (row.type.empty()) throw std::runtime_error("the form " + row.form + " is not known here");
+  if (row.type.empty()) throw std::runtime_error("unknown form of a row: " + row.form);
   const Size size = SizeOf(row.type);
   return {Anchored(row.type), size.Text(), size};
 }
@@ -169,7 +169,7 @@ std::string Hex(const unsigned char* bytes, std::size_t count) {
   return text;
 }
 
-// Members are 0, 1, 2 and so on; what is no member writes no bytes.
+// Members are numbered from 0. Writing a number that is not a member writes no bytes or throws.
 template <class Kind>
 void PutTags(std::ostream& out, const std::string& name) {
   out << "| Member | Tag | Bytes |\n|---|---|---|\n";
@@ -196,7 +196,7 @@ void PutExample(std::ostream& out, std::istream& words) {
   std::vector<zvuti::NamedValue> values;
   for (std::string word; words >> word;) {
     const std::size_t mark = word.find('=');
-    if (mark == word.npos) throw std::runtime_error("an example has PATH=VALUE, not " + word);
+    if (mark == word.npos) throw std::runtime_error("an example needs PATH=VALUE, not " + word);
     values.push_back({word.substr(0, mark), word.substr(mark + 1)});
   }
   std::string bytes, problem;
@@ -232,7 +232,8 @@ class Page {
       }
     }
     for (const std::string& record : zvuti::RecordNames()) {
-      if (shown_.count(record) == 0) throw std::runtime_error("the template does not show " + record);
+      if (shown_.count(record) == 0)
+        throw std::runtime_error("the template does not contain the record " + record);
     }
     return out.str();
   }
@@ -244,12 +245,13 @@ class Page {
     if (what == "example") return PutExample(out, words);
     words >> name;
     if (what == "record") {
-      if (!shown_.insert(name).second) throw std::runtime_error("the template shows " + name + " twice");
+      if (!shown_.insert(name).second)
+        throw std::runtime_error("the template contains the record " + name + " twice");
       return PutRecord(out, name);
     }
     if (what == "tags" && name == "BinaryKind") return PutTags<BinaryKind>(out, name);
     if (what == "tags" && name == "StatusKind") return PutTags<StatusKind>(out, name);
-    throw std::runtime_error("the template has a line that is not understood: " + line);
+    throw std::runtime_error("unknown command in the template: " + line);
   }
 
   std::set<std::string> shown_;
@@ -269,7 +271,7 @@ int Run(const std::vector<std::string>& arguments) {
   }
   std::ifstream stored(arguments[2], std::ios::binary);
   if (stored && ContentOf(stored) == page) return 0;
-  std::cerr << "wire_format: " << arguments[2] << " is not up to date; ./run docs makes it anew\n";
+  std::cerr << "wire_format: " << arguments[2] << " is out of date; ./run docs rewrites it\n";
   return 1;
 }
 

@@ -1,14 +1,15 @@
-"""Pretty-printers of ZvUtiLib for gdb: texts as text, buffers as bytes, packed times as dates.
+"""Pretty-printers for gdb: show ZvUtiLib's strings as text, buffers as bytes and packed times as dates.
 
-gdb loads them by itself with a library that is installed where gdb looks; otherwise: source THIS-FILE
-Texts are GBK; bytes that are none are shown as \\x and two digits. Needs no debug symbols of the library.
+gdb loads this file automatically if the library is installed below /usr; otherwise use the gdb command
+`source THIS-FILE`. Strings are decoded as GBK; bytes that are not GBK are shown as \\x and two digits. The
+printers do not need debug symbols of the library.
 """
 import locale
 
 import gdb
 import gdb.printing
 
-MOST_BYTES = 200  # shown of one value
+MAX_BYTES = 200  # shown per value
 
 
 def memory(address, length):
@@ -17,9 +18,10 @@ def memory(address, length):
     return bytes(gdb.selected_inferior().read_memory(address, length))
 
 
-# Compilers describe some classes in the library alone, which has no symbols. Those are read by place.
+# Compilers emit the debug information of some classes only in the library, which may have none. The members of
+# these classes are read by offset.
 def pointers_at(address):
-    """The memory there as numbers of the size of a pointer."""
+    """The memory at `address` as an array of unsigned integers of pointer size."""
     number = "unsigned long long" if gdb.lookup_type("void").pointer().sizeof == 8 else "unsigned int"
     return gdb.Value(int(address)).cast(gdb.lookup_type(number).pointer())
 
@@ -41,7 +43,7 @@ ESCAPES = {0: "\\0", 9: "\\t", 10: "\\n", 13: "\\r", 34: '\\"', 92: "\\\\"}
 
 
 def character(data, at):
-    """The character at a place as it is shown, and how many bytes it has."""
+    """The character at index `at` as it is shown, and its length in bytes."""
     byte = data[at]
     if byte >= 0x80:
         try:
@@ -59,7 +61,7 @@ def character(data, at):
 
 def quoted(data):
     shown, at = "", 0
-    while at < min(len(data), MOST_BYTES):
+    while at < min(len(data), MAX_BYTES):
         text, length = character(data, at)
         shown += text
         at += length
@@ -76,7 +78,7 @@ class StringPrinter:
     def __init__(self, value):
         text = pointers_at(value.address)  # a std::string
         self.length = int(text[1])
-        self.data = memory(int(text[0]), min(self.length, MOST_BYTES + 1))
+        self.data = memory(int(text[0]), min(self.length, MAX_BYTES + 1))
 
     def to_string(self):
         return f"{quoted(self.data)} ({counted(self.length, 'byte')})"
@@ -90,7 +92,7 @@ class TextStringPrinter:
         storage = value["storage_"]
         is_inline = self.capacity < storage["bytes"].type.sizeof
         address = storage["bytes"].address if is_inline else storage["block"]
-        self.data = memory(int(address), min(self.length, MOST_BYTES + 1))
+        self.data = memory(int(address), min(self.length, MAX_BYTES + 1))
 
     def to_string(self):
         return f"{quoted(self.data)} ({counted(self.length, 'byte')}, capacity {self.capacity})"
@@ -100,15 +102,15 @@ class BufferPrinter:
     """CByteBuffer and the streams: 3 bytes of 1024: 01 02 03"""
 
     def __init__(self, value):
-        members = pointers_at(value.address) + 1  # behind the pointer to the virtual functions
+        members = pointers_at(value.address) + 1  # skips the vtable pointer
         self.capacity, self.length = (int(ints_at(members + 1)[i]) for i in (0, 1))
-        self.data = memory(int(members[0]), max(0, min(self.length, MOST_BYTES)))
+        self.data = memory(int(members[0]), max(0, min(self.length, MAX_BYTES)))
 
     def to_string(self):
         shown = f"{counted(self.length, 'byte')} of {self.capacity}"
         if self.data:
             shown += ": " + self.data.hex(" ").upper()
-        return shown + (" ..." if self.length > MOST_BYTES else "")
+        return shown + (" ..." if self.length > MAX_BYTES else "")
 
 
 class TimePrinter:
@@ -124,7 +126,7 @@ class TimePrinter:
 
 
 class StringListPrinter:
-    """CStringList: its number of texts, and each of them"""
+    """CStringList: list of 2 texts = {"one" (3 bytes), "two" (3 bytes)}"""
 
     def __init__(self, value):
         members = pointers_at(value.address)  # head, tail, count
@@ -137,7 +139,7 @@ class StringListPrinter:
         return "array"
 
     def children(self):
-        # An element is a CString and, behind it, the pointer to the next one.
+        # An element is a CString followed by the pointer to the next element.
         text = gdb.lookup_type("CString")
         at = self.head
         for index in range(self.count):
