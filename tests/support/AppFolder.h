@@ -1,4 +1,4 @@
-// AppFolder: a temporary folder that the library takes for the program's folder.
+// AppFolder: a temporary folder that the library uses as the program's folder.
 #pragma once
 
 #include <string>

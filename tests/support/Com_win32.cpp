@@ -1,4 +1,4 @@
-// A host initialises COM on the thread that reads XML; here it is the thread of all tests.
+// Initialises COM on the thread that runs the tests, as a host program does on each thread that reads XML.
 #include <gtest/gtest.h>
 
 #include <ZvUtiLib/platform/Windows.h>

@@ -1,4 +1,4 @@
-// DoorsGuard: puts the doors to the system back as they were when a test ends.
+// DoorsGuard: saves the table of doors and restores it when a test ends.
 #pragma once
 
 #include "platform/Doors.h"

@@ -1,4 +1,4 @@
-// Records as bytes that were made without the library; see tests/records/make_golden.py.
+// Golden bytes of records, made without the library by tests/records/make_golden.py.
 #pragma once
 
 #include <string>

@@ -1,6 +1,6 @@
-// HeapFaults: makes the heap refuse blocks, and counts the blocks that are alive.
+// HeapFaults: makes allocations fail, and counts them.
 //
-// The test program replaces the global operator new; all memory of the library comes from there.
+// The test program replaces the global operator new, from which the library gets all its memory.
 #pragma once
 
 #include <cstddef>
@@ -8,8 +8,8 @@
 
 namespace test {
 
-/// While alive, the `nth` allocation of this thread (counted from 1) fails, and with `andAllAfter`
-/// every later one, too. 0 refuses nothing and only counts.
+/// While it exists, the `nth` allocation of this thread (counted from 1) fails; with `andAllAfter`, all later
+/// ones fail, too. With 0 no allocation fails; they are only counted.
 class HeapFaults {
  public:
   explicit HeapFaults(std::int64_t nth, bool andAllAfter = false);
@@ -17,16 +17,17 @@ class HeapFaults {
   HeapFaults(const HeapFaults&) = delete;
   HeapFaults& operator=(const HeapFaults&) = delete;
 
-  /// Allocations tried since the construction.
+  /// Number of allocations requested since construction, failed ones included.
   std::int64_t Tried() const;
-  /// True when at least one allocation was refused.
+  /// True if at least one allocation failed.
   bool Refused() const;
-  /// Bytes asked for since the construction, and the largest single request.
+  /// Bytes requested since construction, and the largest single request.
   std::uint64_t BytesAsked() const;
   std::size_t LargestAsked() const;
 };
 
-/// Blocks that this thread has allocated and not freed (blocks freed by another thread stay counted).
+/// Number of blocks that this thread has allocated minus those it has freed. A block freed by another thread
+/// stays counted.
 std::int64_t LiveBlocks();
 /// Blocks that are allocated and not freed, by whichever threads.
 std::int64_t LiveBlocksOfAllThreads();

@@ -17,7 +17,7 @@ struct Unknown : std::exception {
   const char* what() const noexcept override { return "unknown enumeration member."; }
 };
 
-// What the visitors below have in common: they go into records, and every row but a text is a number.
+// The common base of the visitors below: descends into records and treats codes and tags as numbers.
 class EachRow : public RowVisitor {
  public:
   void Code(const char* name, NumberRef field) override { Number(name, field); }
@@ -73,7 +73,8 @@ class LiteralReader : public EachRow {
     std::int32_t count = 0;
     in_.Read(&count, 4);
     const auto block = entries.blocks ? entries.blocks->make() : RecordType::Object(nullptr, [](void*) {});
-    const std::int32_t enough = in_.Length() + 2;  // by then nothing is left, and entries repeat themselves
+    // After that many entries the stream is empty, and all further entries are equal.
+    const std::int32_t enough = in_.Length() + 2;
     for (std::int32_t i = 0; i < std::min(count, enough); ++i) {
       if (entries.blocks) {
         in_.Read(block.get(), static_cast<int>(entries.blocks->blockBytes));
@@ -180,7 +181,7 @@ class RandomFill : public EachRow {
       void* value = entries.Entry(static_cast<std::int32_t>(key));
       if (entries.blocks) {
         entries.blocks->walk(*this, value);
-        entries.Entry(static_cast<std::int32_t>(key));  // its key again
+        entries.Entry(static_cast<std::int32_t>(key));  // restores the key, which walk overwrote
       } else {
         Number("", {value, 4, false});
       }
@@ -201,7 +202,8 @@ class StateWalk : public EachRow {
   void List(const char* name, ListRef& items) override {
     Add(name, std::to_string(items.Size()));
     for (std::size_t i = 0; i < items.Size(); ++i) {
-      if (i > kHuge / 2 && i + kHuge / 2 < items.Size() && i % 97 != 0) continue;  // enough to see a shift
+      // Both ends and every 97th element are enough to detect a shift.
+      if (i > kHuge / 2 && i + kHuge / 2 < items.Size() && i % 97 != 0) continue;
       Element(items, i);
     }
   }

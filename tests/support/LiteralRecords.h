@@ -1,7 +1,7 @@
-// Records read and written field by field, straight over the stream: the measure for the wire engine.
+// A reference implementation of the wire format: reads and writes records field by field on the stream.
 //
-// It shares the row lists with the engine and nothing else. Bytes that a record must have are checked
-// by fixtures of their own.
+// Tests compare the wire engine with it. The two share nothing but the lists of rows; the golden records
+// check the lists themselves.
 #pragma once
 
 #include <functional>
@@ -17,16 +17,17 @@ using zvuti::wire::RecordType;
 void ReadLiterally(const RecordType& type, CStreamReader& in, void* record);
 void WriteLiterally(const RecordType& type, CStreamWriter& out, void* record);
 
-/// Gives every field a random value, with a liking for edges.
+/// Gives every field a random value, with edge cases more often than by chance.
 void FillRandomly(const RecordType& type, void* record, std::mt19937& random);
 
-/// The fields as text, to compare and to look at; of a very long sequence, both ends and samples.
+/// The fields as text, for comparison and for messages. Of a very long sequence it has both ends and samples.
 std::string StateOf(const RecordType& type, void* record);
 
-/// What there is to see of an operation on a stream: what it threw, and the stream afterwards.
+/// The visible effects of an operation on a stream.
 struct Outcome {
-  std::string thrown, bytes;
-  std::string state;  ///< for the caller to fill in
+  std::string thrown;  ///< message of the exception, "" if there was none
+  std::string bytes;   ///< on the stream afterwards
+  std::string state;   ///< set by the caller
   int capacity = 0;
   bool operator==(const Outcome&) const = default;
 };

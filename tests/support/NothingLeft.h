@@ -1,6 +1,5 @@
-// NothingLeft: checks at its end that as few handles and threads are open as at its beginning. On Linux,
-// where a handle and what it leads to are blocks of the heap, it counts all blocks: a test may keep none of
-// its own.
+// NothingLeft: expects that a scope leaves no handles, kernel objects or threads behind. On Linux, where handles
+// and kernel objects are heap blocks, it counts all blocks, so a test must not keep any of its own.
 #pragma once
 
 #include <cstdint>

@@ -20,13 +20,14 @@ std::int64_t Threads() {
 namespace test {
 
 NothingLeft::NothingLeft() {
-  std::thread([] {}).join();  // some sanitizers start a thread of their own beside the first one
+  std::thread([] {}).join();  // with the first thread some sanitizers start one of their own
   threads_ = Threads();
   handles_ = LiveBlocksOfAllThreads();
 }
 
 NothingLeft::~NothingLeft() {
-  // The system lists a thread for a moment longer than it lives, and nobody joins a thread without handles.
+  // Wait: threads whose handles are closed are not joined, and the system lists a thread for a moment after it
+  // has ended.
   const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(20);
   const auto left = [this] { return Threads() > threads_ || LiveBlocksOfAllThreads() > handles_; };
   while (left() && std::chrono::steady_clock::now() < limit) std::this_thread::yield();

@@ -11,7 +11,7 @@
 
 namespace {
 
-// Tries them one by one: Wine's GetProcessHandleCount knows of none.
+// Tries all values, because GetProcessHandleCount does not work under Wine.
 std::int64_t Handles() {
   constexpr std::uintptr_t kStep = 4, kBeyond = 0x2000;
   std::int64_t count = 0;
@@ -39,13 +39,13 @@ std::int64_t Threads() {
 namespace test {
 
 NothingLeft::NothingLeft() {
-  std::thread([] {}).join();  // the first one makes the runtime library open what it keeps
+  std::thread([] {}).join();  // with the first thread the runtime library opens handles that it keeps
   handles_ = Handles();
   threads_ = Threads();
 }
 
 NothingLeft::~NothingLeft() {
-  // A thread without handles ends unseen.
+  // Wait: threads whose handles are closed cannot be joined.
   const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(20);
   while (Threads() > threads_ && std::chrono::steady_clock::now() < limit) std::this_thread::yield();
   EXPECT_LE(Threads(), threads_);

@@ -1,4 +1,4 @@
-// The pairs of a dictionary, as they are visited and as they should be.
+// The pairs of a dictionary in the order of visiting, and the order that is expected.
 #pragma once
 
 #include <algorithm>
@@ -38,7 +38,7 @@ inline std::uint32_t ExpectedHash(const std::string& key) {
   return static_cast<std::uint32_t>(hash);
 }
 
-/// The order of visiting as it follows from the keys and their number, without any table.
+/// The pairs in the expected order of visiting, computed from the keys and their number without a hash table.
 inline Pairs Ordered(const std::map<std::string, std::string>& model) {
   const std::size_t count = model.size();
   const std::size_t buckets = count < 5 ? 1 : 1 + (count - 1) / 4;

@@ -1,4 +1,4 @@
-// Forbidden words found the slow way: the measure for the word list.
+// A plain search for forbidden words. Tests compare the word list with it.
 #pragma once
 
 #include <algorithm>
@@ -9,8 +9,8 @@
 
 namespace test {
 
-/// A text with its words masked, the plain way: search a folded copy of the text for each word, again and
-/// again from behind the match.
+/// `text` with the words masked. For each word it searches a copy of the text folded to upper case; after a
+/// match it continues after the matched word.
 inline std::string MaskedPlainly(const std::vector<std::string>& words, const std::string& text) {
   std::string masked = text, folded = text;
   zvuti::gbk::FoldToUpper(folded.data(), folded.size());
@@ -24,7 +24,7 @@ inline std::string MaskedPlainly(const std::vector<std::string>& words, const st
   return masked;
 }
 
-/// Whether the text has one of the words.
+/// True if the text contains one of the words.
 inline bool IsMatchedPlainly(const std::vector<std::string>& words, std::string text) {
   zvuti::gbk::FoldToUpper(text.data(), text.size());
   return std::any_of(words.begin(), words.end(), [&](std::string word) {

@@ -1,4 +1,4 @@
-// RefuseEach: one operation with each of its allocations refused in turn.
+// RefuseEach: runs an operation many times and makes each of its allocations fail in turn.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -12,31 +12,31 @@
 
 namespace test {
 
-/// An object under test, made anew for every try: what is done to it, and what is to be seen of it.
+/// An object under test, created for each run: the operation on it, and its visible state as text.
 struct Subject {
   std::function<void()> operate;
   std::function<std::string()> state;
 };
 
-/// What holds after a refused block.
+/// What an operation promises if an allocation fails.
 enum class AfterRefusal {
-  kAllOrNothing,  ///< std::bad_alloc and the state as before, or success
-  kFailure,       ///< std::bad_alloc or a failure, and the state as before, or success
-  kSilent,        ///< no exception; the state as before or as after success
-  kUsable,        ///< std::bad_alloc or not; the state can be asked and let go
+  kAllOrNothing,  ///< std::bad_alloc and the state from before, or success
+  kFailure,       ///< std::bad_alloc or a failure, and the state from before; or success
+  kSilent,        ///< no exception; the state is that from before or that after success
+  kUsable,        ///< maybe std::bad_alloc; the object can still be read and destroyed
   kUsableSilent,  ///< the same without an exception
 };
 
-/// Refuses the 1st, 2nd ... allocation, alone and with all later ones, until none is refused any more.
-/// Nothing may leak, and where nothing was refused the operation has to do all that it does on a large heap.
-/// Returns how often the heap refused.
+/// Makes the 1st, 2nd, 3rd ... allocation fail, alone and together with all later ones, until the operation
+/// ends without reaching the failing one. Expects that `promise` holds, that nothing leaks, and that the last
+/// run has the result of a run without faults. Returns the number of runs with a failed allocation.
 inline int RefuseEach(const std::string& what, AfterRefusal promise, const std::function<Subject()>& make) {
   SCOPED_TRACE(what);
   std::string before, after;
   {
     const Subject subject = make();
     before = subject.state();
-    subject.operate();  // also lets the library set up what it keeps for good
+    subject.operate();  // also makes the allocations that the library keeps
     after = subject.state();
   }
   int refusals = 0;
@@ -58,7 +58,7 @@ inline int RefuseEach(const std::string& what, AfterRefusal promise, const std::
         }
         const std::string state = subject.state();
         if (!isRefused) {
-          ASSERT_TRUE(!hasThrown && state == after) << "with all the heap it needs: " << state;
+          ASSERT_TRUE(!hasThrown && state == after) << "without a failed allocation: " << state;
         } else if (promise == AfterRefusal::kAllOrNothing) {
           ASSERT_EQ(state, hasThrown ? before : after) << "allocation " << nth;
         } else if (promise == AfterRefusal::kFailure) {
@@ -80,7 +80,8 @@ inline int RefuseEach(const std::string& what, AfterRefusal promise, const std::
   return refusals;
 }
 
-/// The same for an object of type T: `prepare` brings it to where `operate` begins, `look` shows it.
+/// The same for an object of type T: `prepare`, if any, sets it up, `operate` is the operation under test,
+/// `look` returns the visible state.
 template <class T>
 void RefuseEachOf(const std::string& what, AfterRefusal promise, std::function<void(T&)> prepare,
                   std::function<void(T&)> operate, std::function<std::string(T&)> look) {
@@ -89,7 +90,7 @@ void RefuseEachOf(const std::string& what, AfterRefusal promise, std::function<v
     if (prepare) prepare(*object);
     return Subject{[=] { operate(*object); }, [=] { return look(*object); }};
   });
-  EXPECT_GT(refusals, 0) << what << " asks the heap for nothing";
+  EXPECT_GT(refusals, 0) << what << " makes no allocation";
 }
 
 }  // namespace test

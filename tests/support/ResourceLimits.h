@@ -1,4 +1,4 @@
-// ResourceLimits: bounds on the processor time and the memory of a stretch of code, kept by the system.
+// ResourceLimits: limits the processor time and the memory of the process within a scope.
 #pragma once
 
 #include <sys/resource.h>
@@ -7,8 +7,8 @@
 
 namespace test {
 
-/// While alive, the process may use so many more seconds of processor time (beyond them the system ends
-/// it) and so many more bytes of address space (beyond them the heap refuses).
+/// While it exists, the process may use at most `seconds` more of processor time, after which the system ends
+/// it, and at most `bytes` more of address space, after which allocations fail.
 class ResourceLimits {
  public:
   ResourceLimits(unsigned seconds, std::size_t bytes);
@@ -20,7 +20,7 @@ class ResourceLimits {
   rlimit time_{}, space_{};
 };
 
-/// Bytes of this process that are in memory.
+/// The resident size of this process in bytes.
 std::size_t ResidentBytes();
 
 }  // namespace test

@@ -1,4 +1,4 @@
-// Rows: many short texts in one literal.
+// Rows: several short texts in one string literal.
 #pragma once
 
 #include <algorithm>
@@ -8,7 +8,7 @@
 
 namespace test {
 
-/// The parts of `text` between " ~ ".
+/// Splits `text` at each " ~ ".
 inline std::vector<std::string> Rows(std::string_view text) {
   std::vector<std::string> rows;
   for (std::size_t begin = 0, end; begin < text.size(); begin = end + 3) {

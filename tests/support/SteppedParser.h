@@ -1,4 +1,4 @@
-// Key-value texts taken apart one byte after the other: the measure for the parser.
+// A reference parser for key-value texts that advances byte by byte. Tests compare KeyValueParser with it.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace test {
 
-/// "key>value;" for each pair of the text. Texts and separators have no zero bytes.
+/// Returns "key>value;" for each pair in the text. Neither text nor separators may contain zero bytes.
 inline std::string ParsedInSteps(unsigned options, std::string text, const std::string& separators) {
   const bool isTrimming = (options & ParseTrim) != 0;
   const auto isBlank = [](char byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); };

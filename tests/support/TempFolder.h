@@ -1,4 +1,4 @@
-// TempFolder: a folder of a test's own, removed with all its files when the test ends.
+// TempFolder: a temporary folder for one test, removed with its files when the test ends.
 #pragma once
 
 #include <filesystem>
@@ -13,8 +13,8 @@
 
 namespace test {
 
-/// The standard library's form of a path in GBK. Where the system's names are wide, it would take bytes
-/// for another encoding.
+/// The std::filesystem::path for a path in GBK. Where file names are UTF-16, the standard library would
+/// decode the bytes with another encoding.
 inline std::filesystem::path FilePath(std::string_view gbk) {
   if constexpr (sizeof(std::filesystem::path::value_type) == 1) return gbk;
   return zvuti::gbk::ToUtf16(gbk);
@@ -41,25 +41,26 @@ class TempFolder {
   TempFolder(const TempFolder&) = delete;
   TempFolder& operator=(const TempFolder&) = delete;
 
-  /// Path of `name` in the folder. Names are GBK and have slashes for separators.
+  /// Path of `name` in the folder. Names are GBK, with slashes as separators.
   std::string Path(std::string_view name = {}) const {
     return name.empty() ? path_ : path_ + "/" + std::string(name);
   }
 
-  /// Writes `bytes` to the file `name`, making its folders, and returns its path.
+  /// Writes `bytes` to the file `name`, creates missing folders, and returns its path.
   std::string Write(std::string_view name, std::string_view bytes) const {
     std::string path = Path(name);
     const std::filesystem::path file = FilePath(path);
     std::filesystem::create_directories(file.parent_path());
-    std::error_code ignored;  // made anew, since some file systems wait for the disk when a file is cut
+    // Remove an old file first: on some file systems truncating a file waits for the disk.
+    std::error_code ignored;
     std::filesystem::remove(file, ignored);
     std::ofstream(file, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return path;
   }
 
-  /// All bytes of the file `name`, "" where there is none.
+  /// All bytes of the file `name`, "" if it does not exist.
   std::string Read(std::string_view name) const { return ReadAs(name, std::ios::binary); }
-  /// The same of a text file, whose lines end in one byte here and in two on some systems.
+  /// The same for a text file, with line ends converted to "\n".
   std::string ReadText(std::string_view name) const { return ReadAs(name, std::ios::in); }
 
  private:

@@ -1,11 +1,11 @@
-// OpenUnreadable: a file that is open, and fails when it is read.
+// OpenUnreadable: an open file that cannot be read.
 #pragma once
 
 #include <cstdio>
 
 namespace test {
 
-/// Makes the file at `path`. The caller closes it.
+/// Creates a file at `path` and opens it so that reading fails with an error. The caller closes it.
 std::FILE* OpenUnreadable(const char* path);
 
 }  // namespace test

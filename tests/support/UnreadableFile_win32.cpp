@@ -6,7 +6,7 @@
 
 namespace test {
 
-// One that the runtime library opened for writing would seem to be at its end.
+// Reading a stream that fopen opened for writing would report the end of the file, not an error.
 std::FILE* OpenUnreadable(const char* path) {
   return _fdopen(_open(path, _O_WRONLY | _O_CREAT | _O_BINARY, _S_IREAD | _S_IWRITE), "rb");
 }

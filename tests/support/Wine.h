@@ -1,4 +1,4 @@
-// IsWine: for the few tests that Wine fails where the system that it stands for would not.
+// IsWine: lets the few tests that fail under Wine but not on Windows skip themselves.
 #pragma once
 
 namespace test {

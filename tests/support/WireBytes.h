@@ -1,4 +1,4 @@
-// What stands on a stream, and what a value puts there.
+// The bytes of a buffer, and those that a value writes to a stream.
 #pragma once
 
 #include <string>
