@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# check.sh PREFIX BUILD: builds the client project against the package installed in PREFIX, with CMake and
-# with pkg-config, and runs it; then looks at what the library exports.
+# check.sh PREFIX BUILD: builds and runs the client with the package installed in PREFIX, once with CMake and once
+# with pkg-config; then checks the exported symbols of the library.
 set -euo pipefail
 prefix=$1 build=$2
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -23,9 +23,9 @@ else
   echo "check: clang++ is not installed, left out"
 fi
 
-# Only what the headers declare is exported: what a symbol's name begins with stands in one of them.
+# The library may export only what its headers declare: the first identifier of each symbol must occur in a header.
 library=$(find "$prefix" -name libZvUtiLib.so)
 hidden=$(nm -DC --defined-only "$library" | sed -E 's/^[0-9a-f]+ . //; s/^(vtable|VTT|typeinfo|typeinfo name|guard variable) for //' |
   grep -v '^std::' | sed -E 's/^zvuti:://; s/[^A-Za-z0-9_].*//' | sort -u |
   while read -r name; do grep -rqw "$name" "$prefix/include" || echo "$name"; done)
-[ -z "$hidden" ] || { echo "check: exported without standing in a header:" $hidden >&2; exit 1; }
+[ -z "$hidden" ] || { echo "check: exported, but in no header:" $hidden >&2; exit 1; }

@@ -1,4 +1,4 @@
-// A host initialises COM on the threads that read XML.
+// A host program has to initialise COM on each thread that reads XML.
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-// Calls the library as a host does, and ends with 1 at the first wrong answer.
+// Calls the library as a host program does, and exits with 1 at the first wrong result.
 #include <ZvUtiLib/ZvUtiLib.h>
 
 #include <cstdio>
@@ -6,7 +6,7 @@
 namespace {
 
 bool Expect(bool right, const char* what) {
-  if (!right) std::fprintf(stderr, "client: wrong answer from %s\n", what);
+  if (!right) std::fprintf(stderr, "client: wrong result of %s\n", what);
   return right;
 }
 
@@ -25,6 +25,6 @@ int main() {
                        Expect(!copy.LoadRankConfig(1) && copy.GetRank(100).empty(), "CUtiRank") &&
                        Expect(board && board->GetChildAttributeInt("notice", "id") == 7, "CUtiXmlParser") &&
                        Expect(CUtiBase::IsChatValid("hello") == 1, "IsChatValid");
-  if (isRight) std::puts("client: all answers right");
+  if (isRight) std::puts("client: all results are right");
   return isRight ? 0 : 1;
 }

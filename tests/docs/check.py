@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""check.py PREFIX BUILD: builds and runs the program of each page in docs/services, as a client of the
-package installed in PREFIX, and compares what it prints with what the page shows.
+"""check.py PREFIX BUILD: builds and runs the program of each page in docs/services with the package installed in
+PREFIX, and compares its output with the output that the page shows.
 
-A page has one ```cpp block, the program, and behind it a ```text block, its output. A block with a name
-behind its language is a file beside the program. A line "..." at the end of the output stands for what
-depends on the machine. Pages are UTF-8; files and output are GBK.
+Each page has one ```cpp block, the program, followed by one ```text block, its output. A block with a file name
+after its language is a file that the program reads. A last line "..." in the output stands for lines that depend on
+the machine. Pages are UTF-8; files and output are GBK.
 """
 import concurrent.futures
 import difflib
@@ -24,17 +24,17 @@ def blocks(text):
 
 
 def parts(page):
-    """The files of a page, its program and its output."""
+    """(files by name, program, output) of a page."""
     found = blocks(page.read_text(encoding="utf-8"))
     files = {name: content for _, name, content in found if name}
     plain = [(language, content) for language, name, content in found if not name]
     if [language for language, _ in plain if language in ("cpp", "text")] != ["cpp", "text"]:
-        raise ValueError("the page should have one program and behind it its output")
+        raise ValueError("expected one cpp block, the program, followed by one text block, its output")
     return files, *(content for language, content in plain if language in ("cpp", "text"))
 
 
 def check(page, build, flags):
-    """What is wrong with a page, "" when nothing is."""
+    """A description of what is wrong with the page, or ""."""
     folder = build / page.stem
     folder.mkdir()
     try:
@@ -55,7 +55,7 @@ def check(page, build, flags):
                          env={**os.environ, "TZ": "CST-8"})
     printed = run.stdout.decode("gbk", "backslashreplace")
     if run.returncode != 0 or run.stderr:
-        return f"the program ended with {run.returncode}\n{printed}{run.stderr.decode('gbk', 'backslashreplace')}"
+        return f"the program exited with {run.returncode}\n{printed}{run.stderr.decode('gbk', 'backslashreplace')}"
     shown, lines = output.splitlines(True), printed.splitlines(True)
     if shown[-1:] == ["...\n"]:
         shown.pop()
@@ -73,7 +73,7 @@ def main():
     flags.append(f"-Wl,-rpath,{config.parent}")
     pages = sorted(PAGES.glob("*.md"))
     if not pages:
-        sys.exit("docs: no pages were found")
+        sys.exit("docs: no pages found")
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         problems = dict(zip(pages, pool.map(lambda page: check(page, build, flags), pages)))
     for page, problem in problems.items():
@@ -81,7 +81,7 @@ def main():
             print(f"docs: {page.name}: {problem}", file=sys.stderr)
     if any(problems.values()):
         sys.exit(1)
-    print(f"docs: {len(pages)} programs print what their pages show")
+    print(f"docs: all {len(pages)} programs print what their pages show")
 
 
 main()

@@ -1,24 +1,24 @@
 #!/usr/bin/env python3
-"""check.py INCLUDE LIB.so LIB.dll: what the library exports is what its public headers declare.
+"""check.py INCLUDE LIB.so LIB.dll: checks that both libraries export exactly what the public headers declare.
 
-The headers' names come from the compiler (clang++), the libraries' from nm and objdump. Prints each
-breach and ends with 1 where there is one.
+The declared names come from clang++, the exported ones from nm and objdump. Prints each difference and exits with 1
+if there is one.
 """
 import json
 import re
 import subprocess
 import sys
 
-# Exported by one library only, with the reason.
+# Names that only the Linux library exports, with the reason.
 LINUX_ONLY = [
-    # Windows tells types apart by their names; each module has its own records.
+    # On Windows types are compared by name, and each module has its own typeinfo.
     r"typeinfo (name )?for ",
-    # The system's own there.
+    # Windows provides these itself.
     r"(SetEvent|WaitForSingleObject|GetExitCodeThread|CloseHandle)\(",
     r"(OpenClipboard|CloseClipboard|IsClipboardFormatAvailable|GetClipboardData|GlobalLock|GlobalUnlock)\(",
     r"(Sys\w*String\w*|Variant\w+|Co\w+)\(",
     r"(vtable for )?IXMLDOM\w+|(vtable for )?IUnknown",
-    # Private members of an exported class share its visibility; members of a nested class do not there.
+    # On Linux a nested class has the visibility of the class around it; on Windows it is not exported.
     r"CUtiBlackList::WordList::",
 ]
 
@@ -33,13 +33,13 @@ def demangled(names):
 
 
 def top_level_declarations(include):
-    """The declarations outside of namespaces and in our own, as the compiler's tree of each."""
+    """Yields the AST of each declaration in the global namespace and in namespace zvuti."""
     command = ["clang++", "-std=c++17", f"-I{include}", "-fsyntax-only", "-Xclang", "-ast-dump=json", "-x", "c++", "-"]
     process = subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
     process.stdin.write("#include <ZvUtiLib/ZvUtiLib.h>\n")
     process.stdin.close()
-    # One tree is printed after the other. Nearly all of them are namespaces of the standard library, too
-    # large to be read; the name stands in front of what is in them.
+    # The compiler prints one AST after another. Most are namespaces of the standard library, which are too large to
+    # parse. Skip them as soon as their name is known; it comes before their content.
     lines, is_namespace = [], False
     for line in process.stdout:
         if line.startswith("    {"):
@@ -99,7 +99,8 @@ class Headers:
                 self.add_class(member, name + "::" + member["name"])
 
     def is_template(self, name):
-        """Members made of templates share the visibility of their class on Linux; nobody else calls them."""
+        """True for instances of member templates. On Linux they have the visibility of their class; only the library
+        calls them."""
         return any(template in name for template in self.templates)
 
     def add_function(self, node):
@@ -112,7 +113,7 @@ class Headers:
 
 
 def exports_of_so(path):
-    # The third column; versions behind an at sign.
+    # The name is in the third column; an at sign separates it from its version.
     return {line.split()[2].split("@")[0] for line in run("nm", "-D", "--defined-only", path).splitlines()}
 
 
@@ -129,7 +130,7 @@ def exports_of_dll(path):
 
 
 def common_form(name):
-    """The same text for both systems: they differ in the types under size_t, va_list and 64-bit numbers."""
+    """Makes the names of both systems comparable: size_t, va_list and 64-bit integers have different types there."""
     name = name.replace("std::__cxx11::", "std::").replace("[abi:cxx11]", "")
     name = name.replace("__va_list_tag*", "va_list").replace("FormatV(char const*, char*)", "FormatV(char const*, va_list)")
     name = re.sub(r"\bunsigned (long long|long|int)\b", "unsigned", name)
@@ -141,32 +142,32 @@ def main():
     headers = Headers(include)
     linux, windows = demangled(exports_of_so(so)), demangled(exports_of_dll(dll))
     declared = demangled(headers.out_of_line | headers.inline)
-    breaches = []
+    differences = []
 
     if not headers.out_of_line or not windows:
-        breaches.append("nothing to compare was found")
+        differences.append("no names to compare were found")
     for name in headers.out_of_line - set(linux):
-        breaches.append(f"declared, but not exported on Linux: {declared[name]}")
+        differences.append(f"declared, but not exported on Linux: {declared[name]}")
     known = set(declared.values())
     for kind in ("vtable", "typeinfo", "typeinfo name"):
         known |= {f"{kind} for {name}" for name in headers.classes}
     for name in set(linux.values()) - known:
         if not headers.is_template(name):
-            breaches.append(f"exported on Linux, but in no public header: {name}")
+            differences.append(f"exported on Linux, but in no public header: {name}")
 
     on_linux = {common_form(name) for name in linux.values()}
     on_windows = {common_form(name) for name in windows.values()}
     for name in on_linux - on_windows:
         if not headers.is_template(name) and not any(re.match(reason, name) for reason in LINUX_ONLY):
-            breaches.append(f"exported on Linux only: {name}")
+            differences.append(f"exported on Linux only: {name}")
     for name in on_windows - on_linux:
-        breaches.append(f"exported on Windows only: {name}")
+        differences.append(f"exported on Windows only: {name}")
 
-    for breach in sorted(breaches):
-        print(f"exports: {breach}", file=sys.stderr)
-    if breaches:
+    for difference in sorted(differences):
+        print(f"exports: {difference}", file=sys.stderr)
+    if differences:
         sys.exit(1)
-    print(f"exports: {len(on_windows)} names, all as the headers declare them")
+    print(f"exports: {len(on_windows)} names, all as declared in the headers")
 
 
 main()

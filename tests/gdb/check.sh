@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# check.sh PROGRAM PRINTERS: looks at the values of PROGRAM through the pretty-printers in a debugger.
+# check.sh PROGRAM PRINTERS: runs PROGRAM in gdb with the pretty-printers in the file PRINTERS, prints the values, and
+# compares them with expected.txt.
 set -euo pipefail
 program=$1 printers=$2
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -10,7 +11,7 @@ debugger() { gdb -nx -q -batch "$@" 2>&1; }
 
 command -v gdb >/dev/null || skip "gdb is not installed"
 [ "$(debugger -ex 'python print(6 * 7)')" = 42 ] || skip "this gdb has no Python"
-debugger -ex run /bin/true | grep -q 'exited normally' || skip "this machine lets no program be traced"
+debugger -ex run /bin/true | grep -q 'exited normally' || skip "this machine does not allow debugging"
 
 commands=()
 while IFS=: read -r name _; do
@@ -18,7 +19,7 @@ while IFS=: read -r name _; do
 done <"$here/expected.txt"
 debugger -ex "source $printers" -ex 'break Look' -ex run -ex up -ex 'echo \n=====\n' "${commands[@]}" "$program" |
   sed '1,/^=====$/d' | diff "$here/expected.txt" - || {
-  echo "printers: not what tests/gdb/expected.txt has (lines with <)" >&2
+  echo "printers: gdb's output (lines with >) differs from tests/gdb/expected.txt (lines with <)" >&2
   exit 1
 }
-echo "printers: $(wc -l <"$here/expected.txt") values shown as they should be"
+echo "printers: $(wc -l <"$here/expected.txt") values are shown as expected"

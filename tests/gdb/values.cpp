@@ -1,4 +1,4 @@
-// Values for the debugger to look at; it stops in Look.
+// Values for the test of the pretty-printers. gdb stops in Look and prints them.
 #include <ZvUtiLib/data/CStream.h>
 #include <ZvUtiLib/data/CTextString.h>
 #include <ZvUtiLib/platform/CString.h>

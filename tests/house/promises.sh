@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Every promise in docs/reliability.md has a test, and every test that the page names is there.
+# Checks that every promise in docs/reliability.md names a test and that every test named there exists.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 page=docs/reliability.md
@@ -12,17 +12,17 @@ problem() {
 
 tests=$(grep -rhoE '^TEST(_F|_P)?\(\w+, *\w+\)' tests --include='*_test.cpp' | sed -E 's/^\w+\(//; s/, */./; s/\)$//')
 named=$(grep -oE '`[A-Z]\w+\.[A-Z]\w+`' "$page" | tr -d '`' | sort -u)
-[ -n "$named" ] || problem "no test is named"
+[ -n "$named" ] || problem "the page names no tests"
 for name in $named; do
-  grep -qxF "$name" <<<"$tests" || problem "there is no test $name"
+  grep -qxF "$name" <<<"$tests" || problem "the test $name does not exist"
 done
 for name in $(grep -oE 'fuzz targets? (`\w+`(, )?)+' "$page" | grep -oE '`\w+`' | tr -d '`' | sort -u); do
-  [ -f "fuzz/targets/$name.cpp" ] || problem "there is no fuzz target $name"
+  [ -f "fuzz/targets/$name.cpp" ] || problem "the fuzz target $name does not exist"
 done
-# The rows of the promises: the last column names a test.
+# In each row of the table of promises, the last column names a test.
 while IFS= read -r row; do
-  grep -qE '\| [^|]*`[A-Z]\w+\.[A-Z]\w+`[^|]*\|$' <<<"$row" || problem "no test holds us to: $row"
+  grep -qE '\| [^|]*`[A-Z]\w+\.[A-Z]\w+`[^|]*\|$' <<<"$row" || problem "this promise names no test: $row"
 done < <(sed -n '/^## Promises/,/^## What the caller/p' "$page" | grep '^|' | grep -vE '^\|(-|\s*(Promise|Class) )')
 
 [ "$problems" -eq 0 ] || exit 1
-echo "promises: all held by tests"
+echo "promises: all have tests"

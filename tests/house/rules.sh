@@ -1,34 +1,34 @@
 #!/usr/bin/env bash
-# The rules of the house that a machine can check. Prints each breach and ends with 1 where there is one.
+# Checks the house rules that a script can check. Prints each violation and exits with 1 if there is one.
 set -euo pipefail
-shopt -s lastpipe  # report, at the end of its pipes, counts in this shell
+shopt -s lastpipe  # runs report, the last command of each pipe, in this shell, where it counts violations
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
-git rev-parse --git-dir >/dev/null 2>&1 || { echo "house rules: no git checkout, nothing to look at"; exit 77; }
+git rev-parse --git-dir >/dev/null 2>&1 || { echo "house rules: skipped, this is not a git checkout"; exit 77; }
 
-breaches=0
-# $1 says what is wrong; standard input has the places, none when all is well.
+violations=0
+# Reports that a rule is violated, unless standard input is empty. $1 is the message; the input lists the places.
 report() {
   local places
   places=$(cat)
   [ -z "$places" ] && return
   printf '%s:\n%s\n' "$1" "$places" | sed '2,$s/^/  /' >&2
-  breaches=$((breaches + 1))
+  violations=$((violations + 1))
 }
 
 mapfile -t sources < <(git ls-files --cached --others --exclude-standard -- '*.h' '*.cpp')
 product() { printf '%s\n' "${sources[@]}" | grep -vE '^(tests|benchmarks|fuzz|examples|tools)/'; }
 product | grep -vE '^(platform/|include/ZvUtiLib/(platform/|Export\.h$))' |
-  xargs grep -nE '\b(_WIN32|__MINGW32__|__linux__|__unix__)\b' | report 'Platform conditions outside the platform layer' || true
+  xargs grep -nE '\b(_WIN32|__MINGW32__|__linux__|__unix__)\b' | report 'Conditions on the host system outside the platform layer' || true
 product | grep -v '^platform/' |
-  xargs grep -nE '# *include *<(unistd|fcntl|pthread|dlfcn|net/|sys/|ifaddrs|expat)' | report 'System headers outside the platform layer' || true
-printf '%s\n' "${sources[@]}" | xargs grep -nP '^(?:(?!//).)*[^\x00-\x7F]' | report 'GBK text is byte escapes; only comments may leave ASCII' || true
+  xargs grep -nE '# *include *<(unistd|fcntl|pthread|dlfcn|net/|sys/|ifaddrs|expat)' | report 'Headers of the host system outside the platform layer' || true
+printf '%s\n' "${sources[@]}" | xargs grep -nP '^(?:(?!//).)*[^\x00-\x7F]' | report 'Non-ASCII bytes outside comments; write GBK text as byte escapes' || true
 printf '%s\n' "${sources[@]}" | grep '\.h$' | xargs grep -L '^#pragma once' | report 'Headers without #pragma once' || true
 product | xargs grep -nE '\b(v?f?printf|f?puts|putchar|perror|abort|_?exit|terminate) *\(|std::(cout|cerr|clog)|\bstd(out|err)\b' |
   grep -vE '^[^:]+:[0-9]+: *//' |
-  report 'The library neither prints nor ends the process' || true
+  report 'The library must neither print nor end the process' || true
 
-# The table in docs/architecture.md says which room may include which. A public header belongs to the room of
-# the source of its name.
+# The table in docs/architecture.md says which room may include which. A public header belongs to the room that has
+# the source of the same name.
 {
   sed -nE 's#^\| `([a-z/]+)/` \| ([^|]+) \|.*#room \1 \2#p' docs/architecture.md | sed 's#`##g; s#/,##g; s#/ *$##'
   product | sed -nE 's|^([a-z]+)/([A-Za-z]+)\.cpp$|home \2.h \1|p'
@@ -48,23 +48,23 @@ product | xargs grep -nE '\b(v?f?printf|f?puts|putchar|perror|abort|_?exit|termi
   $1 == "include" && $4 != "ZvUtiLib/Export.h" {
     from = room($2)
     to = room($4)
-    if (!isRoom[from]) print $2 ": no room of docs/architecture.md"
-    else if (!isRoom[to]) print $2 ":" $3 ": " $4 " is in no room of docs/architecture.md"
+    if (!isRoom[from]) print $2 ": not in a room of docs/architecture.md"
+    else if (!isRoom[to]) print $2 ":" $3 ": " $4 " is not in a room of docs/architecture.md"
     else if (from != to && !((from, to) in allowed)) print $2 ":" $3 ": " from " may not include " to
     used[from, to] = 1
   }
   END {
     for (edge in allowed) {
       split(edge, rooms, SUBSEP)
-      if (!(edge in used)) print "docs/architecture.md: " rooms[1] " may include " rooms[2] ", but nothing there does"
+      if (!(edge in used)) print "docs/architecture.md: " rooms[1] " may include " rooms[2] ", but never does"
     }
-  }' | sort | report 'Includes that docs/architecture.md does not show' || true
+  }' | sort | report 'Includes that differ from the table in docs/architecture.md' || true
 
-# The umbrella header names every public header.
+# ZvUtiLib.h must include every public header.
 git ls-files --cached --others --exclude-standard -- 'include/ZvUtiLib/**/*.h' 'include/ZvUtiLib/*.h' |
   sed 's|^include/||' | grep -v 'ZvUtiLib/ZvUtiLib.h' | while read -r header; do
   grep -qF "<$header>" include/ZvUtiLib/ZvUtiLib.h || echo "$header"
-done | report 'Missing in ZvUtiLib.h' || true
+done | report 'Public headers that ZvUtiLib.h does not include' || true
 
-[ "$breaches" -eq 0 ] || exit 1
-echo "house rules: all kept"
+[ "$violations" -eq 0 ] || exit 1
+echo "house rules: no violations"

@@ -1,4 +1,4 @@
-// A library that registers itself, and reports a failure, which nobody looks at.
+// A library whose registration returns a failure, which AutoRegsvr32 ignores.
 #include <ZvUtiLib/Export.h>
 
 #include <fstream>
