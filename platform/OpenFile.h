@@ -1,26 +1,22 @@
-// Opening and reading files: the one way in for everything that reads.
+// Opening and reading files. All code that reads a file opens it here.
 #pragma once
 
 #include <cstdint>
 #include <cstdio>
+#include <string>
 
 namespace zvuti {
 
-/// Opens the regular file at `path` for reading its bytes as they stand. Null when it is missing,
-/// is a folder or anything else that is no regular file, or may not be read. `shared` lets others
-/// keep it open in any way; systems without share modes pay no heed to it.
+/// Opens the regular file at `path` for reading in binary mode. Returns null if it is missing, is not a
+/// regular file, or may not be read. With `shared`, others may have the file open for reading and writing at
+/// the same time; systems without share modes ignore it.
 std::FILE* OpenForReading(const char* path, bool shared);
 
-/// Length of an open file in bytes, -1 when the system does not tell it.
+/// Length of an open file in bytes, or -1 if the system cannot determine it.
 std::int64_t LengthOf(std::FILE* file);
 
-/// The same as std::getc, without its lock. REQUIRES: no other thread uses the file.
-inline int NextByte(std::FILE* file) {
-#ifdef _WIN32
-  return _getc_nolock(file);
-#else
-  return getc_unlocked(file);
-#endif
-}
+/// Appends bytes to `text` up to the next line feed, `stop` or the end of the file. Returns the byte that it
+/// stopped at, which is consumed but not appended, or EOF. REQUIRES: no other thread uses the file.
+int ReadUntil(std::FILE* file, int stop, std::string& text);
 
 }  // namespace zvuti

@@ -8,7 +8,7 @@
 namespace zvuti {
 
 std::FILE* OpenForReading(const char* path, bool /*shared*/) {
-  // Not blocking: a pipe without a writer would hold the caller until one comes.
+  // O_NONBLOCK, because opening a named pipe would otherwise wait until somebody writes to it.
   const int descriptor = open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (descriptor < 0) return nullptr;
   struct stat status {};
@@ -21,6 +21,12 @@ std::FILE* OpenForReading(const char* path, bool /*shared*/) {
 std::int64_t LengthOf(std::FILE* file) {
   struct stat status {};
   return fstat(fileno(file), &status) == 0 ? status.st_size : -1;
+}
+
+int ReadUntil(std::FILE* file, int stop, std::string& text) {
+  int byte;
+  while ((byte = getc_unlocked(file)) != EOF && byte != '\n' && byte != stop) text += static_cast<char>(byte);
+  return byte;
 }
 
 }  // namespace zvuti

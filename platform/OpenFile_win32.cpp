@@ -13,7 +13,7 @@ std::FILE* OpenForReading(const char* path, bool shared) {
       CreateFileA(NativePath(path).c_str(), GENERIC_READ, shared ? FILE_SHARE_READ | FILE_SHARE_WRITE : 0,
                   nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (handle == INVALID_HANDLE_VALUE) return nullptr;
-  // Each owner below takes over from the one before it, and closes it, too.
+  // The descriptor takes ownership of the handle, and the stream takes ownership of the descriptor.
   int descriptor = -1;
   if (GetFileType(handle) == FILE_TYPE_DISK) {
     descriptor = _open_osfhandle(reinterpret_cast<std::intptr_t>(handle), _O_RDONLY | _O_BINARY);
@@ -28,5 +28,11 @@ std::FILE* OpenForReading(const char* path, bool shared) {
 }
 
 std::int64_t LengthOf(std::FILE* file) { return _filelengthi64(_fileno(file)); }
+
+int ReadUntil(std::FILE* file, int stop, std::string& text) {
+  int byte;
+  while ((byte = _getc_nolock(file)) != EOF && byte != '\n' && byte != stop) text += static_cast<char>(byte);
+  return byte;
+}
 
 }  // namespace zvuti

@@ -29,7 +29,7 @@ int CFile::Open(const char* path, unsigned flags) {
 
 std::uint64_t CFile::GetLength() const {
   const std::int64_t length = zvuti::LengthOf(Opened(file_));
-  if (length < 0) throw CFileException("the file's length cannot be told.");
+  if (length < 0) throw CFileException("the file's length cannot be determined.");
   return static_cast<std::uint64_t>(length);
 }
 
@@ -47,18 +47,11 @@ void CFile::Close() {
 int CStdioFile::ReadString(CString& line) {
   std::FILE* file = Opened(file_);
   std::string text;
-  bool isAnyRead = false;
-  int byte;
-  while ((byte = zvuti::NextByte(file)) != EOF && byte != '\n') {
-    if (isText_ && byte == kEndOfText) {
-      std::ungetc(byte, file);  // so that every later call ends here, too
-      break;
-    }
-    isAnyRead = true;
-    text += static_cast<char>(byte);
-  }
-  if (byte == EOF && std::ferror(file)) throw CFileException("the file cannot be read.");
-  if (byte == '\n' && !text.empty() && text.back() == '\r') text.pop_back();
+  const int end = zvuti::ReadUntil(file, isText_ ? kEndOfText : '\n', text);
+  if (end == kEndOfText) std::ungetc(end, file);  // so that later calls stop here, too
+  if (end == EOF && std::ferror(file)) throw CFileException("the file cannot be read.");
+  const bool isRead = end == '\n' || !text.empty();
+  if (end == '\n' && !text.empty() && text.back() == '\r') text.pop_back();
   line = text.c_str();
-  return isAnyRead || byte == '\n' ? 1 : 0;
+  return isRead ? 1 : 0;
 }

@@ -1,4 +1,4 @@
-// CFile and CStdioFile: files read by the service classes. Files close when their object ends.
+// CFile and CStdioFile: stand-ins for the platform's file classes, with the operations that the services use.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,8 @@
 #include <ZvUtiLib/platform/CFileException.h>
 #include <ZvUtiLib/platform/CString.h>
 
-/// A file opened for reading. The share flags have a meaning on Windows only. One object serves one
-/// thread at a time.
+/// A file opened for reading. The destructor closes it. The share flags matter on Windows only. Only one
+/// thread at a time may use an object.
 class CFile {
  public:
   enum OpenFlags : unsigned {
@@ -22,13 +22,13 @@ class CFile {
   CFile(const CFile&) = delete;
   CFile& operator=(const CFile&) = delete;
 
-  /// Opens `path` for reading; returns 1, or 0 when it is missing, a folder, or cannot be opened.
-  /// What was open before is closed in either case.
+  /// Closes the current file, if any, and opens `path` for reading. Returns 1, or 0 if `path` is missing, is
+  /// not a regular file, or cannot be opened.
   int Open(const char* path, unsigned flags);
-  /// Length in bytes. Throws CFileException when the system does not tell it, or no file is open.
+  /// Length in bytes. Throws CFileException if no file is open or the system cannot determine the length.
   std::uint64_t GetLength() const;
-  /// Reads up to `count` bytes and returns how many there were. Throws CFileException on a read error
-  /// and when no file is open.
+  /// Reads up to `count` bytes and returns the number of bytes read. Throws CFileException on a read error or
+  /// if no file is open.
   unsigned Read(void* out, unsigned count);
   void Close();
 
@@ -40,9 +40,9 @@ class CFile {
 /// A text file read line by line.
 class CStdioFile : public CFile {
  public:
-  /// Reads the next line without its end (CR LF or LF) into `line`; returns 1, or 0 with an empty
-  /// `line` at the end of the file. The last line needs no end, a lone CR is part of its line, and a
-  /// zero byte ends the line's text early. A file opened with typeText ends before its first byte
-  /// 0x1A. Throws CFileException on a read error and when no file is open; `line` stays then.
+  /// Reads the next line into `line`, without its line end (CR LF or LF). Returns 1, or 0 with an empty
+  /// `line` at the end of the file. The last line needs no line end; a CR without LF is part of its line.
+  /// `line` is cut at the first zero byte. A file opened with typeText ends at its first byte 0x1A. Throws
+  /// CFileException on a read error or if no file is open, and leaves `line` unchanged.
   int ReadString(CString& line);
 };

@@ -22,7 +22,7 @@ CString::CString(const char* text, int length) : text_(text ? text : "", text ? 
 CString::CString(char fill, int count) : text_(CountOf(count), fill) {}
 
 CString& CString::operator=(const char* text) {
-  text_.assign(ViewOf(text));  // also right for a text inside this string
+  text_.assign(ViewOf(text));  // also works if `text` points into this string
   return *this;
 }
 
