@@ -1,5 +1,5 @@
-// What a byte of ASCII is, whatever the locale. Digits and white space lie below 0x40, where no GBK
-// character has its trail byte, so both may be asked byte by byte.
+// Classification of ASCII bytes, independent of the locale. Digits and white space are below 0x40, and GBK
+// trail bytes are not, so it is safe to test a GBK text byte by byte.
 #pragma once
 
 #include <cstddef>
@@ -13,11 +13,11 @@ namespace zvuti {
 /// True for 0 to 9.
 constexpr bool IsDigit(char byte) { return byte >= '0' && byte <= '9'; }
 
-/// True for a blank and for 9 to 13, the white space of the "C" locale.
+/// True for a space and for bytes 9 to 13, the white space of the "C" locale.
 constexpr bool IsSpace(char byte) { return byte == ' ' || (byte >= 9 && byte <= 13); }
 
-/// Bytes, or UTF-16 units, below 0x80 that `text` begins with, looked at eight bytes at a time: most text
-/// in files and messages is such a run, and the loops that copy one are far faster than the general ones.
+/// Length of the ASCII prefix of `text`, in bytes or UTF-16 units. Tests eight bytes at a time: text in files
+/// and messages is mostly ASCII, which callers copy in loops much faster than their general ones.
 template <class Unit>
 std::size_t AsciiRun(std::basic_string_view<Unit> text) {
   constexpr std::size_t kStep = 8 / sizeof(Unit);
@@ -31,7 +31,7 @@ std::size_t AsciiRun(std::basic_string_view<Unit> text) {
   return length;
 }
 
-/// True where no byte has its high bit set: such text is the same in GBK and in UTF-8.
+/// True if all bytes are below 0x80. Such a text is the same in GBK and in UTF-8.
 inline bool IsAscii(std::string_view text) { return AsciiRun(text) == text.size(); }
 
 }  // namespace zvuti

@@ -12,11 +12,11 @@
 namespace zvuti::gbk {
 namespace {
 
-static_assert(std::endian::native == std::endian::little, "a register holds a text's first byte lowest");
+static_assert(std::endian::native == std::endian::little, "the first byte of a text must be the lowest one");
 
 constexpr char16_t kQuestion = u'?';
 constexpr char16_t kReplacement = 0xFFFD;
-constexpr char16_t kHalfOfPair = 0xD800;  // stands for either half of a surrogate pair: the page has none
+constexpr char16_t kHalfOfPair = 0xD800;  // any half of a surrogate pair; GBK has no such characters
 
 char16_t DecodeDouble(char lead, char trail) {
   const int row = static_cast<unsigned char>(lead) - table::kFirstLead;
@@ -28,8 +28,8 @@ char16_t DecodeDouble(char lead, char trail) {
 constexpr bool IsHighSurrogate(char32_t c) { return c >= 0xD800 && c < 0xDC00; }
 constexpr bool IsLowSurrogate(char32_t c) { return c >= 0xDC00 && c < 0xE000; }
 
-// Takes one code point off the front of `text`; a broken sequence takes one byte and gives U+FFFD.
-// REQUIRES: the first byte is no ASCII.
+// Removes one code point from the front of `text` and returns it. If the sequence is malformed, removes one
+// byte and returns U+FFFD. REQUIRES: the first byte is not ASCII.
 char32_t TakeAnyUtf8(std::string_view& text) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   const unsigned first = byte(0);
@@ -55,8 +55,8 @@ char32_t TakeAnyUtf8(std::string_view& text) {
   return value;
 }
 
-// The same. Nearly all are three bytes that need no look at their value, which is neither too small nor a
-// surrogate: they are taken here, where the caller's loop is.
+// The same, with an inline fast path for the usual case: a three-byte sequence whose value needs no check
+// because it starts with neither 0xE0 (may be overlong) nor 0xED (may be a surrogate).
 inline char32_t TakeUtf8(std::string_view& text) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   const unsigned first = byte(0);
@@ -84,9 +84,9 @@ char* PutUtf8(char* end, char32_t c) {
   return end;
 }
 
-// Copies the bytes below 0x80 that `text` begins with, and returns how many there are. Runs between other
-// characters are short: looking at them and copying them is one step, which may write a few bytes more.
-// `out` has room for the whole text.
+// Copies the ASCII prefix of `text` to `out` and returns its length. Tests and copies eight bytes at once,
+// since these runs are usually short, so it may write up to eight bytes after the prefix. REQUIRES: `out` has
+// room for the whole text.
 std::size_t CopyAscii(std::string_view text, char* out) {
   std::size_t length = 0;
   for (std::uint64_t word; length + sizeof word <= text.size(); length += sizeof word) {
@@ -102,7 +102,8 @@ std::size_t CopyAscii(std::string_view text, char* out) {
 
 char Narrow(char16_t unit) { return static_cast<char>(unit); }
 
-// The code unit of the character of `length` bytes at `text`; sets `isWhole` to false where it is none.
+// The UTF-16 unit of the character of `length` bytes at `text`. If the bytes are not a character, returns a
+// question mark and sets `isWhole` to false.
 char16_t Decode(const char* text, std::size_t length, bool& isWhole) {
   if (!IsLeadByte(*text)) return table::kSingle[static_cast<unsigned char>(*text)];
   const char16_t unit = length == 2 ? DecodeDouble(text[0], text[1]) : kQuestion;
@@ -118,7 +119,7 @@ char* PutGbk(char* end, char16_t unit) {
   return end;
 }
 
-// Writes UTF-8 as GBK, which has no more bytes, and returns its end.
+// Writes a UTF-8 text as GBK, which never has more bytes, and returns the end.
 char* PutUtf8AsGbk(char* end, std::string_view text) {
   while (!text.empty()) {
     const std::size_t run = CopyAscii(text, end);
@@ -240,21 +241,21 @@ std::u16string Utf8ToUtf16(std::string_view text) {
 }
 
 std::string ToUtf8(std::string_view text, bool* isWhole) {
-  constexpr std::ptrdiff_t kHalf = 256;  // of the block that collects what is appended in one go
-  constexpr std::ptrdiff_t kMostBytes = 3;
+  constexpr std::ptrdiff_t kHalf = 256;  // of the block that collects bytes before they are appended
+  constexpr std::ptrdiff_t kMaxBytes = 3;
   bool isAllWhole = true;
-  const std::size_t prefix = AsciiRun(text);  // names and numbers are nothing else
+  const std::size_t prefix = AsciiRun(text);  // often the whole text: names and numbers
   std::string out;
   out.reserve(text.size() + (text.size() - prefix) / 2);
   out.append(text.substr(0, prefix));
   char block[2 * kHalf];
-  char* const behind = std::end(block);
+  char* const blockEnd = std::end(block);
   for (std::size_t i = prefix; i < text.size();) {
     char* end = block;
     while (i < text.size() && end - block < kHalf) {
       const std::size_t run = CopyAscii(text.substr(i, kHalf), end);
       i += run, end += run;
-      for (std::size_t length; i < text.size() && (text[i] & 0x80) != 0 && behind - end >= kMostBytes;
+      for (std::size_t length; i < text.size() && (text[i] & 0x80) != 0 && blockEnd - end >= kMaxBytes;
            i += length) {
         length = CharLength(text, i);
         end = PutUtf8(end, Decode(text.data() + i, length, isAllWhole));
@@ -268,7 +269,7 @@ std::string ToUtf8(std::string_view text, bool* isWhole) {
 
 std::string FromUtf8(std::string_view text) {
   if (IsAscii(text)) return std::string(text);
-  char small[64];  // most texts are names and short values: one pass, and memory for no more than the result
+  char small[64];  // enough for most names and values, so that one allocation of the exact size is made
   if (text.size() <= sizeof small) return std::string(small, PutUtf8AsGbk(small, text));
   std::string out(text.size(), '\0');
   out.resize(static_cast<std::size_t>(PutUtf8AsGbk(out.data(), text) - out.data()));

@@ -9,8 +9,8 @@ std::string_view FolderOf(std::string_view path) {
   for (std::size_t i = 0, length; i < path.size(); i += length) {
     length = gbk::CharLength(path, i);
     const char last = path[i + length - 1];
-    // No GBK character has the trail byte 0x2F, so a slash separates behind a lead byte, too: names in
-    // another encoding bring such pairs along.
+    // A slash is never a GBK trail byte, so it separates even after a lead byte, which occurs in names in
+    // other encodings.
     if (last == '/' || (last == '\\' && length == 1)) end = i + length;
   }
   return path.substr(0, end);

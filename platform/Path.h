@@ -1,7 +1,7 @@
-// Paths as callers give them, and as the system takes them.
+// Converts paths from the callers' form to the host system's form.
 //
-// Callers join paths with backslashes and slashes alike. This is the one place where the two meet:
-// everything that opens, tests or makes a file or folder goes through it.
+// Callers separate folders with both backslashes and slashes. All code that opens, tests or creates a file or
+// folder converts its path here.
 #pragma once
 
 #include <string>
@@ -9,20 +9,20 @@
 
 namespace zvuti {
 
-/// The path in the system's own separators. On Linux each backslash that is a character of its own
-/// becomes a slash; a backslash that is the trail byte of a GBK character stays. Null gives "".
+/// The path with the host system's separators. On Linux backslashes become slashes, except those that are
+/// trail bytes of GBK characters. Returns "" for null.
 std::string NativePath(const char* path);
 
-/// The part of `path` up to and with its last separator of either kind, "" where it has none.
+/// The part of `path` up to and including its last separator of either kind, or "" if it has none.
 std::string_view FolderOf(std::string_view path);
 
-/// True when `path` names a regular file (not a folder) that exists.
+/// True if `path` names an existing regular file.
 bool IsRegularFile(const char* path);
 
-/// True when `path` names a folder that exists.
+/// True if `path` names an existing folder.
 bool IsFolder(const char* path);
 
-/// Makes the folder, one level; true when it exists afterwards.
+/// Creates the folder `path`, whose parent must exist. True if the folder exists afterwards.
 bool MakeFolder(const char* path);
 
 }  // namespace zvuti

@@ -6,7 +6,7 @@
 namespace zvuti {
 namespace {
 
-// The kind bits of what `path` names, 0 when there is no such thing.
+// The file type bits of `path`, 0 if it does not exist.
 mode_t KindOf(const char* path) {
   struct stat status {};
   return stat(NativePath(path).c_str(), &status) == 0 ? status.st_mode & S_IFMT : 0;

@@ -14,7 +14,7 @@ bool Exists(const char* path, bool isFolder) {
 
 }  // namespace
 
-// The system takes both separators, and knows where one is a trail byte.
+// Windows accepts both separators and recognises trail bytes.
 std::string NativePath(const char* path) { return path ? path : ""; }
 
 bool IsRegularFile(const char* path) { return Exists(path, false); }

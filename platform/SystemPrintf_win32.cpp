@@ -5,8 +5,8 @@
 
 namespace zvuti {
 
-// The runtime library's own calls: those that the compiler puts under the standard names print as C99
-// says, which differs in exponents, pointers and infinities.
+// Calls the runtime library's functions. The compiler replaces the standard names with functions that follow
+// C99, which differ in exponents, pointers and infinities.
 int SystemPrintf(char* out, std::size_t room, const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
