@@ -7,8 +7,8 @@
 #include <exception>
 #include <string_view>
 
+#include "gbk/CodePage936.h"
 #include "platform/AppendFile.h"
-#include "platform/CodePage936.h"
 #include "platform/Doors.h"
 #include "platform/Formatter.h"
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "platform/Ascii.h"
+#include "gbk/Ascii.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/Ascii.h"
+#include "gbk/Ascii.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <limits>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 #include "platform/FormatConversion.h"
 
 namespace zvuti {

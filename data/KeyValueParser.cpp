@@ -2,13 +2,13 @@
 
 #include <cstring>
 
+#include "gbk/Ascii.h"
+
 namespace zvuti {
 
 namespace {
 
 constexpr unsigned kAllOptions = ParseFoldKeys | ParseFoldValues | ParseTrim;
-
-constexpr bool IsBlank(char byte) { return (byte >= 9 && byte <= 13) || byte == ' '; }
 
 char* FindOr(char* begin, char* end, char byte, char* otherwise) {
   void* found = std::memchr(begin, byte, static_cast<std::size_t>(end - begin));
@@ -29,8 +29,8 @@ struct Separators {
 /// Drops blanks on both sides. In front, a blank that is the mark of pairs is not skipped but is text:
 /// only a value can begin with one, as the mark means nothing there.
 void Trim(char*& begin, char*& end, char pairMark) {
-  while (begin != end && IsBlank(*begin) && *begin != pairMark) ++begin;
-  while (begin != end && IsBlank(end[-1])) --end;
+  while (begin != end && IsSpace(*begin) && *begin != pairMark) ++begin;
+  while (begin != end && IsSpace(end[-1])) --end;
 }
 
 }  // namespace

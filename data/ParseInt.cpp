@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/LeadingInt.h"
+#include "gbk/LeadingInt.h"
 
 std::int32_t ParseInt(const char* text, unsigned length) {
   constexpr unsigned kLongest = 31;

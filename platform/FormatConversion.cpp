@@ -5,8 +5,8 @@
 #include <limits>
 #include <string_view>
 
-#include "platform/Ascii.h"
-#include "platform/CodePage936.h"
+#include "gbk/Ascii.h"
+#include "gbk/CodePage936.h"
 #include "platform/SystemPrintf.h"
 
 namespace zvuti {

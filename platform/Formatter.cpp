@@ -7,7 +7,7 @@
 #include <string_view>
 #include <type_traits>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 #include "platform/FormatConversion.h"
 #include "platform/SystemPrintf.h"
 

@@ -1,6 +1,6 @@
 #include "platform/Path.h"
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 
 namespace zvuti {
 

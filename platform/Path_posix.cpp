@@ -1,6 +1,6 @@
 #include <sys/stat.h>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 #include "platform/Path.h"
 
 namespace zvuti {

@@ -2,7 +2,7 @@
 #include <cstring>
 #include <utility>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 #include "records/DescribeWalks.h"
 
 namespace zvuti::wire {

@@ -5,7 +5,7 @@
 #include <optional>
 #include <utility>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 #include "records/DescribeWalks.h"
 
 namespace zvuti::wire {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/Ascii.h"
+#include "gbk/Ascii.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "text/PrefixFilter.h"
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 
 namespace zvuti {
 namespace {

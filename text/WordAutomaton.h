@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 #include "text/FilterBits.h"
 #include "text/ProbeTable.h"
 #include "text/SparseArray.h"

@@ -5,7 +5,7 @@
 #include <new>
 #include <utility>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 #include "text/WordAutomatonBuilder.h"
 
 namespace zvuti {

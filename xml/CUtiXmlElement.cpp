@@ -3,7 +3,7 @@
 
 #include <exception>
 
-#include "platform/LeadingInt.h"
+#include "gbk/LeadingInt.h"
 #include "platform/com/NodeText.h"
 
 namespace {

@@ -25,7 +25,7 @@
 
 #include "data/FormatMeasure.h"
 #include "fuzz/Check.h"
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 #include "platform/FormatConversion.h"
 #include "platform/Formatter.h"
 

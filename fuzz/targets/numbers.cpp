@@ -10,7 +10,7 @@
 #include <ZvUtiLib/data/ParseInt.h>
 
 #include "fuzz/Check.h"
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 
 namespace {
 

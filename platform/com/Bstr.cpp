@@ -6,7 +6,7 @@
 #include <new>
 #include <string_view>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 
 namespace zvuti {
 

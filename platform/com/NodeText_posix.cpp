@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "platform/Ascii.h"
-#include "platform/CodePage936.h"
+#include "gbk/Ascii.h"
+#include "gbk/CodePage936.h"
 #include "platform/com/NarrowNode.h"
 
 namespace zvuti {

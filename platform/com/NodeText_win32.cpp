@@ -1,6 +1,6 @@
 #include "platform/com/NodeText.h"
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 #include "platform/com/Bstr.h"
 
 namespace zvuti {

@@ -11,14 +11,14 @@
 
 #include <ZvUtiLib/platform/CComPtr.h>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 #include "platform/OpenFile.h"
-#include "platform/com/Automation.h"
+#include "platform/com/BstrMemory.h"
 #include "platform/com/NarrowNode.h"
-#include "platform/com/XmlBuilder.h"
-#include "platform/com/XmlEncoding.h"
-#include "platform/com/XmlSelection.h"
-#include "platform/com/XmlTree.h"
+#include "platform/xml/XmlBuilder.h"
+#include "platform/xml/XmlEncoding.h"
+#include "platform/xml/XmlSelection.h"
+#include "platform/xml/XmlTree.h"
 
 namespace zvuti::xml {
 namespace {

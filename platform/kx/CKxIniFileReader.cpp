@@ -5,7 +5,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 #include "platform/Path.h"
 #include "platform/mfc/CFile.h"
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/Ascii.h"
-#include "platform/CodePage936.h"
+#include "gbk/Ascii.h"
+#include "gbk/CodePage936.h"
 #include "platform/Formatter.h"
 
 namespace {

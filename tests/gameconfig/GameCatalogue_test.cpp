@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 #include "platform/com/Bstr.h"
 #include "platform/com/NodeText.h"
 #include "tests/support/HeapFaults.h"

@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 
 namespace test {
 

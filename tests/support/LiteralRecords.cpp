@@ -23,7 +23,9 @@ class EachRow : public RowVisitor {
   void Code(const char* name, NumberRef field) override { Number(name, field); }
   void Tag(const char* name, NumberRef field, const TagTable&) override { Number(name, field); }
   void Reserved(const char*, void*, std::size_t) override {}
-  void Record(const char*, const RecordType& type, void* record, Embedding) override { type.walk(*this, record); }
+  void Record(const char*, const RecordType& type, void* record, Embedding) override {
+    type.walk(*this, record);
+  }
   bool OnlyIf(const char*, bool) override { return true; }
 
  protected:

@@ -1,5 +1,5 @@
-// NothingLeft: expects that a scope leaves no handles, kernel objects or threads behind. On Linux, where handles
-// and kernel objects are heap blocks, it counts all blocks, so a test must not keep any of its own.
+// NothingLeft: expects that a scope leaves no handles, kernel objects or threads behind. On Linux, where
+// handles and kernel objects are heap blocks, it counts all blocks, so a test must not keep any of its own.
 #pragma once
 
 #include <cstdint>

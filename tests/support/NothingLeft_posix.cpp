@@ -26,8 +26,8 @@ NothingLeft::NothingLeft() {
 }
 
 NothingLeft::~NothingLeft() {
-  // Wait: threads whose handles are closed are not joined, and the system lists a thread for a moment after it
-  // has ended.
+  // Wait: threads whose handles are closed are not joined, and the system lists a thread for a moment after
+  // it has ended.
   const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(20);
   const auto left = [this] { return Threads() > threads_ || LiveBlocksOfAllThreads() > handles_; };
   while (left() && std::chrono::steady_clock::now() < limit) std::this_thread::yield();

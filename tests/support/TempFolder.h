@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 
 namespace test {
 

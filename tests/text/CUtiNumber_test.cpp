@@ -7,7 +7,7 @@
 #include <random>
 #include <string>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 
 namespace {
 

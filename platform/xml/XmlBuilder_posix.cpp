@@ -1,4 +1,4 @@
-#include "platform/com/XmlBuilder.h"
+#include "platform/xml/XmlBuilder.h"
 
 #define XML_DTD  // expat.h declares the calls that bound entity expansion only with it
 #include <expat.h>

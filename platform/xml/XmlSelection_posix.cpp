@@ -1,4 +1,4 @@
-#include "platform/com/XmlSelection.h"
+#include "platform/xml/XmlSelection.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 
 #include <gtest/gtest.h>
 

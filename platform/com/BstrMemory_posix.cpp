@@ -1,9 +1,9 @@
-#include "platform/com/Automation.h"
+#include "platform/com/BstrMemory.h"
 
 #include <cstring>
 #include <new>
 
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "platform/Ascii.h"
+#include "gbk/Ascii.h"
 
 namespace zvuti {
 

@@ -11,7 +11,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/com/XmlTree.h"
+#include "platform/xml/XmlTree.h"
 
 namespace zvuti::xml {
 

@@ -1,6 +1,6 @@
 #include <functional>
 
-#include "platform/com/XmlTree.h"
+#include "platform/xml/XmlTree.h"
 
 namespace zvuti::xml {
 

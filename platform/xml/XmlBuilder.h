@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "platform/com/XmlTree.h"
+#include "platform/xml/XmlTree.h"
 
 namespace zvuti::xml {
 

@@ -1,4 +1,4 @@
-#include "platform/com/XmlEncoding.h"
+#include "platform/xml/XmlEncoding.h"
 
 #include <iconv.h>
 
@@ -7,9 +7,9 @@
 #include <iterator>
 #include <string_view>
 
-#include "platform/Ascii.h"
-#include "platform/CodePage936.h"
-#include "platform/com/XmlTree.h"
+#include "gbk/Ascii.h"
+#include "gbk/CodePage936.h"
+#include "platform/xml/XmlTree.h"
 
 namespace zvuti::xml {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/CodePage936.h"
+#include "gbk/CodePage936.h"
 
 #include <algorithm>
 #include <bit>
@@ -6,8 +6,8 @@
 #include <cstring>
 #include <iterator>
 
-#include "platform/Ascii.h"
-#include "platform/CodePage936Table.h"
+#include "gbk/Ascii.h"
+#include "gbk/CodePage936Table.h"
 
 namespace zvuti::gbk {
 namespace {
