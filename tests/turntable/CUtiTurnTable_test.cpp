@@ -17,8 +17,9 @@ using Heard = std::vector<std::string>;
 
 // Opens what is protected, and writes down each notification with the state and angle it sees.
 struct Wheel : CUtiTurnTable {
-  using CUtiTurnTable::curAngle, CUtiTurnTable::curSpeed, CUtiTurnTable::deceleration, CUtiTurnTable::endSlot,
-      CUtiTurnTable::slotCount, CUtiTurnTable::slotRanges, CUtiTurnTable::state;
+  using CUtiTurnTable::acceleration, CUtiTurnTable::curAngle, CUtiTurnTable::curSpeed,
+      CUtiTurnTable::deceleration, CUtiTurnTable::endSlot, CUtiTurnTable::maxSpeed, CUtiTurnTable::slotCount,
+      CUtiTurnTable::slotRanges, CUtiTurnTable::state;
   using CUtiTurnTable::TurnTable_End, CUtiTurnTable::TurnTable_Initial, CUtiTurnTable::TurnTable_Start,
       CUtiTurnTable::TurnTable_Uninitial;
 
@@ -81,6 +82,19 @@ TEST(CUtiTurnTable, MakesTheWorkedSpin) {
   EXPECT_EQ(wheel.heard, (Heard{"start 1", "even 2", "end 0"}));
 }
 
+TEST(CUtiTurnTable, ASpeedMetExactlyIsMet) {
+  Wheel wheel;
+  wheel.Spin(0);
+  wheel.maxSpeed = 1.0;
+  wheel.acceleration = wheel.deceleration = 0.25;  // without rounding
+  wheel.Tick(4);
+  EXPECT_EQ(wheel.state, TurnStateEven);
+  wheel.state = TurnStateDecelerate;
+  wheel.Tick(4);
+  EXPECT_EQ(wheel.curAngle, 4.0);
+  EXPECT_EQ(wheel.heard, (Heard{"start 1", "even 2", "end 0"}));
+}
+
 TEST(CUtiTurnTable, RestsInTheChosenSlotFromAnyStart) {
   // While speeding up, at the top, at many angles, and once more while running out already.
   for (const int ticks : {1, 2, 50, 199, 200, 237, 250, 333}) {
@@ -97,6 +111,30 @@ TEST(CUtiTurnTable, RestsInTheChosenSlotFromAnyStart) {
         EXPECT_GE(wheel.way, 20 * kTurn - 1e-9);
         EXPECT_LT(wheel.way, 21 * kTurn + 0.0004);
         EXPECT_TRUE(again || ticks < 200 || (taken >= 315 && taken <= 330)) << taken;
+      }
+    }
+  }
+}
+
+TEST(CUtiTurnTable, StopsAsNearTheBoundAndAsSoonAsTheHeaderSays) {
+  for (const double speed : {0.004, 0.05, 0.8, 3.5, 10.0, 32.0}) {
+    // A way of whole ticks leaves nothing but rounding, which may end it before the bound.
+    const double whole = std::ceil(40 * kTurn / speed) * speed / 2 - 20 * kTurn;
+    for (int slot = 0; slot < 12; ++slot) {
+      for (const double way : {whole, 1.0, 6.0}) {
+        Wheel wheel;
+        wheel.TurnTable_Initial();
+        const double low = wheel.slotRanges[slot].low;
+        wheel.curSpeed = speed;
+        wheel.curAngle = std::fmod(low - way + kTurn, kTurn);
+        ASSERT_EQ(wheel.TurnTable_End(slot), 1);
+        const int ticks = wheel.RunOut();
+        EXPECT_GE(ticks, static_cast<int>(251 / speed)) << speed;
+        EXPECT_LE(ticks, std::ceil(264 / speed)) << speed;
+        const double beyond = std::remainder(wheel.curAngle - low, kTurn);
+        EXPECT_GE(beyond, -1e-9) << speed << " " << slot;
+        EXPECT_LT(beyond, speed * speed / 2000 + 1e-9) << speed << " " << slot;
+        EXPECT_LT(beyond, kTurn / 12) << speed << " " << slot;
       }
     }
   }
@@ -131,16 +169,21 @@ TEST(CUtiTurnTable, RefusesSlotsThatItDoesNotHave) {
   EXPECT_EQ(wheel.endSlot, 11);
 }
 
-TEST(CUtiTurnTable, RestAndAFullTurnStayAsTheyAre) {
+TEST(CUtiTurnTable, WithoutSpeedItEndsWhereItStands) {
   Wheel wheel;
   wheel.TurnTable_Initial();
   wheel.curAngle = kTurn;
   EXPECT_EQ(wheel.Tick(), 1);
+  EXPECT_EQ(wheel.TurnTable_Start(), 1);
   ASSERT_EQ(wheel.TurnTable_End(4), 1);
   EXPECT_EQ(wheel.deceleration, 0.0);
   EXPECT_EQ(wheel.Tick(), 1);
+  EXPECT_EQ(wheel.curAngle, kTurn);  // a full turn stays, too
+  EXPECT_EQ(wheel.endSlot, 4);
+  ASSERT_EQ(wheel.TurnTable_End(7), 1);  // at rest now
+  EXPECT_EQ(wheel.Tick(), 1);
   EXPECT_EQ(wheel.curAngle, kTurn);
-  EXPECT_EQ(wheel.heard, Heard{"end 0"});
+  EXPECT_EQ(wheel.heard, (Heard{"start 1", "end 0", "end 0"}));
 }
 
 TEST(CUtiTurnTable, AVetoShowsAndLeavesTheWrapToTheNextTick) {

@@ -40,6 +40,9 @@ CASES = [
     (["mask", "/dev/null"], b"", 2, "no plain file"),
     (["wheel"], b"", 2, "--slot is required"),
     (["wheel", "--slot", "12"], b"", 2, "0 to 11"),
+    (["wheel", "--slot", "0", "--gain", "0.8", "--even", "0", "--start", "4.746891450771299"], b"", 0,
+     "0.000000 before its low bound"),
+    (["wheel", "--slot", "1", "--slots", "1000", "--top-speed", "6", "--even", "1"], b"", 0, "outside the slot"),
     (["wheel", "--slot", "1", "--gain", "nan"], b"", 2, "--gain is above 0"),
     (["wheel", "--slot", "1", "--gain", "1e-9"], b"", 2, "more than a million ticks"),
 ]

@@ -1,4 +1,5 @@
 // zvuti wheel: a spin of the prize wheel as numbers or as a picture.
+#include <cmath>
 #include <cstdio>
 #include <iostream>
 #include <string>
@@ -44,12 +45,15 @@ void PrintTable(const Options& options, const Spin& spin) {
                   tick.speed);
     std::cout << line << (*note ? "  " : "") << Styled(Style::kBold, note) << '\n';
   }
+  // Rounding may end the way just before the bound: for slot 0 that is just below a full turn.
+  const double beyond = std::remainder(spin.ticks.back().angle - spin.slotLow, kFullTurn);
   char line[256];
   std::snprintf(line, sizeof line,
-                "\nslot %d of %d is %.4f to %.4f rad; the wheel stops at %.4f, %.6f beyond its low bound,\n"
+                "\nslot %d of %d is %.4f to %.4f rad; the wheel stops at %.4f, %.6f %s its low bound%s,\n"
                 "after losing %.6f of speed per tick\n",
                 options.spin.slot, options.spin.slots, spin.slotLow, spin.slotHigh, spin.ticks.back().angle,
-                spin.ticks.back().angle - spin.slotLow, spin.deceleration);
+                std::fabs(beyond), beyond < 0 ? "before" : "beyond",
+                beyond < spin.slotHigh - spin.slotLow ? "" : " and outside the slot", spin.deceleration);
   std::cout << line;
 }
 
