@@ -15,9 +15,20 @@ class CUtiXmlNodeList;
 /// a normal value: every operation answers with its failure value then, and none of them throws.
 /// Views of one document belong to one thread at a time.
 ///
-/// A selection is a child's name or a path of names with slashes; `*`, `.`, `..`, `//`, `@name`, `[n]`
-/// counted from 0, `[@name='value']` and the like are understood, too. The first match in document
-/// order counts. A malformed selection matches nothing.
+/// A selection is a child's name or a path of names with slashes, as in `room/player`. Steps may also be `*`,
+/// `.`, `..`, `@name`, `text()`, `comment()` and `node()`; `//` stands for any number of levels and a leading
+/// `/` for the document. Behind a step, other than `.` and `..`, may stand filters: `[n]` counted from 0,
+/// `[path]` and `[@name='value']` in either kind of quotes. Names are compared as written, with their prefix.
+/// The first match in document order counts. A malformed selection matches nothing.
+///
+/// Windows takes the whole of its query language, XSLPattern. Linux takes what is listed here and nothing
+/// else: any other form matches nothing there. These are `a | b`, brackets around paths, `@*`, `p:*`, filters
+/// behind
+/// `.` and `..`, comparisons of anything but one attribute with a literal (`[b='1']`, `[@n=1]`, `[@n > '1']`,
+/// `[@a != '1']`), `and`, `or`, `not()`, the operators between dollar signs such as `$eq$` and `$ieq$`, `&&`,
+/// `||`, `!`, and every other function or method, such as `end()`, `index()`, `position()`, `pi()`,
+/// `textnode()`, `cdata()`, `ancestor()` and `id()`. On Linux the paths in filters within each other may also
+/// have no more than 64 steps together, and filters stand in each other no deeper than 32 levels.
 class ZVUTILIB_API CUtiXmlElement {
  public:
   virtual ~CUtiXmlElement();

@@ -42,6 +42,9 @@ class Reader {
 
  private:
   static constexpr int kDeepestFilter = 32;  // reading recurses for each
+  // A path in a filter keeps the places of all its steps until it is walked, up to 8 bytes a node for each.
+  // This bounds the steps that are kept at a time, in filters within each other taken together.
+  static constexpr std::size_t kMostStepsInFilters = 64;
 
   static bool IsNameStart(char byte) {
     return (byte & 0x80) != 0 || byte == '_' || (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
@@ -74,6 +77,7 @@ class Reader {
       if (!isDeep && (rest_.empty() || Starts(']'))) return true;  // the document itself
     }
     for (;; isDeep = Take('/')) {
+      if (depth_ > 0 && ++stepsInFilters_ > kMostStepsInFilters) return false;
       Step& step = path.steps.emplace_back();
       step.isDeep = isDeep;
       if (!ReadStep(step)) return false;
@@ -139,7 +143,9 @@ class Reader {
 
   bool ReadFilter(Filter& filter) {
     if (++depth_ > kDeepestFilter) return false;
+    const std::size_t outer = stepsInFilters_;
     const bool isRead = ReadFilterBody(filter);
+    stepsInFilters_ = outer;
     --depth_;
     return isRead;
   }
@@ -173,6 +179,7 @@ class Reader {
   std::string_view rest_;
   const NameTable& names_;
   int depth_ = 0;
+  std::size_t stepsInFilters_ = 0;  // of all filters that are open
 };
 
 // Works on whole sets of places at each step, so that no node is looked at twice for one step.

@@ -42,6 +42,20 @@ TEST(CUtiXmlSelection, LongOnesWorkAndDeepOnesAreRefused) {
   for (int i = 0; i < 10000; ++i) path += "/../a", filters += "[../a]";
   EXPECT_EQ(root.IsHasChild(path.c_str()), 1);
   EXPECT_EQ(root.IsHasChild(filters.c_str()), 1);
+  // Paths in filters within each other may have 64 steps together, in filters beside each other any number.
+  const auto there = [](int steps) {
+    std::string all = "..";
+    for (int i = 1; i < steps; ++i) all += i % 2 == 0 ? "/.." : "/a";
+    return all;
+  };
+  for (const auto& [steps, found] : {std::pair(64, 1), std::pair(65, 0), std::pair(2000, 0)}) {
+    std::string one("["), two("[../a[");
+    one.append(there(steps)).append("]");
+    two.append(there(steps - 2)).append("]]");
+    for (const std::string& filter : {one, two, two + one}) {
+      EXPECT_EQ(root.IsHasChild(("a" + filter).c_str()), found) << filter;
+    }
+  }
   for (const auto& [depth, found] : {std::pair(20, 1), std::pair(100000, 0)}) {
     std::string nested = "a";
     for (int i = 0; i < depth; ++i) nested += "[../a";
