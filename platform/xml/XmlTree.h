@@ -53,9 +53,11 @@ struct Attribute {
   Span value;
 };
 
-/// Names, each stored once.
+/// Names, each stored once. Nobody can choose names that collide: the hash depends on a number that each
+/// process draws at random.
 class NameTable {
  public:
+  NameTable();
   /// The number of `name`, which is added where it is new.
   NameId Intern(std::string_view name);
   /// The number of `name`, or kNoName.
@@ -66,6 +68,7 @@ class NameTable {
   std::size_t SlotOf(std::string_view name) const;
   void Grow();
 
+  std::uint64_t key_;
   std::string text_;
   std::vector<Span> spans_;
   std::vector<NameId> slots_;  // open addressing; a power of two, never full

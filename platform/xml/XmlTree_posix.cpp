@@ -1,8 +1,44 @@
-#include <functional>
-
 #include "platform/xml/XmlTree.h"
 
+#include <algorithm>
+#include <cstring>
+#include <random>
+
 namespace zvuti::xml {
+namespace {
+
+__extension__ using Wide = unsigned __int128;
+
+constexpr std::uint64_t kPrime = (std::uint64_t{1} << 61) - 1;
+
+// Drawn once: 1 to kPrime - 1.
+std::uint64_t ProcessKey() {
+  static const std::uint64_t key = [] {
+    std::random_device random;
+    return (std::uint64_t{random()} << 32 | random()) % (kPrime - 1) + 1;
+  }();
+  return key;
+}
+
+// The value at `key` of the polynomial that has pieces of seven bytes for its coefficients, modulo the prime
+// 2^61 - 1 (Carter and Wegman, "Universal classes of hash functions", 1979). Two different names of n pieces
+// have the same value for n keys at most, and there are 2^61 keys.
+std::uint64_t HashOf(std::string_view name, std::uint64_t key) {
+  constexpr std::size_t kPiece = 7;
+  std::uint64_t hash = 0;
+  for (std::size_t at = 0; at < name.size(); at += kPiece) {
+    std::uint64_t piece = 0;
+    std::memcpy(&piece, name.data() + at, std::min(kPiece, name.size() - at));
+    const Wide product = Wide{hash + piece} * key;
+    hash = static_cast<std::uint64_t>(product & kPrime) + static_cast<std::uint64_t>(product >> 61);
+    if (hash >= kPrime) hash -= kPrime;
+  }
+  return hash;
+}
+
+}  // namespace
+
+NameTable::NameTable() : key_(ProcessKey()) {}
 
 NameId NameTable::Intern(std::string_view name) {
   if (spans_.size() * 2 >= slots_.size()) Grow();
@@ -20,9 +56,7 @@ NameId NameTable::Find(std::string_view name) const {
 
 // Where `name` stands, or the free slot where it belongs.
 std::size_t NameTable::SlotOf(std::string_view name) const {
-  std::size_t hash = 0;
-  for (const char byte : name) hash = (hash ^ static_cast<unsigned char>(byte)) * 0x9E3779B1u;
-  std::size_t slot = (hash ^ hash >> 15) & (slots_.size() - 1);
+  std::size_t slot = HashOf(name, key_) & (slots_.size() - 1);
   while (slots_[slot] != kNoName && At(slots_[slot]) != name) slot = (slot + 1) & (slots_.size() - 1);
   return slot;
 }
