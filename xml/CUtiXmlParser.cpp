@@ -2,7 +2,6 @@
 
 #include <exception>
 
-#include "platform/com/Bstr.h"
 #include "platform/com/NodeText.h"
 
 namespace {
@@ -47,9 +46,8 @@ CUtiXmlParser& CUtiXmlParser::operator=(const CUtiXmlParser& other) = default;
 CUtiXmlElement* CUtiXmlParser::GetRootElement() { return document && root.element ? &root : nullptr; }
 
 int CUtiXmlParser::Parse(const char* path) {
-  return Replace(document, root, [&](VARIANT_BOOL* isLoaded) {
-    return document->load(zvuti::Variant(path).Get(), isLoaded);
-  });
+  return Replace(document, root,
+                 [&](VARIANT_BOOL* isLoaded) { return zvuti::LoadFile(*document, path, isLoaded); });
 }
 
 int CUtiXmlParser::Parse(const char* text, int) {

@@ -27,14 +27,26 @@ auto WithUtf8(const char* bytes, Use use) {
   return IsAscii(text) ? use(text) : use(std::string_view(gbk::ToUtf8(text)));
 }
 
+// Lets the narrow side of a document load it.
+template <class Load>
+HRESULT LoadWith(IXMLDOMDocument& document, VARIANT_BOOL* isLoaded, Load load) {
+  auto* const narrow = SideOf<NarrowDocument>(document, IID_NarrowDocument);
+  *isLoaded = narrow && load(*narrow) ? VARIANT_TRUE : VARIANT_FALSE;
+  return *isLoaded == VARIANT_TRUE ? S_OK : S_FALSE;
+}
+
 }  // namespace
 
+HRESULT LoadFile(IXMLDOMDocument& document, const char* path, VARIANT_BOOL* isLoaded) {
+  return LoadWith(document, isLoaded, [path](NarrowDocument& narrow) {
+    return narrow.LoadFile(path ? path : std::string_view());
+  });
+}
+
 HRESULT LoadText(IXMLDOMDocument& document, const char* text, VARIANT_BOOL* isLoaded) {
-  auto* const narrow = SideOf<NarrowDocument>(document, IID_NarrowDocument);
-  *isLoaded = narrow && WithUtf8(text, [&](std::string_view utf8) { return narrow->Load(utf8); })
-                  ? VARIANT_TRUE
-                  : VARIANT_FALSE;
-  return *isLoaded == VARIANT_TRUE ? S_OK : S_FALSE;
+  return LoadWith(document, isLoaded, [text](NarrowDocument& narrow) {
+    return WithUtf8(text, [&](std::string_view utf8) { return narrow.Load(utf8); });
+  });
 }
 
 CString NameOf(IXMLDOMNode& node) {

@@ -14,6 +14,10 @@ CString GbkOf(BSTR text) {
 
 }  // namespace
 
+HRESULT LoadFile(IXMLDOMDocument& document, const char* path, VARIANT_BOOL* isLoaded) {
+  return document.load(Variant(path).Get(), isLoaded);
+}
+
 HRESULT LoadText(IXMLDOMDocument& document, const char* text, VARIANT_BOOL* isLoaded) {
   return document.loadXML(Bstr(text).Get(), isLoaded);
 }

@@ -310,11 +310,7 @@ class DocumentView final : public Counted<IXMLDOMDocument>, public NarrowDocumen
     *isLoaded = VARIANT_FALSE;
     tree_.Release();
     if (source.vt != VT_BSTR) return E_INVALIDARG;
-    return Guarded([&] {
-      std::string bytes;
-      if (!ReadSource(gbk::FromUtf16(ViewOf(source.bstrVal)), bytes) || !ToUtf8(bytes)) return S_FALSE;
-      return Loaded(Replace(bytes), isLoaded);
-    });
+    return Guarded([&] { return Loaded(LoadFile(gbk::FromUtf16(ViewOf(source.bstrVal))), isLoaded); });
   }
 
   HRESULT loadXML(BSTR text, VARIANT_BOOL* isLoaded) override {
@@ -330,6 +326,12 @@ class DocumentView final : public Counted<IXMLDOMDocument>, public NarrowDocumen
     tree_.Release();
     text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
     return Replace(text);
+  }
+
+  bool LoadFile(std::string_view path) override {
+    tree_.Release();
+    std::string bytes;
+    return ReadSource(std::string(path), bytes) && ToUtf8(bytes) && Replace(bytes);
   }
 
   HRESULT get_documentElement(IXMLDOMElement** element) override {

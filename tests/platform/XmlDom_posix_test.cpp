@@ -63,6 +63,11 @@ TEST(XmlDom, MakesDocumentsAndNothingElse) {
   Bstr copy;
   *copy.Receive() = SysAllocStringLen(text.Get(), 1);
   EXPECT_EQ(GbkOf(copy), "a");
+  for (const std::size_t length : {63, 64, 65, 1000}) {  // short ones are made in place
+    const std::string name(length, 'x'), wide = test::Repeat("\xD6\xD0", static_cast<int>(length));
+    EXPECT_EQ(GbkOf(Bstr(name.c_str())), name) << length;
+    EXPECT_EQ(GbkOf(Bstr(wide.c_str())), wide) << length;
+  }
 }
 
 TEST(XmlDom, NodesOfAllKinds) {
@@ -133,11 +138,14 @@ TEST(XmlDom, WhatIsNotThereGivesNothing) {
 
 TEST(XmlDom, LoadsPathsAndAddressesOfFiles) {
   const test::TempFolder folder;
-  for (const char* name : {"a b.xml", "a%zz%4.xml", "100%25.xml"}) folder.Write(name, "<a/>");
+  // The last name is no GBK: three bytes of UTF-8.
+  for (const char* name : {"a b.xml", "a%zz%4.xml", "100%25.xml", "\xE4\xB8\xAD.xml"})
+    folder.Write(name, "<a/>");
   const std::string path = folder.Path();
   for (const std::string& good :
        {path + "/a b.xml", path + "/a%20b.xml", path + "/100%25.xml", "file://" + path + "/a%20b.xml",
-        "FILE://localhost" + path + "/a%20%62.xml", "file://" + path + "/a%zz%4.xml"})
+        "FILE://localhost" + path + "/a%20%62.xml", "file://" + path + "/a%zz%4.xml",
+        path + "/\xE4\xB8\xAD.xml", "file://" + path + "/%E4%b8\xAD.xml"})
     EXPECT_TRUE(test::LoadsFile(good)) << good;
   for (const std::string& bad : {"file://localhostx" + path + "/a b.xml", "file://" + path,
                                  path + "/a%2fb.xml", path + "/a b.xml%00", std::string("file://localhost")})
@@ -147,6 +155,8 @@ TEST(XmlDom, LoadsPathsAndAddressesOfFiles) {
   VARIANT_BOOL isLoaded = VARIANT_TRUE;
   EXPECT_EQ(document->load(zvuti::Variant().Get(), &isLoaded), E_INVALIDARG);
   EXPECT_EQ(isLoaded, VARIANT_FALSE);
+  EXPECT_EQ(document->load(zvuti::Variant((path + "/a b.xml").c_str()).Get(), &isLoaded), S_OK);
+  EXPECT_EQ(isLoaded, VARIANT_TRUE);
   const WCHAR lone[] = {u'<', u'a', 0xD800, u'/', u'>', 0};
   Bstr broken;
   *broken.Receive() = SysAllocStringLen(lone, 5);
@@ -205,6 +215,7 @@ TEST(XmlDom, ForeignObjectsGiveFailureValues) {
   ForeignDocument document;
   VARIANT_BOOL isLoaded = VARIANT_TRUE;
   EXPECT_EQ(zvuti::LoadText(document, "<a/>", &isLoaded), S_FALSE);
+  EXPECT_EQ(zvuti::LoadFile(document, "a.xml", &isLoaded), S_FALSE);
   EXPECT_EQ(isLoaded, VARIANT_FALSE);
 }
 
