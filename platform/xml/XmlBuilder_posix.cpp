@@ -6,10 +6,12 @@
 #include <algorithm>
 #include <charconv>
 #include <exception>
-#include <iterator>
 #include <limits>
 #include <memory>
 #include <new>
+
+#include "platform/com/XmlEntities.h"
+#include "platform/com/XmlNamespaces.h"
 
 namespace zvuti::xml {
 namespace {
@@ -20,21 +22,15 @@ constexpr std::size_t kExtraNodes = 1'000'000;
 constexpr std::size_t kExtraText = 128u << 20;
 
 // A document whose entities do not refer to each other cannot grow out of proportion to the references in
-// it. Where they do, a few of them can stand for gigabytes: the parser's guard then sets in early.
+// it. Where they do, a few of them can stand for gigabytes: the parser's guard then sets in early. So it does
+// within a document type, where nothing of what an entity stands for can be seen in the tree.
 constexpr unsigned long long kFlatExpansion = 128u << 20;
 constexpr unsigned long long kNestedExpansion = 128u << 10;
 // The parser recurses once for each level of entities within entities.
 constexpr int kMostNestedEntities = 256;
-
-// Stands between the parts of an expanded name, where no name or namespace can have it.
-constexpr char kSeparator = '\x01';
-
-// True when `text`, which stands behind an ampersand, begins with the name of an entity that XML predefines.
-bool IsPredefined(std::string_view text) {
-  constexpr std::string_view kNames[] = {"lt;", "gt;", "amp;", "apos;", "quot;"};
-  return std::any_of(std::begin(kNames), std::end(kNames),
-                     [&](std::string_view name) { return text.substr(0, name.size()) == name; });
-}
+// The parser goes over all attributes declared for an element type whenever it meets such an element or
+// another declaration; the document types in use declare up to about a hundred.
+constexpr std::uint32_t kMostDeclaredAttributes = 256;
 
 // True when the value of an entity refers to other entities (those that XML predefines aside).
 bool RefersToEntities(std::string_view value, bool isParameter) {
@@ -47,7 +43,7 @@ bool RefersToEntities(std::string_view value, bool isParameter) {
 }
 
 // Bytes of the UTF-8 that a reference to a character or a predefined entity stands for; 0 for any other.
-// `reference` stands behind the ampersand.
+// `reference` begins behind the ampersand and ends with its semicolon.
 std::size_t LengthOfReference(std::string_view reference) {
   if (reference[0] != '#') return IsPredefined(reference) ? 1 : 0;
   const bool isHex = reference[1] == 'x';
@@ -72,10 +68,12 @@ void RestoreSpaces(std::string_view written, char* value, std::size_t length) {
   std::size_t at = 0;
   for (std::size_t i = 0; i < written.size(); ++i, ++at) {
     if (written[i] == '&') {
-      const std::size_t bytes = LengthOfReference(written.substr(i + 1));
+      const std::size_t end = written.find(';', i);
+      if (end == written.npos) return;
+      const std::size_t bytes = LengthOfReference(written.substr(i + 1, end - i));
       if (bytes == 0) return;
       at += bytes - 1;
-      i = written.find(';', i);
+      i = end;
     } else if (at >= length || restored[at] != (IsSpace(written[i]) ? ' ' : written[i])) {
       return;
     } else if (written[i] == '\r') {
@@ -88,51 +86,73 @@ void RestoreSpaces(std::string_view written, char* value, std::size_t length) {
   if (at == length) std::copy(restored.begin(), restored.end(), value);
 }
 
+struct FreeParser {
+  void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
+};
+using Parser = std::unique_ptr<XML_ParserStruct, FreeParser>;
+
+// Sets how much entities may expand to before the parser compares it with the size of the document.
+void SetExpansion(XML_Parser parser, unsigned long long bytes) {
+  XML_SetBillionLaughsAttackProtectionActivationThreshold(parser, bytes);
+}
+
+// A parser that is told nothing of the world outside.
+Parser NewParser(XML_Parser created) {
+  if (!created) throw std::bad_alloc();
+  XML_SetParamEntityParsing(created, XML_PARAM_ENTITY_PARSING_ALWAYS);
+  SetExpansion(created, kNestedExpansion);
+  return Parser(created);
+}
+
 class Builder {
  public:
   Builder(std::string_view source, XmlTree& tree)
       : source_(source),
         tree_(tree),
-        parser_(XML_ParserCreateNS("UTF-8", kSeparator)),
+        parser_(NewParser(XML_ParserCreate("UTF-8"))),
+        namespaces_(tree),
         nodeLimit_(source.size() + kExtraNodes),
         textLimit_(
-            std::min<std::size_t>(source.size() + kExtraText, std::numeric_limits<std::uint32_t>::max())) {
-    if (!parser_) throw std::bad_alloc();
-  }
+            std::min<std::size_t>(source.size() + kExtraText, std::numeric_limits<std::uint32_t>::max())) {}
 
   bool Run();
 
  private:
   void SetHandlers();
+  void SetTypeHandlers();
   static Builder& Of(void* data) { return *static_cast<Builder*>(data); }
   template <class Work>
   void Guarded(Work work) noexcept;
   void Stop();
+  void StopUnless(bool isGood) {
+    if (!isGood) Stop();
+  }
 
   NodeId Add(NodeKind kind, NameId name);
-  void AddWithText(NodeKind kind, const char* name, std::string_view content);
+  void AddWithText(NodeKind kind, std::string_view name, std::string_view content);
   void Close(NodeId id);
   Span Store(std::string_view bytes);
   void FlushText();
   void BeginText();
   void AddAttribute(NameId name, std::string_view value);
-  NameId NameOf(std::string_view expanded);
+  std::size_t Position() const;
   std::string_view Written() const;
-  void RestoreAttributeSpaces(std::uint32_t first);
+  void RestoreAttributeSpaces(std::uint32_t first, std::uint32_t end);
 
   void StartElement(const char* name, const char** attributes);
   void EndElement();
-  void StartNamespace(const char* prefix, const char* uri);
   void Characters(std::string_view bytes);
-  void DeclareEntity(bool isParameter, std::string_view value);
-
-  struct FreeParser {
-    void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
-  };
+  void EndDoctype();
+  void DeclareEntity(bool isParameter, std::string_view name, std::string_view value);
+  void DeclareAttribute(std::string_view element, bool hasDefault);
+  bool AreEntitiesKnownInDefault();
+  bool AreEntitiesKnownInTag();
 
   std::string_view source_;
   XmlTree& tree_;
-  std::unique_ptr<XML_ParserStruct, FreeParser> parser_;
+  Parser parser_;
+  Namespaces namespaces_;
+  Entities entities_;
   const std::size_t nodeLimit_, textLimit_;
 
   NodeId current_ = kDocumentNode;  // the innermost open node
@@ -140,17 +160,20 @@ class Builder {
       siblings_;  // children so far of all open nodes; content.first of each tells where its begin
   std::size_t textBegin_ = 0;  // of the text that is being collected at the end of tree_.text
   bool isTextSpace_ = true, isSpaceDropped_ = false;
-  bool isInDoctype_ = false, isStopped_ = false, isOutOfMemory_ = false;
-  std::uint32_t declarations_ = 0;  // namespaces declared on the element about to start
+  bool hasDoctype_ = false, isInDoctype_ = false, isStopped_ = false, isOutOfMemory_ = false;
   int nestedEntities_ = 0;
   NameId xmlSpace_ = kNoName;
-  NameTable expanded_;         // names with a namespace, as the parser gives them
-  std::vector<NameId> shown_;  // the same as written, by their number in expanded_
+  std::size_t defaultNames_ = 0;         // bytes in the names of all default attributes so far
+  NameTable types_;                      // of elements for which attributes are declared
+  std::vector<std::uint32_t> declared_;  // how many, by the numbers of types_
 };
 
 bool Builder::Run() {
   if (source_.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return false;
+  // The parser takes a zero here for one half of a unit in UTF-16, whatever it is told.
+  if (source_.substr(0, 2).find('\0') != source_.npos) return false;
   SetHandlers();
+  SetTypeHandlers();
   xmlSpace_ = tree_.names.Intern("xml:space");
   // Typical documents need about as much; others make the arrays grow.
   tree_.nodes.reserve(source_.size() / 32 + 8);
@@ -161,7 +184,7 @@ bool Builder::Run() {
   const bool isParsed =
       XML_Parse(parser_.get(), source_.data(), static_cast<int>(source_.size()), XML_TRUE) == XML_STATUS_OK;
   if (isOutOfMemory_ || XML_GetErrorCode(parser_.get()) == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
-  if (!isParsed || isStopped_) return false;
+  if (!isParsed || isStopped_ || !namespaces_.AreLocalNamesWhole()) return false;
   Close(kDocumentNode);
   return true;
 }
@@ -169,18 +192,12 @@ bool Builder::Run() {
 void Builder::SetHandlers() {
   const XML_Parser parser = parser_.get();
   XML_SetUserData(parser, this);
-  XML_SetReturnNSTriplet(parser, 1);
-  XML_SetParamEntityParsing(parser, XML_PARAM_ENTITY_PARSING_ALWAYS);
-  XML_SetBillionLaughsAttackProtectionActivationThreshold(parser, kFlatExpansion);
   XML_SetElementHandler(
       parser,
       [](void* data, const char* name, const char** attributes) {
         Of(data).Guarded([&] { Of(data).StartElement(name, attributes); });
       },
       [](void* data, const char*) { Of(data).Guarded([&] { Of(data).EndElement(); }); });
-  XML_SetStartNamespaceDeclHandler(parser, [](void* data, const char* prefix, const char* uri) {
-    Of(data).Guarded([&] { Of(data).StartNamespace(prefix, uri); });
-  });
   XML_SetCharacterDataHandler(parser, [](void* data, const char* bytes, int count) {
     Of(data).Guarded([&] { Of(data).Characters({bytes, static_cast<std::size_t>(count)}); });
   });
@@ -197,33 +214,43 @@ void Builder::SetHandlers() {
         });
       });
   XML_SetCommentHandler(parser, [](void* data, const char* text) {
-    Of(data).Guarded([&] { Of(data).AddWithText(NodeKind::kComment, nullptr, text); });
+    Of(data).Guarded([&] { Of(data).AddWithText(NodeKind::kComment, {}, text); });
   });
   XML_SetProcessingInstructionHandler(parser, [](void* data, const char* target, const char* text) {
     Of(data).Guarded([&] { Of(data).AddWithText(NodeKind::kInstruction, target, text); });
   });
-  XML_SetDoctypeDeclHandler(
-      parser, [](void* data, const char*, const char*, const char*, int) { Of(data).isInDoctype_ = true; },
-      [](void* data) { Of(data).isInDoctype_ = false; });
-  XML_SetEntityDeclHandler(parser, [](void* data, const char*, int isParameter, const char* value, int length,
-                                      const char*, const char*, const char*, const char*) {
-    if (value) Of(data).DeclareEntity(isParameter != 0, {value, static_cast<std::size_t>(length)});
-  });
-  // What stands outside the document is not read: a reference to it is a node of its own.
+  // What stands outside the document is not read: a reference to it is a node of its own. The first handler
+  // has those whose declaration was not read either, the second those that are declared, as written; other
+  // pieces that it gets stand in the document type or begin with a bracket. The handler that the parser has
+  // for the latter would cost a look at all entities each time.
   XML_SetSkippedEntityHandler(parser, [](void* data, const char* name, int) {
     Of(data).Guarded([&] { Of(data).AddWithText(NodeKind::kEntityReference, name, {}); });
   });
-  XML_SetExternalEntityRefHandler(
-      parser, [](XML_Parser self, const char* context, const char*, const char*, const char*) -> int {
-        Builder& builder = Of(XML_GetUserData(self));
-        if (context) {
-          builder.Guarded([&] {
-            const std::string_view reference = builder.Written();
-            const std::string name(reference.substr(1, reference.size() - 2));
-            builder.AddWithText(NodeKind::kEntityReference, name.c_str(), {});
-          });
-        }
-        return XML_STATUS_OK;
+  XML_SetDefaultHandlerExpand(parser, [](void* data, const char* bytes, int count) {
+    const std::string_view piece(bytes, static_cast<std::size_t>(count));
+    if (piece.substr(0, 1) != "&") return;
+    Of(data).Guarded(
+        [&] { Of(data).AddWithText(NodeKind::kEntityReference, piece.substr(1, piece.size() - 2), {}); });
+  });
+}
+
+// What the document type says.
+void Builder::SetTypeHandlers() {
+  const XML_Parser parser = parser_.get();
+  XML_SetDoctypeDeclHandler(
+      parser,
+      [](void* data, const char*, const char*, const char*, int) {
+        Of(data).hasDoctype_ = Of(data).isInDoctype_ = true;
+      },
+      [](void* data) { Of(data).Guarded([&] { Of(data).EndDoctype(); }); });
+  XML_SetEntityDeclHandler(parser, [](void* data, const char* name, int isParameter, const char* value,
+                                      int length, const char*, const char*, const char*, const char*) {
+    const std::string_view inside(value ? value : "", static_cast<std::size_t>(value ? length : 0));
+    Of(data).Guarded([&] { Of(data).DeclareEntity(isParameter != 0, name, inside); });
+  });
+  XML_SetAttlistDeclHandler(
+      parser, [](void* data, const char* element, const char*, const char*, const char* value, int) {
+        Of(data).Guarded([&] { Of(data).DeclareAttribute(element, value != nullptr); });
       });
 }
 
@@ -259,10 +286,11 @@ NodeId Builder::Add(NodeKind kind, NameId name) {
   return id;
 }
 
-void Builder::AddWithText(NodeKind kind, const char* name, std::string_view content) {
+void Builder::AddWithText(NodeKind kind, std::string_view name, std::string_view content) {
   if (isInDoctype_) return;
+  StopUnless(name.find(':') == name.npos);  // only elements and attributes may have prefixes
   FlushText();
-  const NodeId id = Add(kind, name ? tree_.names.Intern(name) : kNoName);
+  const NodeId id = Add(kind, name.empty() ? kNoName : tree_.names.Intern(name));
   tree_.nodes[id].content = Store(content);
   BeginText();
 }
@@ -313,19 +341,24 @@ void Builder::Characters(std::string_view bytes) {
 
 void Builder::StartElement(const char* name, const char** attributes) {
   FlushText();
-  const NodeId id = Add(NodeKind::kElement, NameOf(name));
-  tree_.nodes[id].attributes.first = static_cast<std::uint32_t>(tree_.attributes.size()) - declarations_;
-  tree_.nodes[id].attributes.count = declarations_;
-  declarations_ = 0;
-  current_ = id;
+  const NodeId id = Add(NodeKind::kElement, tree_.names.Intern(name));
   const auto first = static_cast<std::uint32_t>(tree_.attributes.size());
+  tree_.nodes[id].attributes.first = first;
+  current_ = id;
+  const auto written = static_cast<std::uint32_t>(XML_GetSpecifiedAttributeCount(parser_.get())) / 2;
   bool isAnyBlank = false;
-  for (const char** next = attributes; *next; next += 2) {
-    const std::string_view value = next[1];
-    AddAttribute(NameOf(next[0]), value);
+  for (const char** next = attributes; *next && !isStopped_; next += 2) {
+    const std::string_view attribute = next[0], value = next[1];
+    if (tree_.nodes[id].attributes.count >= written) {
+      defaultNames_ += attribute.size();
+      StopUnless(defaultNames_ <= kExtraText);
+    }
+    AddAttribute(tree_.names.Intern(attribute), value);
     isAnyBlank |= value.find(' ') != value.npos;
   }
-  if (isAnyBlank) RestoreAttributeSpaces(first);
+  if (isStopped_) return;
+  StopUnless(namespaces_.Enter(id) && (!hasDoctype_ || !*attributes || AreEntitiesKnownInTag()));
+  if (isAnyBlank) RestoreAttributeSpaces(first, first + written);
   tree_.nodes[id].content.first = static_cast<std::uint32_t>(siblings_.size());
   BeginText();
 }
@@ -334,16 +367,8 @@ void Builder::EndElement() {
   FlushText();
   const NodeId id = current_;
   current_ = tree_.nodes[id].parent;
+  namespaces_.Leave(id);
   Close(id);
-}
-
-// Comes before the start of the element that declares it.
-void Builder::StartNamespace(const char* prefix, const char* uri) {
-  FlushText();
-  const std::string name = prefix ? std::string("xmlns:") + prefix : "xmlns";
-  tree_.attributes.push_back({tree_.names.Intern(name), Store(uri ? uri : "")});
-  ++declarations_;
-  BeginText();
 }
 
 void Builder::AddAttribute(NameId name, std::string_view value) {
@@ -355,55 +380,67 @@ void Builder::AddAttribute(NameId name, std::string_view value) {
   if (name == xmlSpace_ && value == "default") node.preservesSpace = false;
 }
 
-// The name as written: the parser gives "uri, local name, prefix" for one with a namespace.
-NameId Builder::NameOf(std::string_view expanded) {
-  const std::size_t first = expanded.find(kSeparator);
-  if (first == expanded.npos) return tree_.names.Intern(expanded);
-  const NameId id = expanded_.Intern(expanded);
-  if (id == shown_.size()) {
-    const std::string_view local = expanded.substr(first + 1);
-    const std::size_t second = local.find(kSeparator);
-    std::string shown;
-    if (second != local.npos) shown.append(local.substr(second + 1)).append(":");
-    shown_.push_back(tree_.names.Intern(shown.append(local.substr(0, second))));
-  }
-  return shown_[id];
+// Where in the source stands what is being handled. Within an entity: the reference to it.
+std::size_t Builder::Position() const {
+  return static_cast<std::size_t>(XML_GetCurrentByteIndex(parser_.get()));
 }
 
-// The markup being handled, as it stands in the source. Within an entity: the reference to it.
+// The tag or reference that is being handled, as it stands in the source. Other markup has no end here.
 std::string_view Builder::Written() const {
-  const XML_Index at = XML_GetCurrentByteIndex(parser_.get());
-  const int count = XML_GetCurrentByteCount(parser_.get());
-  return source_.substr(static_cast<std::size_t>(at), static_cast<std::size_t>(count));
+  return source_.substr(Position(), static_cast<std::size_t>(XML_GetCurrentByteCount(parser_.get())));
 }
 
-void Builder::RestoreAttributeSpaces(std::uint32_t first) {
+// The first literal in the tag is the value of the first attribute, and so on. Behind `end` stand defaults.
+void Builder::RestoreAttributeSpaces(std::uint32_t first, std::uint32_t end) {
   std::string_view tag = Written();
-  if (tag.empty() || tag[0] != '<' || !HasTabsOrLineEnds(tag)) return;
-  tag.remove_prefix(std::min(tag.find_first_of(" \t\r\n"), tag.size()));
-  for (std::uint32_t next = first; next < tree_.attributes.size();) {
-    const std::size_t equals = tag.find('=');
-    if (equals == tag.npos) return;  // only defaults are left
-    const std::size_t nameBegin = tag.find_first_not_of(" \t\r\n");
-    const std::string_view name = tag.substr(nameBegin, tag.find_first_of(" \t\r\n=", nameBegin) - nameBegin);
-    const std::size_t begin = tag.find_first_of("'\"", equals) + 1;
-    const std::size_t end = tag.find(tag[begin - 1], begin);
-    const Attribute& attribute = tree_.attributes[next];
-    if (name == tree_.names.At(attribute.name)) {  // else it declares a namespace and does not stand here
-      RestoreSpaces(tag.substr(begin, end - begin), tree_.text.data() + attribute.value.first,
-                    attribute.value.count);
-      ++next;
-    }
-    tag.remove_prefix(end + 1);
+  if (tag.substr(0, 1) != "<" || !HasTabsOrLineEnds(tag)) return;
+  for (std::uint32_t next = first; next < end; ++next) {
+    const std::size_t open = tag.find_first_of("'\"");
+    if (open == tag.npos) return;
+    const std::size_t length = tag.substr(open + 1).find(tag[open]);
+    if (length == tag.npos) return;
+    const Span value = tree_.attributes[next].value;
+    RestoreSpaces(tag.substr(open + 1, length), tree_.text.data() + value.first, value.count);
+    tag.remove_prefix(open + length + 2);
   }
 }
 
-void Builder::DeclareEntity(bool isParameter, std::string_view value) {
+// The names in a document type have to obey the rules of namespaces, too. They come in many places: a parser
+// that knows the rules goes over them once more.
+void Builder::EndDoctype() {
+  isInDoctype_ = false;
+  if (nestedEntities_ == 0) SetExpansion(parser_.get(), kFlatExpansion);
+  const std::size_t length = Position() + 1;  // with the bracket that is being handled
+  const Parser strict = NewParser(XML_ParserCreateNS("UTF-8", '\x01'));
+  StopUnless(XML_Parse(strict.get(), source_.data(), static_cast<int>(length), XML_FALSE) == XML_STATUS_OK);
+  if (XML_GetErrorCode(strict.get()) == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
+}
+
+void Builder::DeclareEntity(bool isParameter, std::string_view name, std::string_view value) {
+  isParameter ? entities_.DeclareParameter(value) : entities_.Declare(name, value);
   if (!RefersToEntities(value, isParameter)) return;
-  if (++nestedEntities_ == 1) {
-    XML_SetBillionLaughsAttackProtectionActivationThreshold(parser_.get(), kNestedExpansion);
-  }
-  if (nestedEntities_ > kMostNestedEntities) Stop();
+  StopUnless(++nestedEntities_ <= kMostNestedEntities);
+}
+
+void Builder::DeclareAttribute(std::string_view element, bool hasDefault) {
+  const NameId type = types_.Intern(element);
+  if (type == declared_.size()) declared_.push_back(0);
+  StopUnless(++declared_[type] <= kMostDeclaredAttributes && (!hasDefault || AreEntitiesKnownInDefault()));
+}
+
+// Whether all entities are known to which the default value refers that is being handled. What stands in an
+// entity is not in the source: there is the reference to it.
+bool Builder::AreEntitiesKnownInDefault() {
+  const std::string_view rest = source_.substr(Position());
+  if (rest[0] == '%') return entities_.AreKnownInParameters();
+  return entities_.AreKnownIn(rest.substr(0, rest.find(rest[0], 1)));
+}
+
+// The same for the values in the start tag that is being handled.
+bool Builder::AreEntitiesKnownInTag() {
+  const std::string_view written = Written();
+  if (written.substr(0, 1) == "<") return entities_.AreKnownIn(written);
+  return entities_.AreKnownInTagsOf(written.substr(1, written.size() - 2));
 }
 
 }  // namespace

@@ -4,7 +4,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <new>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -23,6 +25,32 @@ constexpr unsigned kSeconds = 20;  // under sanitizers; most take a hundredth of
 constexpr std::size_t kMegabyte = std::size_t{1} << 20;
 
 using test::Repeat;
+
+// 2 to the power of `blocks` names that would have the same hash if it were the same everywhere: each
+// consists of blocks, for each of which there are two texts that lead to the same state.
+std::vector<std::string> NamesOfOneHash(int blocks) {
+  std::minstd_rand random;
+  std::vector<std::string> names{"a"};
+  std::uint32_t state = 'a' * 0x9E3779B1u;
+  for (int block = 0; block < blocks; ++block) {
+    std::map<std::uint32_t, std::string> seen;
+    for (;;) {
+      std::string text;
+      std::uint32_t after = state;
+      while (text.size() < 8) {
+        text += static_cast<char>('a' + random() % 26);
+        after = (after ^ static_cast<unsigned char>(text.back())) * 0x9E3779B1u;
+      }
+      const auto [other, isNew] = seen.emplace(after, text);
+      if (isNew || other->second == text) continue;
+      for (std::size_t i = names.size(); i-- > 0;)
+        names.push_back(names[i] + other->second), names[i] += text;
+      state = after;
+      break;
+    }
+  }
+  return names;
+}
 
 // What a selection finds in a deep and wide document.
 int Selected(const char* selection) {
@@ -105,6 +133,38 @@ TEST(HostileInput, StaysWithinItsSecondsAndBytes) {
     std::string document = "<a";
     for (int i = 0; i < 200'000; ++i) document += " k" + std::to_string(i) + "=''";
     return test::Loads(document + "/>");
+  });
+  Within(128, "a namespace with a long name", [] {
+    const std::string declaration =
+        "<a xmlns='" + std::string(kMegabyte, 'u') + "' xmlns:p='" + std::string(kMegabyte, 'v') + "'";
+    std::string many;
+    for (int i = 0; i < 50'000; ++i) many += " p:k" + std::to_string(i) + "=''";
+    return test::Loads(declaration + ">" + Repeat("<b p:k=''/>", 50'000) + "</a>") &&
+           test::Loads(declaration + many + "/>");
+  });
+  Within(64, "attributes declared without end", [] {
+    std::string many, namespaces;
+    for (int i = 0; i < 100'000; ++i) {
+      many += " k" + std::to_string(i) + " CDATA ''";
+      namespaces += " xmlns:p" + std::to_string(i) + " CDATA 'u'";
+    }
+    return !test::Loads("<!DOCTYPE a [<!ATTLIST b" + many + ">]><a/>") &&
+           !test::Loads("<!DOCTYPE a [<!ATTLIST b" + namespaces + ">]><a>" + Repeat("<b/>", 50'000) + "</a>");
+  });
+  Within(128, "references to what is outside, beside many entities", [] {
+    std::string many;
+    for (int i = 0; i < 50'000; ++i) many += "<!ENTITY e" + std::to_string(i) + " ''>";
+    return test::Loads("<!DOCTYPE a [" + many + "<!ENTITY x SYSTEM 'x'>]><a>" + Repeat("&x;", 200'000) +
+                       "</a>");
+  });
+  Within(256, "names chosen to collide", [] {
+    std::string document = "<a>";
+    for (const std::string& name : NamesOfOneHash(17)) document += "<" + name + "/>";
+    return test::Loads(document + "</a>");
+  });
+  Within(64, "steps in filters", [] {
+    const auto filter = [](int steps) { return "//a[" + Repeat("*/../", steps / 2 - 1) + "*/..]"; };
+    return Selected(filter(64).c_str()) == 1 && Selected(filter(2000).c_str()) == 0;
   });
   Within(64, "deep and wide selections", [] {
     return Selected("//*//*//*//*//*//none") == 0 && Selected("//*[.//*[.//*[.//none]]]") == 0 &&

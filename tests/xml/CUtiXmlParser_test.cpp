@@ -97,6 +97,8 @@ TEST(CUtiXmlParser, WellFormedDocumentsLoad) {
       "<!DOCTYPE a [<!ENTITY % p '<!ENTITY e \"v\">'>%p;]><a>&e;</a> ~ "
       "<!DOCTYPE a [<!ATTLIST a b CDATA 'v' c (x|y) #IMPLIED>]><a c='x'/> ~ "
       "<a xmlns='u'><b xmlns=''/></a> ~ <p:a xmlns:p='u' xmlns:q='v' p:b='1' q:b='2' b='3'/> ~ "
+      "<a xmlns:p='u' xmlns:q='v'><b xmlns:q='u' q:k=''/><b p:k='' q:k=''/></a> ~ "
+      "<p:\xD6\xD0 xmlns:p='u' p:\xD6\xD0='' p:a=''/> ~ "
       "<a xmlns:xml='http://www.w3.org/XML/1998/namespace' xml:lang='zh' xml:space='default'/>";
   for (const std::string& document : test::Rows(documents)) EXPECT_TRUE(Loads(document)) << document;
 }
@@ -137,7 +139,13 @@ TEST(CUtiXmlParser, NamesThatBreakTheRulesOfNamespacesDoNotLoad) {
       "<p:a/> ~ <a p:b='1'/> ~ <a><b xmlns:p='u'/><p:c/></a> ~ <a xmlns:p=''/> ~ <:a/> ~ <a:/> ~ "
       "<a:b:c xmlns:a='u'/> ~ <a xmlns:p='u'><p:1/></a> ~ <a><?p:q?></a> ~ "
       "<!DOCTYPE a [<!ENTITY p:e 'v'>]><a/> ~ <a xmlns:p='u' xmlns:q='u' p:b='1' q:b='2'/> ~ "
-      "<a xmlns:xmlns='u'/> ~ <a xmlns:xml='u'/> ~ <a xmlns='http://www.w3.org/2000/xmlns/'/>";
+      "<a xmlns:xmlns='u'/> ~ <a xmlns:xml='u'/> ~ <a xmlns='http://www.w3.org/2000/xmlns/'/> ~ "
+      "<a xmlns='http://www.w3.org/XML/1998/namespace'/> ~ <a xmlns:p='http://www.w3.org/2000/xmlns/'/> ~ "
+      "<a xmlns:p='http://www.w3.org/XML/1998/namespace'/> ~ <xmlns:a/> ~ <a xmlns:p='u' p:b:c=''/> ~ "
+      "<a xmlns:p='u' xmlns:q='v'><b xmlns:q='u' p:k='' q:k=''/></a> ~ <p:\xA1\xA4 xmlns:p='u'/> ~ "
+      "<!DOCTYPE a:b:c><a/> ~ <!DOCTYPE a [<!ATTLIST a b:c:d CDATA #IMPLIED>]><a/> ~ "
+      "<!DOCTYPE a [<!ELEMENT a (b:)>]><a/> ~ <!DOCTYPE a [<!ENTITY % p '<!NOTATION p:n PUBLIC "
+      "\"u\">'>%p;]><a/>";
   for (const std::string& document : test::Rows(documents)) EXPECT_FALSE(Loads(document)) << document;
 }
 
@@ -185,7 +193,15 @@ TEST(CUtiXmlParser, FilesLoadInTheirEncoding) {
   EXPECT_EQ(textOf(declared("GBK", "\x81 ")), "(none)");
   EXPECT_EQ(textOf("\xFF\xFE" + wide("<a/>", false) + "x"), "(none)");
   EXPECT_EQ(textOf(wide(declared("UTF-16", "x"), false) + "x"), "(none)");
-  EXPECT_EQ(textOf(wide("<?xml version='1.0'?><a/>", true)), "(none)");  // has to be declared
+  // Without a mark it has to be declared. The second half of the character in the last three is a quote.
+  for (const bool isBigEndian : {false, true}) {
+    EXPECT_EQ(textOf(wide("<?xml version='1.0'?><a/>", isBigEndian)), "(none)");
+    EXPECT_EQ(textOf(wide("<a/>", isBigEndian)), "(none)");
+    EXPECT_EQ(textOf(wide("\n<a/>", isBigEndian)), "(none)");
+  }
+  EXPECT_EQ(textOf(wide("<a x='", true) + "\x22\0"s + wide(" ='/>", true)), "(none)");
+  EXPECT_EQ(textOf(wide("<a k=\"x ", false) + "\0\x22"s + wide("=\"/>", false)), "(none)");
+  EXPECT_EQ(textOf("\xFF\xFE" + wide("<a k=\"x\t", false) + "\0\x22"s + wide("=\"/>", false)), "");
 }
 
 TEST(CUtiXmlParser, PathsLoadInEveryForm) {

@@ -12,6 +12,7 @@
 
 #include "tests/support/HeapFaults.h"
 #include "tests/support/RefuseEach.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TempFolder.h"
 #include "tests/xml/Documents.h"
 
@@ -98,6 +99,7 @@ TEST(HeavyXml, EntityBombsAreRefusedCheaply) {
       Document(Entities(9, 10) + "<!ATTLIST a b CDATA '&e9;'>", "<a/>"),
       Document(Entities(30, 2), "<a>&e30;</a>"),
       Document("<!ENTITY e '" + Repeat("<b/>", 10'000) + "'>", "<a>" + Repeat("&e;", 1000) + "</a>"),
+      Document("<!ENTITY % p '" + Repeat("<!ELEMENT b ANY>", 1000) + "'>" + Repeat("%p;", 5000), "<a/>"),
   };
   for (const std::string& bomb : bombs) {
     test::HeapFaults heap(0);
@@ -128,6 +130,22 @@ TEST(HeavyXml, DefaultAttributesAreBounded) {
   std::string many;
   for (int i = 0; i < 1000; ++i) many += " k" + std::to_string(i) + " CDATA ''";
   EXPECT_FALSE(Loads(Document("<!ATTLIST b" + many + ">", "<a>" + Repeat("<b/>", 2000) + "</a>")));
+
+  // For one type of element 256 may be declared, with a value or without.
+  for (const char* const kind : {"''", "#IMPLIED"}) {
+    std::string most;
+    for (int i = 0; i < 256; ++i) most += "<!ATTLIST b k" + std::to_string(i) + " CDATA " + kind + ">";
+    EXPECT_TRUE(Loads(Document(most + "<!ATTLIST c k CDATA ''>", "<a><b/></a>")));
+    EXPECT_FALSE(Loads(Document(most + "<!ATTLIST b k CDATA ''>", "<a/>")));
+  }
+  // Names and declarations of namespaces count as well, before they are stored.
+  const std::string longName = "<!ATTLIST b " + std::string(100'000, 'k') + " CDATA ''>";
+  EXPECT_FALSE(Loads(Document(longName, "<a>" + Repeat("<b/>", 2000) + "</a>")));
+  const std::string declaration = "<!ATTLIST b xmlns:p CDATA '" + std::string(100'000, 'u') + "'>";
+  EXPECT_TRUE(Loads(Document(declaration, "<a><b p:k=''/></a>")));
+  test::HeapFaults heap(0);
+  EXPECT_FALSE(Loads(Document(declaration, "<a>" + Repeat("<b/>", 2000) + "</a>")));
+  EXPECT_LT(heap.LargestAsked(), 300u << 20);
 }
 
 TEST(HeavyXml, NothingOutsideTheDocumentIsRead) {
@@ -142,6 +160,40 @@ TEST(HeavyXml, NothingOutsideTheDocumentIsRead) {
     EXPECT_EQ(root.GetNodeName(), "") << type;
   }
   EXPECT_FALSE(Loads(Document("<!ENTITY e SYSTEM 'e.xml'>", "<a b='&e;'/>")));
+  CUtiXmlElement root = RootOf(Document("<!ENTITY x SYSTEM 'e.xml'><!ENTITY e '[&x;]'>", "<a>&e;</a>"));
+  EXPECT_EQ(root.GetText(), "[]");
+  EXPECT_EQ(root.GetOneChildNode("x", nullptr), 1);
+}
+
+// Where a part of the type was not read, the parser drops references in attribute values that it doesn't
+// know.
+TEST(HeavyXml, UnknownEntitiesInAttributesGiveNoRoot) {
+  const std::string good =
+      "SYSTEM 'd'><a k='&lt;&#65;'>&foo;</a> ~ SYSTEM 'd' [<!ENTITY e 'v'>]><a k='&e;'/> ~ "
+      "SYSTEM 'd' [<!ENTITY e '&f;'><!ENTITY f 'v'>]><a k='&e;'>&e;</a> ~ "
+      "SYSTEM 'd' [<!ENTITY e '&foo;'>]><a>&e;</a> ~ SYSTEM 'd' [<!ENTITY e '<b k=\">\"/>&foo;'>]><a>&e;</a> "
+      "~ "
+      "SYSTEM 'd' [<!ENTITY e '<b/><!--&#38;foo;--><?p k=\"&#38;foo;\"?><![CDATA[&#38;foo;<]]>'>]><a>&e;</a> "
+      "~ "
+      "SYSTEM 'd' [<!ENTITY e 'v'><!ATTLIST a k CDATA '&e;'>]><a/> ~ "
+      "[<!ENTITY % p '<!ENTITY e \"v\">'>%p;]><a k='&e;'/> ~ "
+      "[<!ENTITY % p '<!-- A&#38;B; &#38; C --><!ENTITY e \"v\">'>%p;]><a k='&e;'/> ~ "
+      "[<!ENTITY e 'v'><!ENTITY % p '<!ATTLIST a k CDATA \"&#38;e;\">'>%p;]><a/>";
+  for (const std::string& type : test::Rows(good)) EXPECT_TRUE(Loads("<!DOCTYPE a " + type)) << type;
+  const std::string bad =
+      "SYSTEM 'd'><a k='x&foo;y'/> ~ PUBLIC 'p' 'd'><a><b/><b j='' k = \"&foo;\"/></a> ~ "
+      "[<!ENTITY % d SYSTEM 'd'>%d;]><a k='&foo;'/> ~ [%d;]><a k='&foo;'/> ~ "
+      "[<!ENTITY % d SYSTEM 'd'>%d;<!ENTITY e 'v'>]><a k='&e;'/> ~ "  // not taken in behind what isn't read
+      "SYSTEM 'd' [<!ENTITY e '&f;'><!ENTITY f '&foo;'>]><a k='&e;'/> ~ "
+      "SYSTEM 'd' [<!ENTITY e '<b k=\"&#38;foo;\"/>'>]><a>&e;</a> ~ "
+      "SYSTEM 'd' [<!ENTITY e '<b/>&f;'><!ENTITY f '<b j=\">\" k=\"&#38;foo;\"/>'>]><a>&e;</a> ~ "
+      "SYSTEM 'd' [<!ATTLIST a k CDATA 'x&foo;y'>]><a/> ~ "
+      "SYSTEM 'd' [<!ATTLIST a k CDATA '&e;'><!ENTITY e 'v'>]><a/> ~ "
+      "[<!ENTITY % p '<!ATTLIST a k CDATA \"x&#38;foo;\">'>%p;]><a/> ~ "
+      "[<!ENTITY % p '<!ATTLIST a k CDATA \"x&#38;foo;\">'><!ENTITY % q '&#37;p;'>%q;]><a/>";
+  for (const std::string& type : test::Rows(bad)) EXPECT_FALSE(Loads("<!DOCTYPE a " + type)) << type;
+  EXPECT_FALSE(Loads("<?xml version='1.0' standalone='yes'?>" +
+                     Document("<!ENTITY e '<b k=\"x&#38;foo;\"/>'>", "<a>&e;</a>")));
 }
 
 TEST(HeavyXml, TabsAndLineEndsStayInAttributes) {
@@ -151,6 +203,7 @@ TEST(HeavyXml, TabsAndLineEndsStayInAttributes) {
       {"", "<a\tk='p\tq'/>", "p\tq"},
       {"", "<a k = 'p\tq&#9;&lt;r\r\ns\rt&#x4E2D;\nu v'/>", "p\tq\t<r\ns\nt\xD6\xD0\nu v"},
       {"", "<a\n xmlns:p='u\tv' y='1 2' \nk='\n'/>", "\n"},
+      {"<!ATTLIST a xmlns:p CDATA 'u v'>", "<a y='\t' k='1\t2'/>", "1\t2"},
       {"", "<a x='\t' k='1 2'/>", "1 2"},
       {"", "<a k='p\t&#xE9;&#x4E2D;&#65;&lt;\tq'/>", "p\t\xA8\xA6\xD6\xD0\x41<\tq"},
       {"", "<a k='p\t&#x1F600;q'/>", "p\t??q"},
