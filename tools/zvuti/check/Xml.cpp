@@ -3,6 +3,7 @@
 #include <expat.h>
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -58,6 +59,11 @@ std::optional<std::string> InUtf8(const std::string& bytes, Place& place, std::s
     message = "broken UTF-16";
     return std::nullopt;
   }
+  if (const std::size_t zero = view.substr(0, 2).find('\0'); zero != view.npos) {
+    message = "UTF-16 without a byte order mark, which has to be declared";
+    const bool isText = FromNamed(zero == 1 ? "UTF-16LE" : "UTF-16BE", view, utf8);
+    return isText && !DeclaredEncoding(utf8).empty() ? std::optional(utf8) : std::nullopt;
+  }
   const std::string name = DeclaredEncoding(view);
   if (name.empty() || name == "UTF-8" || name == "utf-8") return bytes;
   if (IsGbkName(name)) {
@@ -74,21 +80,42 @@ std::optional<std::string> InUtf8(const std::string& bytes, Place& place, std::s
   return std::nullopt;
 }
 
+// Counts the attributes declared for each type of element, and ends where there are more than the library
+// takes: the parser would go over all of them again and again.
+struct Declarations {
+  static constexpr int kMost = 256;
+  static void Count(void* data, const char* element, const char*, const char*, const char*, int) {
+    auto& self = *static_cast<Declarations*>(data);
+    if (++self.counts[element] <= kMost) return;
+    self.isBeyond = true;
+    XML_StopParser(self.parser, XML_FALSE);
+  }
+  XML_Parser parser;
+  std::map<std::string, int> counts;
+  bool isBeyond = false;
+};
+
 void ExplainRefusal(const std::string& utf8, Place& place, std::string& message) {
   const std::unique_ptr<XML_ParserStruct, void (*)(XML_Parser)> parser(XML_ParserCreate("UTF-8"),
                                                                        XML_ParserFree);
+  Declarations declarations{parser.get(), {}};
+  XML_SetUserData(parser.get(), &declarations);
+  XML_SetAttlistDeclHandler(parser.get(), Declarations::Count);
   if (utf8.size() > 0x7FFFFFFF ||
       XML_Parse(parser.get(), utf8.data(), static_cast<int>(utf8.size()), 1) != XML_STATUS_ERROR) {
     message =
-        "the library refuses the document, though it is well-formed: its encoding or its entities are beyond "
-        "what it takes";
+        "the library refuses the document, though it is well-formed but for its namespaces: a prefix is not "
+        "declared, a value refers to an entity that is not, or there is more to expand than the library "
+        "takes";
     return;
   }
   const auto at = std::min(
       static_cast<std::size_t>(std::max<XML_Index>(0, XML_GetCurrentByteIndex(parser.get()))), utf8.size());
   place.line = LineAt(utf8, at);
   place.column = ColumnAt(utf8, at);
-  message = XML_ErrorString(XML_GetErrorCode(parser.get()));
+  message = declarations.isBeyond
+                ? "more attributes are declared for one type of element than the library takes"
+                : XML_ErrorString(XML_GetErrorCode(parser.get()));
 }
 
 // Texts come out of the library in GBK.
