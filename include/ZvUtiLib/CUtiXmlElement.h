@@ -22,13 +22,12 @@ class CUtiXmlNodeList;
 /// The first match in document order counts. A malformed selection matches nothing.
 ///
 /// Windows takes the whole of its query language, XSLPattern. Linux takes what is listed here and nothing
-/// else: any other form matches nothing there. These are `a | b`, brackets around paths, `@*`, `p:*`, filters
-/// behind
-/// `.` and `..`, comparisons of anything but one attribute with a literal (`[b='1']`, `[@n=1]`, `[@n > '1']`,
-/// `[@a != '1']`), `and`, `or`, `not()`, the operators between dollar signs such as `$eq$` and `$ieq$`, `&&`,
-/// `||`, `!`, and every other function or method, such as `end()`, `index()`, `position()`, `pi()`,
-/// `textnode()`, `cdata()`, `ancestor()` and `id()`. On Linux the paths in filters within each other may also
-/// have no more than 64 steps together, and filters stand in each other no deeper than 32 levels.
+/// else: any other form matches nothing there. Such are `a | b`, brackets around paths, `@*`, `p:*`, filters
+/// behind `.` and `..`, comparisons of anything but one attribute with a literal (`[b='1']`, `[@n=1]`,
+/// `[@n > '1']`, `[@a != '1']`), `and`, `or`, `not()`, the operators between dollar signs such as `$eq$` and
+/// `$ieq$`, `&&`, `||`, `!`, and every other function or method, such as `end()`, `index()`, `position()`,
+/// `pi()`, `textnode()`, `cdata()`, `ancestor()` and `id()`. On Linux the paths in filters within each other
+/// may also have no more than 64 steps together, and filters stand in each other no deeper than 32 levels.
 class ZVUTILIB_API CUtiXmlElement {
  public:
   virtual ~CUtiXmlElement();
