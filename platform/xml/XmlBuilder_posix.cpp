@@ -10,8 +10,8 @@
 #include <memory>
 #include <new>
 
-#include "platform/com/XmlEntities.h"
-#include "platform/com/XmlNamespaces.h"
+#include "platform/xml/XmlEntities.h"
+#include "platform/xml/XmlNamespaces.h"
 
 namespace zvuti::xml {
 namespace {

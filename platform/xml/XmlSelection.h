@@ -5,8 +5,8 @@
 //   filter    = number from 0 | path | "@" name "=" literal in either kind of quotes
 //
 // Names are compared as written, with their prefix. Blanks may stand around all of these. Anything else
-// is malformed and matches nothing. So are filters more than 32 deep in each other, and such as have more than
-// 64 steps together.
+// is malformed and matches nothing. So are filters more than 32 deep in each other, and such as have more
+// than 64 steps together.
 #pragma once
 
 #include <optional>
@@ -31,8 +31,8 @@ struct Place {
 };
 
 /// The first match of `selection` in document order, seen from `from`. Takes time in proportion to the
-/// nodes it has to look at and the length of the selection, whatever the shape of the tree. Takes up to 8 bytes
-/// for each of these nodes, times the steps of the filters that stand in each other.
+/// nodes it has to look at and the length of the selection, whatever the shape of the tree. Takes up to 8
+/// bytes for each of these nodes, times the steps of the filters that stand in each other.
 std::optional<Place> SelectFirst(const XmlTree& tree, Place from, std::string_view selection);
 
 }  // namespace zvuti::xml

@@ -1,4 +1,4 @@
-#include "platform/com/XmlNamespaces.h"
+#include "platform/xml/XmlNamespaces.h"
 
 #include <expat.h>
 

@@ -1,4 +1,4 @@
-#include "platform/com/XmlEntities.h"
+#include "platform/xml/XmlEntities.h"
 
 #include <algorithm>
 #include <iterator>

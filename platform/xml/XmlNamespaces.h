@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/com/XmlTree.h"
+#include "platform/xml/XmlTree.h"
 
 namespace zvuti::xml {
 
