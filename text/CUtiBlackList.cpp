@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "platform/mfc/CFile.h"
-#include "text/WordIndex.h"
-#include "text/WordScan.h"
+#include "text/words/WordIndex.h"
+#include "text/words/WordScan.h"
 
 namespace {
 

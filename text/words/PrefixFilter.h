@@ -18,8 +18,8 @@
 #include <string_view>
 #include <vector>
 
-#include "text/DoubleByteFilter.h"
-#include "text/FilterBits.h"
+#include "text/words/DoubleByteFilter.h"
+#include "text/words/FilterBits.h"
 
 namespace zvuti {
 

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "gbk/CodePage936.h"
-#include "text/FilterBits.h"
+#include "text/words/FilterBits.h"
 
 namespace zvuti {
 

@@ -1,4 +1,4 @@
-#include "text/WordScan.h"
+#include "text/words/WordScan.h"
 
 #include "gbk/CodePage936.h"
 

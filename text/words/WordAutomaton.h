@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "gbk/CodePage936.h"
-#include "text/FilterBits.h"
-#include "text/ProbeTable.h"
-#include "text/SparseArray.h"
+#include "text/words/FilterBits.h"
+#include "text/words/ProbeTable.h"
+#include "text/words/SparseArray.h"
 
 namespace zvuti {
 

@@ -1,7 +1,7 @@
 // WordAutomatonBuilder: makes a WordAutomaton of a list of words, in time linear in their length.
 #pragma once
 
-#include "text/WordAutomaton.h"
+#include "text/words/WordAutomaton.h"
 
 namespace zvuti {
 

@@ -8,8 +8,8 @@
 
 #include <ZvUtiLib/platform/CStringList.h>
 
-#include "text/PrefixFilter.h"
-#include "text/WordAutomaton.h"
+#include "text/words/PrefixFilter.h"
+#include "text/words/WordAutomaton.h"
 
 namespace zvuti {
 

@@ -1,4 +1,4 @@
-#include "text/WordIndex.h"
+#include "text/words/WordIndex.h"
 
 #include <cstring>
 #include <memory>
@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "gbk/CodePage936.h"
-#include "text/WordAutomatonBuilder.h"
+#include "text/words/WordAutomatonBuilder.h"
 
 namespace zvuti {
 namespace {

@@ -1,4 +1,4 @@
-#include "text/PrefixFilter.h"
+#include "text/words/PrefixFilter.h"
 
 #include "gbk/CodePage936.h"
 

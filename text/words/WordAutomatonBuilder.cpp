@@ -1,4 +1,4 @@
-#include "text/WordAutomatonBuilder.h"
+#include "text/words/WordAutomatonBuilder.h"
 
 #include <algorithm>
 #include <new>

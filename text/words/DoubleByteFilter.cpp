@@ -1,4 +1,4 @@
-#include "text/DoubleByteFilter.h"
+#include "text/words/DoubleByteFilter.h"
 
 namespace zvuti {
 namespace {
