@@ -9,8 +9,8 @@
 namespace zvuti {
 
 /// A default-constructed `Slot` is free; it has `bool IsFree() const`. The caller knows what a slot's key
-/// is: it hands in the hash and the comparison. Slots can only be added. Making room, and fitting it, may
-/// throw std::bad_alloc.
+/// is: it hands in the hash and the comparison. Slots can only be added. Making room may throw
+/// std::bad_alloc.
 template <class Slot>
 class ProbeTable {
  public:
@@ -30,24 +30,9 @@ class ProbeTable {
 
   /// Adds a slot whose key is not there yet. REQUIRES: room was made for it.
   void Add(const Slot& slot, std::uint32_t hash) {
-    Put(slot, hash);
-    ++count_;
-  }
-
-  /// Drops the slots for which `isKept` is false and the room that is not needed any more; `hashOf` gives the
-  /// hash of a slot.
-  template <class HashOf, class IsKept>
-  void Fit(HashOf hashOf, IsKept isKept) {
-    for (Slot& slot : slots_) {
-      if (slot.IsFree() || isKept(slot)) continue;
-      slot = Slot();
-      --count_;
-    }
-    std::vector<Slot> old(SizeFor(count_));
-    old.swap(slots_);
-    for (const Slot& slot : old) {
-      if (!slot.IsFree()) Put(slot, hashOf(slot));
-    }
+    std::size_t i = HomeOf(hash);
+    while (!slots_[i].IsFree()) i = Behind(i);
+    slots_[i] = slot;
   }
 
   /// Calls `change` for each slot; it must leave the key as it is.
@@ -69,14 +54,7 @@ class ProbeTable {
   }
   std::size_t Behind(std::size_t slot) const { return slot + 1 == slots_.size() ? 0 : slot + 1; }
 
-  void Put(const Slot& slot, std::uint32_t hash) {
-    std::size_t i = HomeOf(hash);
-    while (!slots_[i].IsFree()) i = Behind(i);
-    slots_[i] = slot;
-  }
-
   std::vector<Slot> slots_;  // at most half in use, so that each search ends, and soon
-  std::size_t count_ = 0;
 };
 
 }  // namespace zvuti

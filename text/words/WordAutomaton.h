@@ -14,7 +14,6 @@
 #include "gbk/CodePage936.h"
 #include "text/words/FilterBits.h"
 #include "text/words/ProbeTable.h"
-#include "text/words/SparseArray.h"
 
 namespace zvuti {
 
@@ -92,7 +91,6 @@ class WordAutomaton {
   const Node& NodeAt(Index node) const { return nodes_[node]; }
   /// The longest word that ends at a node. REQUIRES: one does.
   Index WordOf(Index node) const { return wordOfNode_[node]; }
-  /// REQUIRES: the node's rest is kDeep.
   Index FallbackOf(Index node) const { return fallbacks_[node]; }
   /// In bytes.
   std::size_t LengthOf(Index word) const { return words_[word].length; }
@@ -110,8 +108,7 @@ class WordAutomaton {
     return entry ? entry->node : kNone;
   }
 
-  /// The child of `node` by the character `label`, kRoot where there is none; and where each walk enters
-  /// the child without coming by.
+  /// The child of `node` by the character `label`, or kRoot.
   Index Child(Index node, std::uint16_t label) const {
     const Node& from = nodes_[node];
     if (from.isNextChild && nodes_[node + 1].label == label) return node + 1;
@@ -150,7 +147,7 @@ class WordAutomaton {
 
   std::vector<Node> nodes_;
   std::vector<Index> wordOfNode_;  // kNone where none ends
-  SparseArray<Index> fallbacks_;   // of the nodes that a walk falls back from
+  std::vector<Index> fallbacks_;   // by node
   std::vector<Word> words_;
   std::vector<Link> links_;
   ProbeTable<Edge> edges_;

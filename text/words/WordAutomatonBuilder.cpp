@@ -17,6 +17,7 @@ WordAutomatonBuilder::WordAutomatonBuilder(std::size_t words) : childOfRoot_(kLa
   const std::size_t nodes = 1 + std::min(words, kMostWords) * kNodesOfWord;
   built_.nodes_.reserve(nodes);
   built_.wordOfNode_.reserve(nodes);
+  built_.fallbacks_.reserve(nodes);
   drafts_.reserve(nodes);
   built_.edges_.Reserve(words);    // a word adds no more than one edge,
   built_.entries_.Reserve(words);  // and one entry
@@ -63,7 +64,8 @@ WordAutomatonBuilder::Index WordAutomatonBuilder::AddChild(Index parent, std::ui
 void WordAutomatonBuilder::PushNode(std::uint16_t label, Index parent, Index nextOfDepth) {
   built_.nodes_.push_back({label, false, false, false, 0});
   built_.wordOfNode_.push_back(kNone);
-  drafts_.push_back({parent, nextOfDepth, kRoot});
+  built_.fallbacks_.push_back(kRoot);
+  drafts_.push_back({parent, nextOfDepth});
 }
 
 void WordAutomatonBuilder::SetWord(Index node, Index word) {
@@ -89,53 +91,29 @@ WordAutomaton WordAutomatonBuilder::Build() && {
   built_.entries_.ForEach([&](WordAutomaton::Entry& entry) {
     if (IsAnyWordBefore(entry.node)) entry.node = kRoot;
   });
-  KeepFallbacks();
-  LeaveOutEnteredEdges();
-  built_.entries_.Fit([](const WordAutomaton::Entry& entry) { return WordAutomaton::HashOf(entry.prefix); },
-                      [](const WordAutomaton::Entry&) { return true; });
   built_.nodes_.shrink_to_fit();
   built_.wordOfNode_.shrink_to_fit();
+  built_.fallbacks_.shrink_to_fit();
   built_.words_.shrink_to_fit();
   return std::move(built_);
-}
-
-// No walk takes an edge from a first double-byte character to a second one: it enters behind both, unless a
-// word ends between them, and no fallback that leads to the first one is gone on from. They are many.
-void WordAutomatonBuilder::LeaveOutEnteredEdges() {
-  const auto& nodes = built_.nodes_;
-  const auto hashOf = [&](const WordAutomaton::Edge& edge) {
-    return WordAutomaton::HashOf(edge.parent, nodes[edge.child].label);
-  };
-  built_.edges_.Fit(hashOf, [&](const WordAutomaton::Edge& edge) {
-    const Node& parent = nodes[edge.parent];
-    const bool isFirst = edge.parent != kRoot && drafts_[edge.parent].parent == kRoot;
-    return !isFirst || parent.label <= 0xFF || parent.hasWord || nodes[edge.child].label <= 0xFF;
-  });
 }
 
 // The rest of a node is that of the node whose fallback it goes on from, and one character.
 void WordAutomatonBuilder::SetFallback(Index node) {
   Node& linked = built_.nodes_[node];
   const std::size_t length = linked.label > 0xFF ? 2 : 1;
-  for (Index from = drafts_[node].parent; from != kRoot; from = drafts_[from].fallback) {
-    const Index child = ChildOf(drafts_[from].fallback, linked.label);
+  for (Index from = drafts_[node].parent; from != kRoot; from = built_.fallbacks_[from]) {
+    const Index child = ChildOf(built_.fallbacks_[from], linked.label);
     if (child == kRoot) continue;
-    drafts_[node].fallback = child;
+    built_.fallbacks_[node] = child;
     const std::size_t rest = built_.nodes_[from].rest + length;
     linked.rest = rest < Prefix::kBytes ? static_cast<std::uint8_t>(rest) : Node::kDeep;
     return;
   }
 }
 
-void WordAutomatonBuilder::KeepFallbacks() {
-  for (Index node = 0; node < drafts_.size(); ++node) {
-    if (built_.nodes_[node].rest == Node::kDeep) built_.fallbacks_.Set(node, drafts_[node].fallback);
-  }
-  built_.fallbacks_.ShrinkToFit();
-}
-
 void WordAutomatonBuilder::JoinWords(Index node) {
-  const Index shorter = built_.wordOfNode_[drafts_[node].fallback];
+  const Index shorter = built_.wordOfNode_[built_.fallbacks_[node]];
   if (shorter == kNone) return;
   const Index longest = built_.wordOfNode_[node];
   if (longest == kNone) return SetWord(node, shorter);

@@ -26,7 +26,6 @@ class WordAutomatonBuilder {
   struct Draft {
     Index parent;
     Index nextOfDepth;  // the nodes of one depth hang together, ended by kNone
-    Index fallback;
   };
 
   Index ChildOf(Index node, std::uint16_t label) const {
@@ -37,9 +36,7 @@ class WordAutomatonBuilder {
   void SetWord(Index node, Index word);
   void AddEntry(std::string_view word, Index node);
   void SetFallback(Index node);
-  void KeepFallbacks();
   void JoinWords(Index node);
-  void LeaveOutEnteredEdges();
   WordAutomaton::Link& LinkOf(Index word);
   bool IsAnyWordBefore(Index node) const;
   bool CanOverlapItself(std::string_view word);
