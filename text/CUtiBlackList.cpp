@@ -19,13 +19,13 @@ std::string_view ViewOf(const CString& text) {
   return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
 }
 
-// Whether a text lies in the memory of a string. Pointers into different memory have an order only here.
+// Whether the text lies in the memory of the string. std::less_equal also orders unrelated pointers.
 bool IsWithin(const char* text, const CString& string) {
   const char* bytes = string.GetString();
   return std::less_equal<>()(bytes, text) && std::less_equal<>()(text, bytes + string.GetLength());
 }
 
-// Calls visit(word), until it says true, for each word that the index does not answer for.
+// Calls visit(word), until it returns true, for each word that is not in the index: all, if there is none.
 template <class Visit>
 bool VisitScannedWords(const CStringList& words, const zvuti::WordIndex* index, Visit visit) {
   if (index) return std::any_of(index->HalfWords().begin(), index->HalfWords().end(), visit);
@@ -40,7 +40,7 @@ bool VisitScannedWords(const CStringList& words, const zvuti::WordIndex* index, 
 CUtiBlackList::WordList::WordList() : CStringList(kBlockSize) {}
 CUtiBlackList::WordList::~WordList() = default;
 
-// The words have to be found, however few the heap leaves room for: without an index the queries scan.
+// If the index can't be allocated, the queries scan for each word.
 void CUtiBlackList::WordList::BuildIndex() noexcept {
   index.reset();
   if (IsEmpty()) return;
@@ -82,7 +82,7 @@ int CUtiBlackList::IsMatched(const char* text) const {
   return VisitScannedWords(words_, words_.index.get(), isFound) ? 1 : 0;
 }
 
-// The result keeps its memory from one call to the next, unless it holds the text.
+// The result keeps its memory from one call to the next, unless the text lies in it.
 int CUtiBlackList::ReplaceBlackWord(const char* text, CString& result) const {
   if (IsWithin(text, result)) {
     CString masked(text);
@@ -95,7 +95,8 @@ int CUtiBlackList::ReplaceBlackWord(const char* text, CString& result) const {
   return 1;
 }
 
-// `masked` is a copy of the text. Masks add up: what the index left half done may be done again.
+// `masked` is a copy of the text. If the index masks some words and then fails, all words are scanned for:
+// masking one twice does no harm.
 void CUtiBlackList::WordList::Mask(const char* text, CString& masked) const {
   if (masked.IsEmpty()) return;
   const std::string_view all(text, static_cast<std::size_t>(masked.GetLength()));

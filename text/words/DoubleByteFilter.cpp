@@ -3,34 +3,31 @@
 namespace zvuti {
 namespace {
 
-// Rows, 4 to 64 KB.
-constexpr unsigned kLeastLog = 9;
-constexpr unsigned kMostLog = 13;
-// With many more words than rows a look finds something too often to be worth its time.
+// With more words the filter names positions too often to be worth its time.
 constexpr std::size_t kMostWords = std::size_t{1} << 15;
+
+// 4 KB to 64 KB, four rows a word in between.
+unsigned LogRowsFor(std::size_t words) {
+  unsigned log = 9;
+  while (log < 13 && std::size_t{1} << log < words * 4) ++log;
+  return log;
+}
 
 }  // namespace
 
-DoubleByteFilter::DoubleByteFilter(std::size_t words) {
-  if (words > kMostWords) return;
-  unsigned log = kLeastLog;
-  while (log < kMostLog && std::size_t{1} << log < words * 4) ++log;
-  rows_.resize(std::size_t{1} << log);
-  shift_ = 32 - log;
-}
+DoubleByteFilter::DoubleByteFilter(std::size_t words)
+    : isUseful_(words <= kMostWords), rows_(isUseful_ ? LogRowsFor(words) : 1) {}
 
 void DoubleByteFilter::Add(std::string_view word) {
-  if (rows_.empty() || !gbk::IsLeadByte(word[0])) return;
   const char* bytes = word.data();
-  const Row before = kBitBefore[ByteAt(bytes, 0)];
-  Row& first = rows_[RowOf(bytes)];
-  if (word.size() == 2) {
-    first |= kBehind;
-    for (Row& row : rows_) row |= before;
+  if (!gbk::IsLeadByte(bytes[0])) return;
+  if (word.size() == 2) {  // any character may follow
+    rows_.AllowBeforeAnyKey(ByteAt(bytes, 0));
+    rows_.AllowAnyAfter(KeyAt(bytes));
     return;
   }
-  first |= kBitBehind[ByteAt(bytes, 2)];
-  if (gbk::IsLeadByte(word[2])) rows_[RowOf(bytes + 2)] |= before;
+  rows_.AllowAfter(KeyAt(bytes), ByteAt(bytes, 2));
+  if (gbk::IsLeadByte(bytes[2])) rows_.AllowBefore(KeyAt(bytes + 2), ByteAt(bytes, 0));
 }
 
 }  // namespace zvuti

@@ -1,124 +1,77 @@
-// WordAutomaton: finds all words of a list in one walk over a text (Aho and Corasick, 1975).
+// WordAutomaton: which words end at a position of a text? One pass over the text answers it for all words.
 //
-// It reads characters of GBK, not bytes, so that a match can begin only where a character begins. Its
-// states are the nodes of the words' trie; falling back from a node leads to the longest proper suffix
-// of it that is a node, too. It is made to stand behind a filter: a walk begins where a word may begin,
-// and ends where what is left of it is too short to be worth more than the filter's look ahead.
+// The idea (Aho and Corasick, 1975). The words form a trie, whose edges are characters. A search follows the
+// text from the root down. Where no child fits, it falls back to the longest proper suffix of what it has
+// read that is in the trie, too. WordIndex.h follows two words through it.
+//
+// Invariants:
+// - Edges are whole GBK characters, folded to capitals.
+// - A node's child is the next node in memory or in the table of edges. The root is nobody's child, so kRoot
+//   stands for "no child".
+//
+// Costs: 12 bytes a node, 12 a word, and two tables of 16 bytes a word; a step reads one node and, if it has
+// several children, a slot of the table of edges.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
-#include "gbk/CodePage936.h"
-#include "text/words/FilterBits.h"
+#include "text/words/Bytes.h"
 #include "text/words/ProbeTable.h"
 
 namespace zvuti {
 
-/// A character folded to its capital: the byte, or lead byte times 256 and trail byte. A lead byte at
-/// the end of a text is a character of its own.
-struct Character {
-  std::uint16_t code;
-  std::uint8_t length;  // in bytes
-};
-
-/// REQUIRES: a character of a zero-terminated text begins at `text`.
-inline Character CharacterAt(const char* text) {
-  if (gbk::CharLength(text) == 2)
-    return {static_cast<std::uint16_t>(ByteAt(text, 0) << 8 | ByteAt(text, 1)), 2};
-  return {static_cast<unsigned char>(gbk::ToUpper(*text)), 1};
-}
-
-/// The first four bytes of a text, folded; the characters that lie within have `length` bytes, 3 or 4.
-struct Prefix {
-  static constexpr std::size_t kBytes = 4;
-
-  /// REQUIRES: four bytes at `text`, where a character begins.
-  explicit Prefix(const char* text) {
-    if (gbk::IsLeadByte(text[0]) && gbk::IsLeadByte(text[2])) {  // nearly all
-      bytes = FourBytesAt(text);
-      return;
-    }
-    bool isTrail = false;
-    for (std::size_t i = 0; i < kBytes; ++i) {
-      const char folded = isTrail ? text[i] : gbk::ToUpper(text[i]);
-      bytes |= std::uint32_t{static_cast<unsigned char>(folded)} << 8 * i;
-      isTrail = !isTrail && gbk::IsLeadByte(text[i]);
-    }
-    if (isTrail) length = kBytes - 1;
-  }
-
-  std::uint32_t bytes = 0;
-  std::size_t length = kBytes;
-};
-
 class WordAutomaton {
  public:
-  using Index = std::uint32_t;
+  using Index = std::uint32_t;  // of a node, or of a word
   static constexpr Index kRoot = 0;
   static constexpr Index kNone = 0xFFFFFFFF;
 
-  /// A word, as the end of a match.
   struct Word {
-    std::uint32_t length;  // in bytes
-    Index link;            // kNone for most
-  };
-  /// What few words have.
-  struct Link {
-    /// The longest shorter word that ends at the same place and is to be looked at, kNone where there is
-    /// none. Behind a word that cannot overlap itself, and so is always masked whole, these are only those
-    /// that can: the others hide under its mask.
-    Index next = kNone;
-    Index loop = kNone;  // number among the words that can overlap themselves, kNone for one that cannot
+    std::uint32_t length;   // in bytes
+    Index shorter = kNone;  // the longest shorter word that ends wherever this one does
+    Index loop = kNone;     // numbers the words that can overlap themselves; kNone for all others
   };
 
-  /// What each step of a walk looks at. It is kept small: long lists have more nodes than a cache has room
-  /// for.
   struct Node {
     static constexpr std::uint8_t kDeep = 0xFF;
 
-    std::uint16_t label;   // code of the character that leads here
-    bool isNextChild : 1;  // the node behind this one is a child of it
-    bool hasBranches : 1;  // it has children elsewhere
-    bool hasWord : 1;      // a word ends here
-    /// Bytes of the fallback, kDeep for as many as a prefix has or more. Where there are fewer, the filter
-    /// and the entries see further than the fallback, and a walk ends.
-    std::uint8_t rest;
+    Index longestWord = kNone;       // that ends here
+    Index fallback = kRoot;          // the longest proper suffix that is a node
+    std::uint16_t label;             // code of the character that leads here
+    std::uint8_t fallbackBytes = 0;  // length of the fallback; kDeep if it is as long as a prefix or longer
+    bool isNextChild : 1 = false;    // the next node in memory is a child
+    bool hasBranches : 1 = false;    // the table of edges has children
+    bool isAfterWord : 1 = false;    // a word ends on the way here
   };
 
+  /// An automaton without words, with room for the edges and entries of `words` words.
+  explicit WordAutomaton(std::size_t words) : edges_(words), entries_(words) {}
+
   const Node& NodeAt(Index node) const { return nodes_[node]; }
-  /// The longest word that ends at a node. REQUIRES: one does.
-  Index WordOf(Index node) const { return wordOfNode_[node]; }
-  Index FallbackOf(Index node) const { return fallbacks_[node]; }
-  /// In bytes.
-  std::size_t LengthOf(Index word) const { return words_[word].length; }
-  Link LinkOf(Index word) const {
-    const Index link = words_[word].link;
-    return link == kNone ? Link() : links_[link];
-  }
+  const Word& WordAt(Index word) const { return words_[word]; }
   /// How many words can overlap themselves.
   Index Loops() const { return loops_; }
 
-  /// The node of the characters within a prefix, kNone where no word begins with it. It is kRoot, the start
-  /// of any walk, where a word ends on the way and must not be passed by.
-  Index Enter(std::uint32_t prefix) const {
+  /// The node of the whole characters of a prefix; kNone if no word starts with it. If a word ends on the way
+  /// there, it is kRoot: the search must not skip that word.
+  Index EntryOf(std::uint32_t prefix) const {
     const Entry* entry = entries_.Find(HashOf(prefix), [&](const Entry& e) { return e.prefix == prefix; });
-    return entry ? entry->node : kNone;
+    if (!entry) return kNone;
+    return nodes_[entry->node].isAfterWord ? kRoot : entry->node;
   }
 
   /// The child of `node` by the character `label`, or kRoot.
-  Index Child(Index node, std::uint16_t label) const {
-    const Node& from = nodes_[node];
-    if (from.isNextChild && nodes_[node + 1].label == label) return node + 1;
-    return from.hasBranches ? Branch(node, label) : kRoot;
+  Index ChildOf(Index node, std::uint16_t label) const {
+    const Node& parent = nodes_[node];
+    if (parent.isNextChild && nodes_[node + 1].label == label) return node + 1;
+    return parent.hasBranches ? BranchOf(node, label) : kRoot;
   }
 
  private:
   friend class WordAutomatonBuilder;
 
-  // A child that does not lie behind its parent.
   struct Edge {
     bool IsFree() const { return child == kRoot; }
 
@@ -132,24 +85,18 @@ class WordAutomaton {
     Index node = kNone;
   };
 
-  static std::uint32_t HashOf(std::uint32_t prefix) { return prefix * 0x9E3779B1u; }
-  static std::uint32_t HashOf(Index node, std::uint16_t label) {
-    return (node * 0x9E3779B1u + label) * 0x85EBCA6Bu;
+  static std::uint32_t EdgeHash(Index parent, std::uint16_t label) {
+    return (HashOf(parent) + label) * 0x85EBCA6Bu;  // any odd factor spreads the label, too
   }
-
-  Index Branch(Index node, std::uint16_t label) const {
-    const auto isSought = [&](const Edge& edge) {
-      return edge.parent == node && nodes_[edge.child].label == label;
-    };
-    const Edge* edge = edges_.Find(HashOf(node, label), isSought);
+  Index BranchOf(Index node, std::uint16_t label) const {
+    const Edge* edge = edges_.Find(EdgeHash(node, label), [&](const Edge& e) {
+      return e.parent == node && nodes_[e.child].label == label;
+    });
     return edge ? edge->child : kRoot;
   }
 
   std::vector<Node> nodes_;
-  std::vector<Index> wordOfNode_;  // kNone where none ends
-  std::vector<Index> fallbacks_;   // by node
   std::vector<Word> words_;
-  std::vector<Link> links_;
   ProbeTable<Edge> edges_;
   ProbeTable<Entry> entries_;
   Index loops_ = 0;

@@ -1,20 +1,25 @@
-// WordAutomatonBuilder: makes a WordAutomaton of a list of words, in time linear in their length.
+// WordAutomatonBuilder: fills a WordAutomaton with words, in time linear in their total length.
 #pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
 
 #include "text/words/WordAutomaton.h"
 
 namespace zvuti {
 
-/// All operations may throw std::bad_alloc; the builder is of no use after that.
+/// Add the words, then call Finish once. Both may throw std::bad_alloc; the automaton is useless after that.
 class WordAutomatonBuilder {
  public:
-  /// `words`: how many will come at most.
-  explicit WordAutomatonBuilder(std::size_t words);
+  /// `automaton`: one without words, with room for `words`. It must outlive the builder.
+  WordAutomatonBuilder(WordAutomaton& automaton, std::size_t words);
 
-  /// REQUIRES: the word is folded, not empty and ends with a whole character; a zero byte stands behind it. A
-  /// word may come twice.
+  /// REQUIRES: the word is folded, not empty, ends with a whole character and is followed by a zero byte. A
+  /// word may be added twice.
   void Add(std::string_view word);
-  WordAutomaton Build() &&;
+  void Finish();
 
  private:
   using Index = WordAutomaton::Index;
@@ -22,29 +27,21 @@ class WordAutomatonBuilder {
   static constexpr Index kRoot = WordAutomaton::kRoot;
   static constexpr Index kNone = WordAutomaton::kNone;
 
-  // What a node needs only until the automaton is built.
+  // What is known of a node while the automaton is built.
   struct Draft {
     Index parent;
-    Index nextOfDepth;  // the nodes of one depth hang together, ended by kNone
+    Index nextOfDepth;  // links the nodes of one depth; kNone ends the list
   };
 
-  Index ChildOf(Index node, std::uint16_t label) const {
-    return node == kRoot ? childOfRoot_[label] : built_.Child(node, label);
-  }
   Index AddChild(Index parent, std::uint16_t label, std::size_t depth);
-  void PushNode(std::uint16_t label, Index parent, Index nextOfDepth);
-  void SetWord(Index node, Index word);
   void AddEntry(std::string_view word, Index node);
+  void Complete(Index node);
   void SetFallback(Index node);
-  void JoinWords(Index node);
-  WordAutomaton::Link& LinkOf(Index word);
-  bool IsAnyWordBefore(Index node) const;
   bool CanOverlapItself(std::string_view word);
 
-  WordAutomaton built_;
-  std::vector<Draft> drafts_;        // by node
-  std::vector<Index> childOfRoot_;   // by label, kRoot where there is none: no other node is asked as often
-  std::vector<Index> firstOfDepth_;  // by depth, from that of the root's children on
+  WordAutomaton& built_;
+  std::vector<Draft> drafts_;           // by node
+  std::vector<Index> firstOfDepth_;     // by depth; the root's children have depth 0
   std::vector<std::uint32_t> borders_;  // scratch of CanOverlapItself
 };
 

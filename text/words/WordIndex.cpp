@@ -3,24 +3,25 @@
 #include <cstring>
 #include <memory>
 #include <new>
-#include <utility>
 
-#include "gbk/CodePage936.h"
+#include "text/words/Character.h"
 #include "text/words/WordAutomatonBuilder.h"
 
 namespace zvuti {
 namespace {
 
+constexpr auto kStop = std::string_view::npos;
+
 bool EndsInHalfCharacter(std::string_view word) {
-  std::size_t last = 0;
-  for (std::size_t i = 0; i < word.size(); i += gbk::CharLength(word, i)) last = i;
-  return gbk::IsLeadByte(word[last]) && last + 1 == word.size();
+  return gbk::IsLeadByte(word.back()) && IsCharacterStart(word, 0, word.size() - 1);
 }
 
 }  // namespace
 
-WordIndex::WordIndex(const CStringList& words) : filter_(static_cast<std::size_t>(words.GetCount())) {
-  WordAutomatonBuilder builder(static_cast<std::size_t>(words.GetCount()));
+WordIndex::WordIndex(const CStringList& words)
+    : filter_(static_cast<std::size_t>(words.GetCount())),
+      automaton_(static_cast<std::size_t>(words.GetCount())) {
+  WordAutomatonBuilder builder(automaton_, static_cast<std::size_t>(words.GetCount()));
   for (POSITION position = words.GetHeadPosition(); position;) {
     const CString& text = words.GetNext(position);
     const std::string_view word(text.GetString(), static_cast<std::size_t>(text.GetLength()));
@@ -31,69 +32,75 @@ WordIndex::WordIndex(const CStringList& words) : filter_(static_cast<std::size_t
       builder.Add(word);
     }
   }
-  automaton_ = std::move(builder).Build();
+  builder.Finish();
 }
 
-// Finds where a walk that begins at `at` comes to within the first characters: to a node that stands for
-// all of them, or just to the root. False when no word begins there.
-bool WordIndex::Enter(std::string_view text, std::size_t& at, WordAutomaton::Index& node) const {
-  node = WordAutomaton::kRoot;
-  if (text.size() - at < Prefix::kBytes) return true;
-  const Prefix prefix(text.data() + at);
-  const WordAutomaton::Index entered = automaton_.Enter(prefix.bytes);
-  if (entered == WordAutomaton::kNone) return filter_.MayBeginShort(text, at);
-  node = entered;
-  if (node != WordAutomaton::kRoot) at += prefix.length;
-  return true;
-}
-
-// Calls onWord(word, end) for the longest word that ends at each place of the text, until it says true; a
-// place may come twice. Each step of a walk takes a character or falls back to a shorter suffix, and the
-// next walk begins less than a prefix before the end of the last one, so the whole is linear.
+// Calls onWord(word, end) for the longest word that ends at each position. Returns true as soon as onWord
+// does. A position may come twice: after a search the filter goes on up to three bytes before its end. They
+// are so few that the whole stays linear.
 template <class OnWord>
-bool WordIndex::Walk(std::string_view text, OnWord onWord) const {
+bool WordIndex::Search(std::string_view text, OnWord onWord) const {
   bool isStopped = false;
-  filter_.Visit(text, [&](std::size_t at) {
-    WordAutomaton::Index node;
-    if (!Enter(text, at, node)) return at + gbk::CharLength(text, at);
-    while (true) {
-      if (automaton_.NodeAt(node).hasWord && onWord(automaton_.WordOf(node), at)) isStopped = true;
-      if (isStopped || at == text.size()) return text.size();
-      const Character character = CharacterAt(text.data() + at);
-      WordAutomaton::Index child;
-      while ((child = automaton_.Child(node, character.code)) == WordAutomaton::kRoot) {
-        if (node == WordAutomaton::kRoot) return at + character.length;
-        const std::uint8_t rest = automaton_.NodeAt(node).rest;
-        if (rest != WordAutomaton::Node::kDeep) return at - rest;
-        node = automaton_.FallbackOf(node);
-      }
-      node = child;
-      at += character.length;
-    }
+  filter_.Visit(text, [&](std::size_t start) {
+    const std::size_t next = SearchFrom(text, start, onWord);
+    isStopped = next == kStop;
+    return isStopped ? text.size() : next;
   });
   return isStopped;
 }
 
+// Searches from one start that the filter named. Returns where the filter goes on, or kStop if onWord
+// returned true.
+template <class OnWord>
+std::size_t WordIndex::SearchFrom(std::string_view text, std::size_t at, OnWord& onWord) const {
+  WordAutomaton::Index node = WordAutomaton::kRoot;
+  if (!Enter(text, at, node)) return at + gbk::CharLength(text, at);
+  while (true) {
+    const WordAutomaton::Index word = automaton_.NodeAt(node).longestWord;
+    if (word != WordAutomaton::kNone && onWord(word, at)) return kStop;
+    if (at == text.size()) return at;
+    const Character character = CharacterAt(text.data() + at);
+    WordAutomaton::Index child;
+    while ((child = automaton_.ChildOf(node, character.code)) == WordAutomaton::kRoot) {
+      if (node == WordAutomaton::kRoot) return at + character.length;
+      const std::uint8_t rest = automaton_.NodeAt(node).fallbackBytes;
+      if (rest != WordAutomaton::Node::kDeep) return at - rest;
+      node = automaton_.NodeAt(node).fallback;
+    }
+    node = child;
+    at += character.length;
+  }
+}
+
+// Looks up the first four bytes at `at`. Sets `node` to their entry, and advances `at` past their characters
+// unless that is the root. Returns false if no word can start at `at`.
+bool WordIndex::Enter(std::string_view text, std::size_t& at, WordAutomaton::Index& node) const {
+  if (text.size() - at < Prefix::kBytes) return true;
+  const Prefix prefix(text.data() + at);
+  const WordAutomaton::Index entry = automaton_.EntryOf(prefix.bytes);
+  if (entry == WordAutomaton::kNone) return filter_.MayStartShort(text, at);
+  node = entry;
+  if (node != WordAutomaton::kRoot) at += prefix.wholeBytes;
+  return true;
+}
+
 bool WordIndex::IsMatched(std::string_view text) const {
-  return Walk(text, [](WordAutomaton::Index, std::size_t) { return true; });
+  return Search(text, [](WordAutomaton::Index, std::size_t) { return true; });
 }
 
 bool WordIndex::Mask(std::string_view text, char* out) const noexcept {
-  std::unique_ptr<std::size_t[]> loopEnds;  // end of the last match of each word that can overlap itself
-  const bool isStopped = Walk(text, [&](WordAutomaton::Index index, std::size_t end) {
-    while (index != WordAutomaton::kNone) {
-      const std::size_t length = automaton_.LengthOf(index);
-      const WordAutomaton::Link link = automaton_.LinkOf(index);
-      const std::size_t begin = end - length;
-      bool isMatch = true;
-      if (link.loop != WordAutomaton::kNone) {
+  std::unique_ptr<std::size_t[]> loopEnds;  // where the last match of each self-overlapping word ended
+  const bool isStopped = Search(text, [&](WordAutomaton::Index index, std::size_t end) {
+    for (; index != WordAutomaton::kNone; index = automaton_.WordAt(index).shorter) {
+      const WordAutomaton::Word& word = automaton_.WordAt(index);
+      const std::size_t start = end - word.length;
+      if (word.loop != WordAutomaton::kNone) {
         if (!loopEnds) loopEnds.reset(new (std::nothrow) std::size_t[automaton_.Loops()]());
         if (!loopEnds) return true;
-        isMatch = begin >= loopEnds[link.loop];
-        if (isMatch) loopEnds[link.loop] = end;
+        if (start < loopEnds[word.loop]) continue;
+        loopEnds[word.loop] = end;
       }
-      if (isMatch) std::memset(out + begin, '*', length);
-      index = link.next;
+      std::memset(out + start, '*', word.length);
     }
     return false;
   });

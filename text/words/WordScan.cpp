@@ -4,13 +4,13 @@
 
 namespace zvuti {
 
-// Stepping goes on from the end of a match. Behind a word that ends in half a character this is the
-// middle of a character, and the candidates may stay out of step with the text from there on; but which
-// bytes are letters to fold is still a matter of the text's own characters.
+// After a match the candidates step on from its end. If the word ends in half a character, that is the middle
+// of a character of the text, and the candidates may stay out of step with its characters. Which bytes are
+// letters, and thus folded, still depends on the text's own characters, so both are tracked.
 std::size_t WordScan::Next() {
   while (text_.size() - at_ >= word_.size()) {
-    std::size_t behind;
-    while ((behind = character_ + gbk::CharLength(text_, character_)) <= at_) character_ = behind;
+    std::size_t next;
+    while ((next = character_ + gbk::CharLength(text_, character_)) <= at_) character_ = next;
     const std::size_t candidate = at_;
     const bool isFound = IsFoundHere();
     at_ += isFound ? word_.size() : gbk::CharLength(text_, at_);

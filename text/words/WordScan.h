@@ -1,4 +1,4 @@
-// WordScan: the occurrences of one folded word in a text, the slow and plain way.
+// WordScan: where does one word occur in a text? The slow and plain way, for words without an index.
 #pragma once
 
 #include <cstddef>
@@ -6,11 +6,11 @@
 
 namespace zvuti {
 
-/// Walks the occurrences as searching a copy of the text, folded to capitals, again and again from behind
-/// the last match would give them; no copy is made. Text and word hold no zero byte; both must stay.
+/// Finds what searching a copy of the text, folded to capitals, finds: from the left, each search starting
+/// after the last match. It makes no copy. Text and word contain no zero byte and must outlive the scan.
 class WordScan {
  public:
-  /// REQUIRES: `word` is folded and not empty.
+  /// REQUIRES: the word is folded and not empty.
   WordScan(std::string_view text, std::string_view word) : text_(text), word_(word) {}
 
   /// Byte index of the next occurrence, or npos.
@@ -20,8 +20,8 @@ class WordScan {
   bool IsFoundHere() const;
 
   std::string_view text_, word_;
-  std::size_t at_ = 0;         // the candidate
-  std::size_t character_ = 0;  // start of the text's character that holds the candidate
+  std::size_t at_ = 0;         // the next candidate
+  std::size_t character_ = 0;  // start of the character that contains it
 };
 
 }  // namespace zvuti

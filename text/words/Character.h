@@ -1,0 +1,60 @@
+// The units in which the word search reads a text: one GBK character, or the first four bytes at once.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "gbk/CodePage936.h"
+#include "text/words/Bytes.h"
+
+namespace zvuti {
+
+/// One character, folded to its capital.
+struct Character {
+  std::uint16_t code;   // the byte, or lead byte * 256 + trail byte
+  std::uint8_t length;  // in bytes
+};
+
+/// REQUIRES: a character of a zero-terminated text starts at `text`. A lead byte before the terminator is a
+/// character of its own.
+inline Character CharacterAt(const char* text) {
+  if (gbk::CharLength(text) == 2)
+    return {static_cast<std::uint16_t>(ByteAt(text, 0) << 8 | ByteAt(text, 1)), 2};
+  return {static_cast<unsigned char>(gbk::ToUpper(*text)), 1};
+}
+
+/// Whether a character starts at `index`, if one starts at `known`, which is not after it. One starts after
+/// each byte that is no lead byte. In a run of lead bytes each takes the next one as its trail byte, so one
+/// starts after every even number of them.
+inline bool IsCharacterStart(std::string_view text, std::size_t known, std::size_t index) {
+  std::size_t run = index;
+  while (run > known && gbk::IsLeadByte(text[run - 1])) --run;
+  return (index - run) % 2 == 0;
+}
+
+/// The first four bytes of a text or word, folded. If the fourth is the first half of a character, that
+/// character counts as outside: 'abc' and the lead byte of a Chinese character have `wholeBytes` 3.
+struct Prefix {
+  static constexpr std::size_t kBytes = 4;
+
+  /// REQUIRES: four bytes at `text`, where a character starts.
+  explicit Prefix(const char* text) {
+    if (gbk::IsLeadByte(text[0]) && gbk::IsLeadByte(text[2])) {  // two Chinese characters, nearly always
+      bytes = FourBytesAt(text);
+      return;
+    }
+    bool isTrail = false;
+    for (std::size_t i = 0; i < kBytes; ++i) {
+      const char folded = isTrail ? text[i] : gbk::ToUpper(text[i]);
+      bytes |= std::uint32_t{static_cast<unsigned char>(folded)} << 8 * i;
+      isTrail = !isTrail && gbk::IsLeadByte(text[i]);
+    }
+    if (isTrail) wholeBytes = kBytes - 1;
+  }
+
+  std::uint32_t bytes = 0;
+  std::size_t wholeBytes = kBytes;  // length of the characters that lie within: 3 or 4
+};
+
+}  // namespace zvuti
