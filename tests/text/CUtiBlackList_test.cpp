@@ -10,12 +10,14 @@
 
 #include "tests/support/HeapFaults.h"
 #include "tests/support/PlainWords.h"
+#include "tests/support/RandomBytes.h"
 #include "tests/support/RefuseEach.h"
 #include "tests/support/TempFolder.h"
 
 namespace {
 
 using test::MaskedPlainly;
+using test::RandomBytes;
 using Words = std::vector<std::string>;
 
 std::string FileOf(const Words& words) {
@@ -38,32 +40,6 @@ void ExpectPlainResults(const CUtiBlackList& list, const Words& words, const std
       << testing::PrintToString(words) << testing::PrintToString(text);
 }
 
-// Texts over few bytes: letters of both cases (they are trail bytes, too), lead bytes, and what is neither.
-class RandomBytes {
- public:
-  explicit RandomBytes(unsigned seed) : random_(seed) {
-    std::string all = "aAbBz\\ \x80\xFF\x81\xB0\xFE";
-    std::shuffle(all.begin(), all.end(), random_);
-    alphabet_ = all.substr(0, 2 + Below(5));
-  }
-
-  std::size_t Below(std::size_t limit) { return random_() % limit; }
-  std::string Text(std::size_t length) {
-    std::string text(length, '\0');
-    for (char& byte : text) byte = alphabet_[Below(alphabet_.size())];
-    return text;
-  }
-  Words List(std::size_t count, std::size_t longest) {
-    Words words;
-    for (std::size_t i = 0; i < count; ++i) words.push_back(Text(1 + Below(longest)));
-    return words;
-  }
-
- private:
-  std::mt19937 random_;
-  std::string alphabet_;
-};
-
 TEST(CUtiBlackList, MasksEveryWordAndNothingElse) {
   const struct {
     const char *file, *text, *masked;
@@ -72,6 +48,8 @@ TEST(CUtiBlackList, MasksEveryWordAndNothingElse) {
       {"a\n\x1A\nb", "ab", "*b"},  // the mark that ends a text file
       {"\r\n\n\r\n", "a\r\nb", "a\r\nb"},
       {"ABC\r\nBCD\r\n", "xabcdx", "x****x"},
+      {"CHEAP\nHEAPS\n\xB7\xE3\xD2\xB6", "buy cheaps, \xB7\xE3\xD2\xB6 or cheat",
+       "buy ******, **** or cheat"},  // 枫叶
       {"AA", "aaa", "**a"},
       {"AA\nBAA", "baaa aaaa", "***a ****"},  // the hidden AA at 1 keeps the next one, at 2, from counting
       {" a", "ba a", "ba**"},
