@@ -97,6 +97,48 @@ class Records(unittest.TestCase):
         self.assertEqual(code, 0)
         self.assertEqual(run("encode", "PlayerRecord", stdin=out)[1], wire)
 
+    def test_bytes_that_no_writer_makes_come_back(self):
+        key = [int.to_bytes(n, 4, "little") for n in range(3)]
+        bundle = bytes(22)
+        cases = [
+            ("PlayerStatus", b"\1\2\3\4" + bytes(4),
+             {"Kind": "unknown tag 0x04030201", "Word1": 0, "Word2": 0}),
+            ("CUtiCounterTable", b"\xff" * 4, {"Counters": -1}),
+            ("CUtiCounterTable", key[2] + key[2] + key[0] + key[2] + key[1], {"Counters": [[2, 0], [2, 1]]}),
+            ("CUtiCounterTable", key[2] + key[1] + key[0] + b"\xff" * 4 + key[1],
+             {"Counters": [[1, 0], [-1, 1]]}),
+            ("AmountMap", key[2] + (key[1] + bytes(12)) * 2,
+             {"Entries": [[1, {"Key": 1, "Reserved": "00 00 00 00", "Amount": 0}]] * 2}),
+            ("CUtiBundleTable", b"\xff" * 4 + b"\xfe" + b"\xff" * 3, {"Groups": -1, "Bundles": -2}),
+            ("CUtiBundleTable", key[2] + key[0] + (key[1] + key[0]) * 2, {"Groups": [[1, []]] * 2}),
+            ("CUtiBundleTable", key[0] + key[2] + key[2] + bundle + key[1] + bundle, None),
+        ]
+        for name, wire, shown in cases:
+            code, out, error = run("decode", name, "--json", stdin=wire)
+            self.assertEqual((code, error), (0, b""), (name, wire))
+            if shown:
+                self.assertEqual(json.loads(out), shown, name)
+            self.assertEqual(run("encode", name, stdin=out), (0, wire, b""), name)
+            self.assertIn(b"unknown tag" if name == "PlayerStatus" else b"written again it has other bytes",
+                          run("guess", stdin=wire)[1])
+
+    def test_any_whole_bytes_come_back(self):
+        source = random.Random(8)
+        whole = 0
+        tables = rows()
+        for name in tables:
+            wire = run("encode", name, stdin=json.dumps(Content(tables, name).record(name)).encode())[1]
+            for _ in range(4):
+                changed = bytearray(wire)
+                for _ in range(source.randrange(1, 4)):
+                    value = source.choice([0, 1, 2, 255, source.randrange(256)])
+                    changed[source.randrange(len(changed))] = value
+                code, out, _ = run("decode", name, "--json", stdin=bytes(changed))
+                if code == 0:
+                    whole += 1
+                    self.assertEqual(run("encode", name, stdin=out), (0, bytes(changed), b""), name)
+        self.assertGreater(whole, 50)
+
     def test_says_what_is_left_and_what_is_missing(self):
         item = run("encode", "ItemRecord", stdin=b"{}")[1]
         code, _, error = run("decode", "ItemRecord", stdin=item + bytes(12))
@@ -116,19 +158,45 @@ class Records(unittest.TestCase):
         self.assertEqual(run("guess", stdin=b"\x01\x02\x03\x04\x05")[0], 1)
 
     def test_refuses_json_that_is_no_record(self):
+        long_text = b'{"Text1": "%s"}' % (b"a" * 65540)
         cases = [
-            (b"{", b"parse error"),
-            (b"[]", b"ItemRecord: an object of fields is needed"),
-            (b'{"Nothing": 1}', b"Nothing: there is no such field in ItemRecord"),
-            (b'{"Tag": 256}', b"Tag: not a number that the field can hold"),
-            (b'{"Tag": 1.5}', b"Tag: a whole number is needed"),
-            (b'{"Tag": 1, "Tag": 2}', b'"Tag" comes twice'),
-            (b'{"Tag": null}', b"Tag: a whole number is needed"),
+            ("ItemRecord", b"", b"parse error"),
+            ("ItemRecord", b"{", b"parse error"),
+            ("ItemRecord", b"[]", b"ItemRecord: an object of fields is needed"),
+            ("ItemRecord", b'{"Tag": ' + b"[" * 200000 + b"]" * 200000 + b"}", b"nested more than 64 deep"),
+            ("ItemRecord", b'{"Tag": ' + b'{"a": ' * 70 + b"1" + b"}" * 71, b"nested more than 64 deep"),
+            ("ItemRecord", b'{"Nothing": 1}', b"Nothing: there is no such field in ItemRecord"),
+            ("ItemRecord", b'{"Tag\\u0000": 1}', b'"Tag\\u0000": there is no such field in ItemRecord'),
+            ("ItemRecord", b'{"Tag": 256}', b"Tag: not a number that the field can hold"),
+            ("ItemRecord", b'{"Tag": 1.5}', b"Tag: a whole number is needed"),
+            ("ItemRecord", b'{"Tag": 1, "Tag": 2}', b'"Tag" comes twice'),
+            ("ItemRecord", b'{"Tag": null}', b"Tag: a whole number is needed"),
+            ("ItemRecord", b'{"Tag": NaN}', b"parse error"),
+            ("ItemRecord", b'{"Tag": 1e400}', b"number overflow"),
+            ("ItemRecord", b'{"Tag": 99999999999999999999}', b"Tag: a whole number is needed"),
+            ("ItemRecord", b'{"Tag": "1 "}', b"Tag: not a number that the field can hold"),
+            ("ItemRecord", b'{"Tag": "\xff"}', b"parse error"),
+            ("ItemRecord", b'{"ItemKey": 1000000000, "Count": 5}',
+             b"Count: only on the wire if ItemKey < 1000000000"),
+            ("CodedAmount", b'{"Code1": 300}', b"Code1: not a number that the field can hold"),
+            ("TextPair", long_text, b"Text1: a text has up to 65535 bytes, not 65540"),
+            ("TextPair", b'{"Text1": 5}', b"Text1: a text in quotes is needed"),
+            ("NamedTexts", b'{"TextList": [%s]}' % b",".join([b'""'] * 65536), b"up to 65535"),
+            ("NamedTexts", b'{"TextList": {"0": ""}}', b"TextList: an array is needed"),
+            ("CUtiCounterTable", b'{"Counters": 2}', b"Counters: not the number of the entries given, 0"),
+            ("CUtiCounterTable", b'{"Counters": {"x": 2}}', b"Counters[x]: no such element"),
+            ("CUtiCounterTable", b'{"Counters": {"5": 1, "05": 2}}', b"Counters[05]: given twice"),
+            ("CUtiCounterTable", b'{"Counters": {"5]": 1}}', b"Counters: a number is needed for a key"),
+            ("CUtiCounterTable", b'{"Counters": [[1]]}', b"Counters: pairs of a key and a value are needed"),
+            ("CUtiCounterTable", b'{"Counters": [[1.5, 2]]}', b"Counters: pairs of a key and a value"),
+            ("CUtiBundleTable", b'{"Groups": 1}', b"group count: not the number of the entries given, 0"),
+            ("CUtiBundleTable", b'{"Groups": {"1": [-1]}}', b"Groups[1][0]: not a number that the field"),
         ]
-        for given, message in cases:
-            code, out, error = run("encode", "ItemRecord", stdin=given)
-            self.assertEqual((code, out), (2, b""), given)
+        for name, given, message in cases:
+            code, out, error = run("encode", name, stdin=given)
+            self.assertEqual((code, out), (2, b""), given[:100])
             self.assertIn(message, error)
+            self.assertLess(len(error), 300)
         code, _, error = run("encode", "PlayerRecord", stdin='{"Text1": "\U0001f600"}'.encode())
         self.assertEqual(code, 2)
         self.assertIn(b"Text1: U+1F600 is no character of GBK", error)

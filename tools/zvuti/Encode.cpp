@@ -18,14 +18,17 @@ struct Options {
   bool isHex = false;
 };
 
+constexpr int kMostDepth = 64;  // of JSON in JSON; no record comes near
+
 // Of two members with one name the parser would silently take one.
 Json ParseJson(const std::string& text) {
   std::vector<std::set<std::string>> open;  // the names so far in each object that is not closed yet
-  return Json::parse(text, [&](int, Json::parse_event_t event, const Json& parsed) {
+  return Json::parse(text, [&](int depth, Json::parse_event_t event, const Json& parsed) {
+    if (depth > kMostDepth) throw Failure("nested more than " + std::to_string(kMostDepth) + " deep");
     if (event == Json::parse_event_t::object_start) open.emplace_back();
     if (event == Json::parse_event_t::object_end) open.pop_back();
     if (event == Json::parse_event_t::key && !open.back().insert(parsed.get<std::string>()).second) {
-      throw Failure("\"" + parsed.get<std::string>() + "\" comes twice in one object");
+      throw Failure(parsed.dump() + " comes twice in one object");
     }
     return true;
   });
@@ -39,7 +42,7 @@ int Encode(const Options& options) {
   Json json;
   try {
     json = ParseJson(ReadAll(options.file));
-  } catch (const Json::parse_error& e) {
+  } catch (const Json::exception& e) {
     const std::string what = e.what();  // "[json.exception.parse_error.101] parse error at line 1, ..."
     const std::size_t close = what.find("] ");
     throw Failure(NameOf(options.file) + ": " + (close == what.npos ? what : what.substr(close + 2)));
@@ -62,7 +65,8 @@ void AddEncode(CLI::App& program, int& exitCode) {
   command->add_option("-o,--output", options->out, "write to a file, not to standard output")
       ->type_name("FILE");
   command->footer(
-      "The JSON is what zvuti decode --json prints. Fields that it leaves out have their defaults.\n"
+      "The JSON is what zvuti decode --json prints. Fields that it leaves out have their defaults; what\n"
+      "cannot be put into its field is refused.\n"
       "Numbers may also be texts, \"0x3B9ACA00\"; texts take \\x and two digits for a byte (in JSON\n"
       "\"\\\\x01\"), and a backslash is two of them.\n\n"
       "  zvuti decode ItemRecord item.bin --json | sed 's/\"Count\": 1/\"Count\": 2/' |\n"

@@ -55,13 +55,8 @@ std::vector<std::string> DoubtsOf(const std::string& record, const zvuti::Record
       isReservedClear = false;
     }
   }
-  std::string again;
-  try {
-    if (isTagKnown) again = ToBytes(record, ToJson(record, dump));
-  } catch (const Failure&) {
-    again.clear();
-  }
-  if (isTagKnown && again != bytes) doubts.emplace_back("written again it has other bytes");
+  if (isTagKnown && !IsAsWritten(record, dump, bytes))
+    doubts.emplace_back("written again it has other bytes");
   return doubts;
 }
 

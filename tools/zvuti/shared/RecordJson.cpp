@@ -1,5 +1,6 @@
 #include "shared/RecordJson.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <string_view>
@@ -25,33 +26,44 @@ Json Number(const std::string& text) {
   return text;
 }
 
-// The member of a map under a key. Keys mostly come in rising order: a key above the last one is new,
-// and needs no search.
-Json& Entry(Json& map, const std::string& key) {
-  auto& members = map.get_ref<Json::object_t&>();
-  if (!members.empty()) {
-    const std::string& last = members.back().first;
-    if (last == key) return members.back().second;
-    std::int64_t number = 0, lastNumber = 0;
-    const bool isNew = ParseWhole(key, number) && ParseWhole(last, lastNumber) && number > lastNumber;
-    if (!isNew) return map[key];
-  }
-  members.emplace_back(key, nullptr);
-  return members.back().second;
+// Whether a row below an entry of a map begins a further entry: what `entry` began with comes again.
+bool BeginsEntry(const Json& entry, const Shape& shape, std::string_view rest) {
+  if (shape.kind == Shape::Kind::kList) return rest == shape.sizePath;
+  return shape.kind != Shape::Kind::kRecord || rest.substr(1) == entry.begin().key();
 }
 
-Json& Element(Json& list, const std::string& index, bool isRecord) {
+// The entry of a map that a row belongs to. Rising keys are the members of an object; where one does not
+// rise, the map goes on as an array of pairs.
+Json& Entry(Json& map, const std::string& key, const Shape& shape, std::string_view rest) {
+  if (map.is_object()) {
+    auto& members = map.get_ref<Json::object_t&>();
+    if (!members.empty() && members.back().first == key && !BeginsEntry(members.back().second, shape, rest))
+      return members.back().second;
+    std::int64_t number = 0, last = 0;
+    if (members.empty() ||
+        (ParseWhole(key, number) && ParseWhole(members.back().first, last) && last < number))
+      return members.emplace_back(key, nullptr).second;
+    Json pairs = Json::array();
+    for (auto& [name, value] : members) pairs.push_back(Json::array({Number(name), std::move(value)}));
+    map = std::move(pairs);
+  } else if (map.back()[0] == Number(key) && !BeginsEntry(map.back()[1], shape, rest)) {
+    return map.back()[1];
+  }
+  map.push_back(Json::array({Number(key), nullptr}));
+  return map.back()[1];
+}
+
+Json& Element(Json& list, const std::string& index) {
   std::size_t place = 0;
   ParseWhole(index, place);
-  // A group that comes twice goes on where its first part ended.
-  if (!isRecord && place < list.size()) place = list.size();
   while (list.size() <= place) list.push_back(nullptr);
   return list[place];
 }
 
 Json EmptyOf(const Shape& shape) { return shape.kind == Shape::Kind::kList ? Json::array() : Json::object(); }
 
-// Puts the value of one row where its path leads. Rows of a framing name no field, and are passed by.
+// Puts the value of one row where its path leads. Rows of a framing name no field, and are passed by, but
+// for a count below 0: it stands in the place of the map, as others of its kind do.
 void Put(Json& root, const std::string& record, const zvuti::DumpRow& row) {
   std::string_view path = row.path;
   const auto takeName = [&path] {
@@ -60,9 +72,14 @@ void Put(Json& root, const std::string& record, const zvuti::DumpRow& row) {
     path.remove_prefix(end);
     return name;
   };
+  const auto isBelowZero = [&row] { return row.value.substr(0, 1) == "-"; };
   const std::string first = takeName();
   const Field* field = FindField(record, first);
-  if (!field) return;
+  if (!field) {
+    const Field* const counted = FindCounted(record, row.path);
+    if (counted && isBelowZero()) root[counted->name] = Number(row.value);
+    return;
+  }
   const Shape* shape = &field->shape;
   if (shape->kind == Shape::Kind::kMap && path.substr(0, 1) == ".") return;  // "Groups.key"
   Json* at = &root[first];
@@ -75,8 +92,7 @@ void Put(Json& root, const std::string& record, const zvuti::DumpRow& row) {
       const std::string key(path.substr(0, close));
       path.remove_prefix(close + 1);
       const Shape& element = shape->element[0];
-      at = shape->kind == Shape::Kind::kMap ? &Entry(*at, key)
-                                            : &Element(*at, key, element.kind == Shape::Kind::kRecord);
+      at = shape->kind == Shape::Kind::kMap ? &Entry(*at, key, element, path) : &Element(*at, key);
       shape = &element;
     } else {
       const std::string name = takeName();
@@ -86,12 +102,17 @@ void Put(Json& root, const std::string& record, const zvuti::DumpRow& row) {
       shape = &field->shape;
     }
   }
-  if (shape->kind == Shape::Kind::kList || shape->kind == Shape::Kind::kMap) {
+  if (shape->kind == Shape::Kind::kMap && isBelowZero()) {
+    *at = Number(row.value);
+  } else if (shape->kind == Shape::Kind::kList || shape->kind == Shape::Kind::kMap) {
     if (at->is_null() || shape->sizePath.empty()) *at = EmptyOf(*shape);
   } else {
     *at = shape->kind == Shape::Kind::kNumber ? Number(row.value) : Json(Shown(row.value));
   }
 }
+
+// Names of these letters are shown as they are; a zero byte would end the message.
+constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_ ";
 
 class Values {
  public:
@@ -114,14 +135,7 @@ class Values {
         }
         return;
       case Shape::Kind::kMap:
-        if (!json.is_object()) Refuse(path, "an object of keys and values is needed", json);
-        for (const auto& [key, value] : json.items()) {
-          const std::string entry = Inside(path, key);
-          const std::size_t count = values_.size();
-          Add(entry, shape.element[0], value);
-          if (values_.size() == count) Refuse(entry, "an entry needs at least one field", value);
-        }
-        return;
+        return AddMap(path, shape, json);
     }
   }
 
@@ -132,8 +146,11 @@ class Values {
     }
     for (const auto& [name, value] : json.items()) {
       const Field* field = FindField(record, name);
-      if (!field)
-        throw Failure(std::string(prefix).append(name).append(": there is no such field in ").append(record));
+      if (!field) {
+        const bool isPlain = name.find_first_not_of(kPlain) == name.npos;
+        throw Failure(prefix + (isPlain ? name : Json(name).dump()) + ": there is no such field in " +
+                      record);
+      }
       Add(std::string(prefix).append(name), field->shape, value);
     }
   }
@@ -141,6 +158,33 @@ class Values {
   std::vector<zvuti::NamedValue> Take() { return std::move(values_); }
 
  private:
+  void AddMap(const std::string& path, const Shape& shape, const Json& json) {
+    const std::string countPath =
+        shape.countPath.empty() ? path : path.substr(0, path.rfind('.') + 1) + shape.countPath;
+    if (json.is_number_integer()) return Push(countPath, json.dump());
+    if (json.is_array()) {
+      Push(countPath, std::to_string(json.size()));
+      for (const Json& pair : json) {
+        const bool isPair = pair.is_array() && pair.size() == 2;
+        if (!isPair || !(pair[0].is_number_integer() || pair[0].is_string()))
+          Refuse(path, "pairs of a key and a value are needed", pair);
+        AddEntry(path, pair[0].is_string() ? pair[0].get<std::string>() : pair[0].dump(), shape, pair[1]);
+      }
+      return;
+    }
+    if (!json.is_object()) Refuse(path, "an object of keys and values is needed", json);
+    for (const auto& [key, value] : json.items()) AddEntry(path, key, shape, value);
+  }
+
+  void AddEntry(const std::string& path, const std::string& key, const Shape& shape, const Json& json) {
+    if (key.find_first_not_of("-0123456789abcdefABCDEFxX") != key.npos)
+      Refuse(path, "a number is needed for a key", key);
+    const std::string entry = Inside(path, key);
+    const std::size_t count = values_.size();
+    Add(entry, shape.element[0], json);
+    if (values_.size() == count) Refuse(entry, "an entry needs at least one field", json);
+  }
+
   static std::string Inside(const std::string& path, const std::string& key) {
     return std::string(path).append("[").append(key).append("]");
   }
@@ -148,7 +192,7 @@ class Values {
   void Push(const std::string& path, std::string value) { values_.push_back({path, std::move(value)}); }
 
   [[noreturn]] static void Refuse(const std::string& path, const char* need, const Json& json) {
-    std::string given = json.dump(-1, ' ', false, Json::error_handler_t::replace);
+    std::string given = json.dump(-1, ' ', true, Json::error_handler_t::replace);
     if (given.size() > 40) given = given.substr(0, 37) + "...";
     throw Failure(path + ": " + need + ", not " + given);
   }
@@ -163,6 +207,19 @@ Json ToJson(const std::string& record, const zvuti::RecordDump& dump) {
   Json json = Json::object();
   for (const zvuti::DumpRow& row : dump.rows) Put(json, record, row);
   return json;
+}
+
+bool IsAsWritten(const std::string& record, const zvuti::RecordDump& dump, std::string_view bytes) {
+  std::vector<zvuti::NamedValue> values;
+  for (const zvuti::DumpRow& row : dump.rows) {
+    const std::size_t end = std::min(row.path.find_first_of(".["), row.path.size());
+    const Field* const field = FindField(record, row.path.substr(0, end));
+    const bool isCount = row.form == "map" || row.form.rfind("map of ", 0) == 0;
+    const bool isFraming = !field || (field->shape.kind == Shape::Kind::kMap && row.path[end] == '.');
+    if (!isCount && !isFraming) values.push_back({row.path, row.value});
+  }
+  std::string again, problem;
+  return zvuti::FillRecord(record, values, again, problem) && again == bytes;
 }
 
 std::vector<zvuti::NamedValue> ToValues(const std::string& record, const Json& json) {

@@ -50,18 +50,31 @@ std::vector<Field> FieldsOf(const std::string& record) {
   const bool isFramed = std::any_of(rows.begin(), rows.end(), [](const zvuti::RecordRow& row) {
     return row.name.find('[') != row.name.npos;
   });
+  std::vector<std::string> counts;  // of a framing: in front, in the order of the maps
   for (const zvuti::RecordRow& row : rows) {
     const std::size_t bracket = row.name.find('[');
-    if (row.name.empty()) {
+    if (isFramed && row.name.find_first_of(".[") == row.name.npos) {
+      counts.push_back(row.name);
+    } else if (row.name.empty()) {
       const std::vector<Field> inherited = FieldsOf(row.type);
       fields.insert(fields.end(), inherited.begin(), inherited.end());
     } else if (!isFramed) {
       fields.push_back({row.name, ShapeOf(row.form, row.type)});
     } else if (bracket != row.name.npos && !EndsWith(row.name, ".count")) {
       fields.push_back({row.name.substr(0, bracket), BracketedShape(row.name.substr(bracket), row)});
+      if (fields.size() <= counts.size()) fields.back().shape.countPath = counts[fields.size() - 1];
     }
   }
   return fields;
+}
+
+template <class Wanted>
+const Field* FindIf(const std::string& record, Wanted isWanted) {
+  static std::map<std::string, std::vector<Field>> known;
+  auto fields = known.find(record);
+  if (fields == known.end()) fields = known.emplace(record, FieldsOf(record)).first;
+  const auto found = std::find_if(fields->second.begin(), fields->second.end(), isWanted);
+  return found == fields->second.end() ? nullptr : &*found;
 }
 
 // Letters to change, add or drop to come from one name to the other.
@@ -111,12 +124,11 @@ const std::vector<zvuti::RecordRow>& RowsOf(const std::string& record) {
 }
 
 const Field* FindField(const std::string& record, const std::string& name) {
-  static std::map<std::string, std::vector<Field>> known;
-  auto fields = known.find(record);
-  if (fields == known.end()) fields = known.emplace(record, FieldsOf(record)).first;
-  const auto found = std::find_if(fields->second.begin(), fields->second.end(),
-                                  [&](const Field& field) { return field.name == name; });
-  return found == fields->second.end() ? nullptr : &*found;
+  return FindIf(record, [&](const Field& field) { return field.name == name; });
+}
+
+const Field* FindCounted(const std::string& record, const std::string& path) {
+  return FindIf(record, [&](const Field& field) { return field.shape.countPath == path; });
 }
 
 Width WidthOf(const zvuti::RecordRow& row) {

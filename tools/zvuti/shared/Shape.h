@@ -16,6 +16,7 @@ struct Shape {
   std::string record;          ///< name of a record's type
   std::vector<Shape> element;  ///< the one shape of what a list or a map holds
   std::string sizePath;        ///< of a list: what stands behind its path where its size is set
+  std::string countPath;       ///< of a map in a framing: where its count is set; otherwise that is its path
 };
 
 struct Field {
@@ -27,6 +28,8 @@ struct Field {
 const std::vector<zvuti::RecordRow>& RowsOf(const std::string& record);
 /// The fields of a record, those of the records that it extends among them. Null where there is none.
 const Field* FindField(const std::string& record, const std::string& name);
+/// The map whose count stands elsewhere, at `path`. Null where there is none.
+const Field* FindCounted(const std::string& record, const std::string& path);
 
 /// Bytes that a row takes: at least, and at most (kAnyWidth where nothing bounds it).
 struct Width {
