@@ -16,7 +16,7 @@ ZV_EXTERN_RECORD(BundleRecord)
 namespace zvuti::wire {
 namespace {
 
-constexpr std::size_t kMostMembers = 999'999;  // of a group, unless all of them are given
+constexpr std::size_t kMostMembers = 1'000'000;  // of a group, unless all of them are given
 
 std::string Element(const char* name, std::uint32_t key) {
   return std::string(name) + "[" + std::to_string(key) + "]";

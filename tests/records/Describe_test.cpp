@@ -162,11 +162,16 @@ TEST(Describe, TakesBackBytesThatNoWriterMakes) {
 TEST(Describe, FillsBundleTablesAsAllRecords) {
   const std::string none(4, '\0'), one = "\1\0\0\0"s;
   EXPECT_EQ(Filled("CUtiBundleTable", {{"Groups[0x1][0]", "0xFF"}}), one + none + one + one + "\xFF\0\0\0"s);
+  const std::string most =
+      Filled("CUtiBundleTable", {{"Groups[1].count", "1000000"}, {"Groups[1][999999]", "1"}});
+  EXPECT_EQ(most.substr(4'000'000), std::string(12, '\0') + one);
   const std::pair<std::vector<NamedValue>, const char*> contradictions[] = {
       {{{"Groups[1][1]", "1"}}, "Groups[1][1]: neither element 0 nor the number of elements is given"},
       {{{"Groups[1].count", "1"}, {"Groups[1][1]", "1"}},
        "Groups[1][1]: beyond the number of elements given, 1"},
       {{{"Groups[1][0]", "1"}, {"Groups[1][0]", "2"}}, "Groups[1][0]: given twice, with different values"},
+      {{{"Groups[1].count", "1000001"}}, "Groups[1].count: not a number of elements up to 1000000"},
+      {{{"Groups[1][1000000]", "1"}}, "Groups[1][1000000]: a sequence has up to 1000000 elements"},
       {{{"group count", "2"}, {"Groups[1][0]", "1"}}, "group count: not the number of the entries given, 1"},
       {{{"bundle count", "-2"}, {"Bundles[1].Value", "1"}},
        "bundle count: not the number of the entries given, 1"},
