@@ -278,7 +278,9 @@ TEST(BundleTable, IsShownAndFilledByName) {
         "Bundles[x].Value", "Bundles(1].Value", "Bundles[1]Value", "Bundles[1].Nothing", "X"}) {
     EXPECT_FALSE(zvuti::FillRecord("CUtiBundleTable", {{path, "1"}}, bytes, problem)) << path;
   }
-  ASSERT_TRUE(zvuti::FillRecord("CUtiBundleTable", {{"Groups[1][999999]", "1"}}, bytes, problem)) << problem;
+  ASSERT_TRUE(zvuti::FillRecord("CUtiBundleTable",
+                                {{"Groups[1].count", "1000000"}, {"Groups[1][999999]", "1"}}, bytes, problem))
+      << problem;
   EXPECT_EQ(bytes.size(), 16u + 4u * 1'000'000);
   EXPECT_FALSE(zvuti::FillRecord("CUtiBundleTable", {{"Groups[1].count", "1000001"}}, bytes, problem));
   EXPECT_FALSE(zvuti::FillRecord("CUtiBundleTable", {{"Groups[1][0]", "x"}}, bytes, problem));
