@@ -14,9 +14,10 @@
 /// the value of an attribute it leaves the document without a root. Declarations behind a reference to a
 /// parameter entity outside have no effect. What a document may make of a few bytes is bounded there, and
 /// beyond these bounds it has no root: its texts and values may be 128 MB longer than itself, its nodes and
-/// attributes a million more than its bytes; entities that refer to each other, and those within the document
-/// type, may expand to 128 KB or to a hundred times the document; 256 entities may refer to others, and 256
-/// attributes may be declared for one type of element.
+/// attributes a million more than its bytes, the names of its default attributes 1 MB more than 16 times as
+/// long; entities that refer to each other, and those within the document type, may expand to 128 KB or to a
+/// hundred times the document; 256 entities may refer to others, and 256 attributes may be declared for one
+/// type of element.
 class ZVUTILIB_API CUtiXmlParser {
  public:
   virtual ~CUtiXmlParser();

@@ -20,6 +20,10 @@ namespace {
 // it has itself. Only entities and default attributes can add to that, and these are the bounds.
 constexpr std::size_t kExtraNodes = 1'000'000;
 constexpr std::size_t kExtraText = 128u << 20;
+// The name of a default attribute costs its length wherever the attribute is added: so many bytes for each of
+// the document, and so many more.
+constexpr std::size_t kDefaultNames = 16;
+constexpr std::size_t kExtraDefaultNames = 1u << 20;
 
 // A document whose entities do not refer to each other cannot grow out of proportion to the references in
 // it. Where they do, a few of them can stand for gigabytes: the parser's guard then sets in early. So it does
@@ -351,7 +355,7 @@ void Builder::StartElement(const char* name, const char** attributes) {
     const std::string_view attribute = next[0], value = next[1];
     if (tree_.nodes[id].attributes.count >= written) {
       defaultNames_ += attribute.size();
-      StopUnless(defaultNames_ <= kExtraText);
+      StopUnless(defaultNames_ <= source_.size() * kDefaultNames + kExtraDefaultNames);
     }
     AddAttribute(tree_.names.Intern(attribute), value);
     isAnyBlank |= value.find(' ') != value.npos;
