@@ -50,7 +50,7 @@ FAULTS = [
     ("board.xml", b'<?xml version="1.0" encoding="nothing"?><a/>', ":1:1: ", "xml"),
     ("board.xml", '<a k="x \u2200="/>'.encode("utf-16-le"), ":1:1: ", "xml"),
     ("board.xml", '<?xml version="1.0" encoding="utf-16"?>\n<a>\U0001f600</a>'.encode("utf-16-be"), ":2:4: ", "xml"),
-    ("board.xml", b"<!DOCTYPE a SYSTEM 'd'>\n<a k='&x;'/>", ": ", "xml"),
+    ("board.xml", b"<!DOCTYPE a SYSTEM 'd'>\n<a k='&x;'/>", ":1:1: ", "xml"),
     ("board.xml", b"<!DOCTYPE a [\n<!ATTLIST a" + b" k CDATA ''" * 257 + b">]><a/>", ":2:", "xml"),
     ("maple2/Rank.ini", RANKS, "", "stray"),
     ("pine/Rank.ini", RANKS, "", "stray"),

@@ -104,8 +104,8 @@ void ExplainRefusal(const std::string& utf8, Place& place, std::string& message)
   if (utf8.size() > 0x7FFFFFFF ||
       XML_Parse(parser.get(), utf8.data(), static_cast<int>(utf8.size()), 1) != XML_STATUS_ERROR) {
     message =
-        "the library refuses the document, though it is well-formed but for its namespaces: a prefix is not "
-        "declared, a value refers to an entity that is not, or there is more to expand than the library "
+        "the library refuses the document, though it would do without namespaces and bounds: a prefix is not "
+        "declared, an attribute refers to an entity that is not, or more is to be expanded than the library "
         "takes";
     return;
   }
