@@ -26,9 +26,8 @@ class ZVUTILIB_API CUtiExpLevel {
   CUtiExpLevel& operator=(const CUtiExpLevel& other);
 
   /// Replaces the table by the content of the file at `path`; returns 1, or 0 with an empty table when
-  /// there is no such file, or it cannot be opened or not read to its end. A record that cannot be taken
-  /// for two numbers ends the table: those before it stay, and the result is 1. Throws std::bad_alloc,
-  /// with an empty table.
+  /// there is no such file, or it cannot be opened or read. A record that is not two numbers ends the
+  /// table: those before it stay, and the result is 1. Throws std::bad_alloc, with an empty table.
   int LoadLevelConfig(const std::string& path);
   /// The level of a player with `exp`: that of the last record that is not above it, of the first
   /// record where all are. 1 on an empty table.

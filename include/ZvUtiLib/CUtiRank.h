@@ -27,8 +27,8 @@ class ZVUTILIB_API CUtiRank {
   CUtiRank& operator=(const CUtiRank& other);
 
   /// Replaces the table by the game's file. False with an empty table when there is no such file, or it
-  /// cannot be opened or not read to its end. A record that is no name and a number ends the table: those
-  /// before it stay, and the result is true. Throws std::bad_alloc, with an empty table.
+  /// cannot be opened or read. A record that is not a name and a number ends the table: those before it
+  /// stay, and the result is true. Throws std::bad_alloc, with an empty table.
   bool LoadRankConfig(unsigned long gameId);
   /// The name of the rank for `score` points, in GBK: score / 100, cut toward zero, against the
   /// thresholds. Below the first threshold it is the first name, on an empty table "".

@@ -15,8 +15,8 @@ class ZVUTILIB_API CUtiTaskAuto {
   CUtiTaskAuto(const CUtiTaskAuto&) = delete;
   CUtiTaskAuto& operator=(const CUtiTaskAuto&) = delete;
 
-  /// Reads the file of this game in place of the one before. Where there is none, or it cannot be read to
-  /// its end, all names are "". Throws std::bad_alloc, with the names of the file before.
+  /// Reads the file of this game in place of the one before. Where there is none, or it cannot be read, all
+  /// names are "". Throws std::bad_alloc, with the names of the file before.
   void Load(unsigned long gameId);
   /// The task's name, "" where it has none and before the first Load. The string belongs to the
   /// object, and its next call overwrites it.

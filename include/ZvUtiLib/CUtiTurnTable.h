@@ -54,8 +54,8 @@ class ZVUTILIB_API CUtiTurnTable {
   /// - It stops less than v * v / 2000 + 1e-9 beyond the bound (0.0004 for v up to 0.8), and not more than
   ///   1e-9 before it, which is rounding. So it stops in the slot for v from 0.004 to 32; on a wheel with
   ///   more than 12 slots, n of them, up to 1000, for v from 0.004 to 112 / sqrt(n).
-  /// - It takes 251 / v to 264 / v ticks: 315 to 330 for v = 0.8, but millions for the small speeds near the
-  ///   end of a run-out, so a second call there can take that long.
+  /// - It takes 251 / v to 264 / v ticks, rounded up: 315 to 330 for v = 0.8, but millions for the small
+  ///   speeds near the end of a run-out, so a second call there can take that long.
   /// - At v = 0 (at rest, and before the first tick after TurnTable_Start) it returns 1 and sets endSlot, but
   ///   the next tick ends the run-out where the wheel stands.
   /// Returns 0, and changes nothing, for a slot that the wheel does not have.
