@@ -182,7 +182,7 @@ def cpu_model():
 def markdown(sections):
     lines = [f"Measured {datetime.date.today()}, {output_of('c++', '--version').splitlines()[0]}, {cpu_model()}."]
     for section, cells in sections.items():
-        lines += ["", f"### {section}", "", "| " + " | ".join(HEAD) + " |", "|" + "---|" * len(HEAD)]
+        lines += ["", f"## {section}", "", "| " + " | ".join(HEAD) + " |", "|" + "---|" * len(HEAD)]
         lines += ["| " + " | ".join(line) + " |" for line in cells]
     return "\n".join(lines)
 

@@ -16,7 +16,7 @@ refresh_wire_format() {
 make_interface_pages() {
   say "build/docs/html"
   local pages
-  pages=$(ls -- *.md; find docs -name '*.md' | sort)
+  pages=$(ls -- *.md; find docs benchmarks -name '*.md' | sort)
   mkdir -p build/docs
   rm -rf build/docs/html
   # Doxygen does not fail when its filter does; it only reports that and leaves the header out. So fail on any
