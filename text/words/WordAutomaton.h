@@ -34,22 +34,28 @@ class WordAutomaton {
     Index loop = kNone;     // numbers the words that can overlap themselves; kNone for all others
   };
 
+  /// What nearly every step reads. It is small because the nodes of a long list exceed the caches.
   struct Node {
     static constexpr std::uint8_t kDeep = 0xFF;
 
-    Index longestWord = kNone;       // that ends here
-    Index fallback = kRoot;          // the longest proper suffix that is a node
     std::uint16_t label;             // code of the character that leads here
     std::uint8_t fallbackBytes = 0;  // length of the fallback; kDeep if it is as long as a prefix or longer
     bool isNextChild : 1 = false;    // the next node in memory is a child
     bool hasBranches : 1 = false;    // the table of edges has children
     bool isAfterWord : 1 = false;    // a word ends on the way here
+    bool hasWord : 1 = false;        // a word ends here
+  };
+  /// What few steps read of a node.
+  struct NodeLinks {
+    Index longestWord = kNone;  // that ends here
+    Index fallback = kRoot;     // the longest proper suffix that is a node
   };
 
   /// An automaton without words, with room for the edges and entries of `words` words.
   explicit WordAutomaton(std::size_t words) : edges_(words), entries_(words) {}
 
   const Node& NodeAt(Index node) const { return nodes_[node]; }
+  const NodeLinks& LinksOf(Index node) const { return links_[node]; }
   const Word& WordAt(Index word) const { return words_[word]; }
   /// How many words can overlap themselves.
   Index Loops() const { return loops_; }
@@ -96,6 +102,7 @@ class WordAutomaton {
   }
 
   std::vector<Node> nodes_;
+  std::vector<NodeLinks> links_;  // by node
   std::vector<Word> words_;
   ProbeTable<Edge> edges_;
   ProbeTable<Entry> entries_;

@@ -15,9 +15,9 @@ constexpr std::size_t kNodesPerWord = 4;
 WordAutomatonBuilder::WordAutomatonBuilder(WordAutomaton& automaton, std::size_t words) : built_(automaton) {
   const std::size_t nodes = 1 + words * kNodesPerWord;
   built_.nodes_.reserve(nodes);
+  built_.links_.reserve(nodes);
   drafts_.reserve(nodes);
-  built_.nodes_.push_back({.label = 0});  // the root
-  drafts_.push_back({kRoot, kNone});
+  PushNode(0, {kRoot, kNone});
 }
 
 void WordAutomatonBuilder::Add(std::string_view word) {
@@ -31,8 +31,8 @@ void WordAutomatonBuilder::Add(std::string_view word) {
     at += character.length;
     if (at <= Prefix::kBytes) entry = node;
   }
-  if (built_.nodes_[node].longestWord != kNone) return;  // added before
-  built_.nodes_[node].longestWord = static_cast<Index>(built_.words_.size());
+  if (built_.nodes_[node].hasWord) return;  // added before
+  SetWord(node, static_cast<Index>(built_.words_.size()));
   const Index loop = CanOverlapItself(word) ? built_.loops_++ : kNone;
   built_.words_.push_back({static_cast<std::uint32_t>(word.size()), kNone, loop});
   AddEntry(word, entry);
@@ -45,8 +45,7 @@ WordAutomatonBuilder::Index WordAutomatonBuilder::AddChild(Index parent, std::ui
   if (built_.nodes_.size() >= kNone) throw std::bad_alloc();
   const auto child = static_cast<Index>(built_.nodes_.size());
   if (depth == firstOfDepth_.size()) firstOfDepth_.push_back(kNone);
-  built_.nodes_.push_back({.label = label});
-  drafts_.push_back({parent, firstOfDepth_[depth]});
+  PushNode(label, {parent, firstOfDepth_[depth]});
   firstOfDepth_[depth] = child;
   if (child == parent + 1) {
     built_.nodes_[parent].isNextChild = true;
@@ -63,12 +62,24 @@ void WordAutomatonBuilder::AddEntry(std::string_view word, Index node) {
   if (built_.EntryOf(prefix.bytes) == kNone) built_.entries_.Add({prefix.bytes, node}, HashOf(prefix.bytes));
 }
 
+void WordAutomatonBuilder::PushNode(std::uint16_t label, const Draft& draft) {
+  built_.nodes_.push_back({.label = label});
+  built_.links_.emplace_back();
+  drafts_.push_back(draft);
+}
+
+void WordAutomatonBuilder::SetWord(Index node, Index word) {
+  built_.nodes_[node].hasWord = true;
+  built_.links_[node].longestWord = word;
+}
+
 // Goes through the nodes by depth: the parent and the fallback of a node are complete before it is.
 void WordAutomatonBuilder::Finish() {
   for (const Index first : firstOfDepth_) {
     for (Index node = first; node != kNone; node = drafts_[node].nextOfDepth) Complete(node);
   }
   built_.nodes_.shrink_to_fit();
+  built_.links_.shrink_to_fit();
   built_.words_.shrink_to_fit();
 }
 
@@ -76,22 +87,22 @@ void WordAutomatonBuilder::Complete(Index index) {
   SetFallback(index);
   Node& node = built_.nodes_[index];
   const Node& parent = built_.nodes_[drafts_[index].parent];
-  node.isAfterWord = parent.isAfterWord || parent.longestWord != kNone;
-  const Index shorter = built_.nodes_[node.fallback].longestWord;
-  if (node.longestWord == kNone) {
-    node.longestWord = shorter;
-  } else {
-    built_.words_[node.longestWord].shorter = shorter;
+  node.isAfterWord = parent.isAfterWord || parent.hasWord;
+  const Index shorter = built_.links_[built_.links_[index].fallback].longestWord;
+  if (node.hasWord) {
+    built_.words_[built_.links_[index].longestWord].shorter = shorter;
+  } else if (shorter != kNone) {
+    SetWord(index, shorter);
   }
 }
 
 // The node's character is looked for below the parent's fallback, below that one's fallback, and so on.
 void WordAutomatonBuilder::SetFallback(Index index) {
   Node& node = built_.nodes_[index];
-  for (Index from = drafts_[index].parent; from != kRoot; from = built_.nodes_[from].fallback) {
-    const Index fallback = built_.ChildOf(built_.nodes_[from].fallback, node.label);
+  for (Index from = drafts_[index].parent; from != kRoot; from = built_.links_[from].fallback) {
+    const Index fallback = built_.ChildOf(built_.links_[from].fallback, node.label);
     if (fallback == kRoot) continue;
-    node.fallback = fallback;
+    built_.links_[index].fallback = fallback;
     const std::size_t bytes = built_.nodes_[from].fallbackBytes + (node.label > 0xFF ? 2u : 1u);
     node.fallbackBytes = bytes < Prefix::kBytes ? static_cast<std::uint8_t>(bytes) : Node::kDeep;
     return;

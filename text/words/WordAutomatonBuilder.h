@@ -34,6 +34,8 @@ class WordAutomatonBuilder {
   };
 
   Index AddChild(Index parent, std::uint16_t label, std::size_t depth);
+  void PushNode(std::uint16_t label, const Draft& draft);
+  void SetWord(Index node, Index word);
   void AddEntry(std::string_view word, Index node);
   void Complete(Index node);
   void SetFallback(Index node);

@@ -56,8 +56,7 @@ std::size_t WordIndex::SearchFrom(std::string_view text, std::size_t at, OnWord&
   WordAutomaton::Index node = WordAutomaton::kRoot;
   if (!Enter(text, at, node)) return at + gbk::CharLength(text, at);
   while (true) {
-    const WordAutomaton::Index word = automaton_.NodeAt(node).longestWord;
-    if (word != WordAutomaton::kNone && onWord(word, at)) return kStop;
+    if (automaton_.NodeAt(node).hasWord && onWord(automaton_.LinksOf(node).longestWord, at)) return kStop;
     if (at == text.size()) return at;
     const Character character = CharacterAt(text.data() + at);
     WordAutomaton::Index child;
@@ -65,7 +64,7 @@ std::size_t WordIndex::SearchFrom(std::string_view text, std::size_t at, OnWord&
       if (node == WordAutomaton::kRoot) return at + character.length;
       const std::uint8_t rest = automaton_.NodeAt(node).fallbackBytes;
       if (rest != WordAutomaton::Node::kDeep) return at - rest;
-      node = automaton_.NodeAt(node).fallback;
+      node = automaton_.LinksOf(node).fallback;
     }
     node = child;
     at += character.length;
@@ -91,8 +90,9 @@ bool WordIndex::IsMatched(std::string_view text) const {
 bool WordIndex::Mask(std::string_view text, char* out) const noexcept {
   std::unique_ptr<std::size_t[]> loopEnds;  // where the last match of each self-overlapping word ended
   const bool isStopped = Search(text, [&](WordAutomaton::Index index, std::size_t end) {
-    for (; index != WordAutomaton::kNone; index = automaton_.WordAt(index).shorter) {
-      const WordAutomaton::Word& word = automaton_.WordAt(index);
+    while (index != WordAutomaton::kNone) {
+      const WordAutomaton::Word word = automaton_.WordAt(index);
+      index = word.shorter;
       const std::size_t start = end - word.length;
       if (word.loop != WordAutomaton::kNone) {
         if (!loopEnds) loopEnds.reset(new (std::nothrow) std::size_t[automaton_.Loops()]());
