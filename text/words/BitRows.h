@@ -12,7 +12,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "text/words/Bytes.h"
+#include "text/words/Character.h"
 
 namespace zvuti {
 

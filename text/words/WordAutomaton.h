@@ -17,7 +17,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "text/words/Bytes.h"
+#include "text/words/Character.h"
 #include "text/words/ProbeTable.h"
 
 namespace zvuti {
