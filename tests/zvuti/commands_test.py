@@ -98,11 +98,13 @@ class Commands(unittest.TestCase):
             _, angle, _, speed = map(float, lines[-1].split(","))
             self.assertEqual(speed, 0)
             self.assertLess((angle - slot * 6.283185307179586 / slots) % 6.283185307179586, 0.0004)
+        self.assertEqual(run("wheel", "--slot", 5, "--svg", "-")[1], (SOURCE / "docs/images/spin.svg").read_bytes())
         picture = xml.etree.ElementTree.fromstring(run("wheel", "--slot", 3, "--svg", "-")[1])
         self.assertIn("slot 3 of 12", "".join(picture.itertext()))
 
     def test_the_tour_shows_what_the_program_prints(self):
-        blocks = re.findall(r"```console\n(.*?)```", (SOURCE / "docs/zvuti.md").read_text(), re.S)
+        pages = "".join((SOURCE / page).read_text() for page in ("README.md", "docs/zvuti.md"))
+        blocks = re.findall(r"```console\n(.*?)```", pages, re.S)
         transcripts = [part for block in blocks for part in re.split(r"^\$ ", block, flags=re.M)[1:]]
         self.assertGreater(len(transcripts), 8)
         for transcript in transcripts:
