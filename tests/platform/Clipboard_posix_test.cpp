@@ -22,6 +22,7 @@ TEST(Clipboard, BelongsToTheThreadThatOpenedIt) {
   HGLOBAL block = GlobalAlloc(0, 1);
   EXPECT_EQ(SetClipboardData(CF_TEXT, block), nullptr);  // not open
   ASSERT_EQ(OpenClipboard(nullptr), 1);
+  EXPECT_EQ(EmptyClipboard(), 1);  // other tests may have left a text
   EXPECT_EQ(SetClipboardData(CF_TEXT, nullptr), nullptr);
   EXPECT_EQ(IsClipboardFormatAvailable(CF_TEXT), 0);
   EXPECT_EQ(SetClipboardData(CF_TEXT, block), block);
