@@ -3,10 +3,12 @@
 
 #include <bit>
 #include <cstring>
-#include <functional>
 #include <limits>
 #include <memory>
 #include <new>
+#include <string_view>
+
+#include "platform/PointsInto.h"
 
 static_assert(std::endian::native == std::endian::little,
               "values travel as their memory image, which the format has in little-endian order");
@@ -27,8 +29,8 @@ void WriteText(CStreamWriter& out, const void* body, std::size_t length) {
   const auto* from = static_cast<const unsigned char*>(body);
   // Appending the count may move the stream's bytes, and with them a text that lies there.
   const unsigned char* bytes = out.Data();
-  const std::less<const unsigned char*> before;
-  const bool isInside = bytes && !before(from, bytes) && before(from, bytes + out.Capacity());
+  const std::string_view room(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(out.Capacity()));
+  const bool isInside = bytes && zvuti::PointsInto(room, static_cast<const char*>(body));
   const std::ptrdiff_t offset = isInside ? from - bytes : 0;
   if (isInside && count > 0 && offset + count > out.Length()) return WriteFromSpareRoom(out, from, count);
   out << count;

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cstring>
-#include <functional>
 #include <stdexcept>
 #include <utility>
 
 #include "data/FormatMeasure.h"
 #include "platform/FormatConversion.h"
 #include "platform/Formatter.h"
+#include "platform/PointsInto.h"
 
 namespace {
 
@@ -31,11 +31,6 @@ void Copy(char* to, const char* from, std::size_t count) {
 
 void Move(char* to, const char* from, std::size_t count) {
   if (count > 0) std::memmove(to, from, count);
-}
-
-bool IsWithin(std::string_view text, const char* place) {
-  const std::less_equal<const char*> notAfter;
-  return notAfter(text.data(), place) && notAfter(place, text.data() + text.size());
 }
 
 }  // namespace
@@ -112,8 +107,8 @@ unsigned CTextString::ReplaceAll(const char* oldText, const char* newText) {
 
   CTextString oldCopy;
   CTextString newCopy;
-  if (IsWithin(*this, oldView.data())) oldView = oldCopy = CTextString(oldView);
-  if (IsWithin(*this, newView.data())) newView = newCopy = CTextString(newView);
+  if (zvuti::PointsInto(*this, oldView.data())) oldView = oldCopy = CTextString(oldView);
+  if (zvuti::PointsInto(*this, newView.data())) newView = newCopy = CTextString(newView);
   if (room > capacity_) MoveToBlock(room);
 
   // The text waits at the end of the room while the result is written from the front; the result
@@ -213,7 +208,7 @@ CTextString& CTextString::Splice(unsigned position, unsigned removed, const char
     // A text inside this string lies partly before the tail, where it stays, and partly in the tail,
     // which moves away from under it.
     const std::size_t shift = added - removed;
-    const bool isOwn = IsWithin(*this, text);
+    const bool isOwn = zvuti::PointsInto(*this, text);
     const auto offset = isOwn ? static_cast<std::size_t>(text - bytes) : 0;
     const std::size_t staying = !isOwn ? added : offset >= tailAt ? 0 : std::min(added, tailAt - offset);
     Move(bytes + tailAt + shift, bytes + tailAt, tail);

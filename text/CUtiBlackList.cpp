@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
-#include <functional>
 #include <string_view>
 #include <utility>
 
+#include "platform/PointsInto.h"
 #include "platform/mfc/CFile.h"
 #include "text/words/WordIndex.h"
 #include "text/words/WordScan.h"
@@ -17,12 +17,6 @@ constexpr int kBlockSize = 10;
 
 std::string_view ViewOf(const CString& text) {
   return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
-}
-
-// Whether the text lies in the memory of the string. std::less_equal also orders unrelated pointers.
-bool IsWithin(const char* text, const CString& string) {
-  const char* bytes = string.GetString();
-  return std::less_equal<>()(bytes, text) && std::less_equal<>()(text, bytes + string.GetLength());
 }
 
 // Calls visit(word), until it returns true, for each word that is not in the index: all, if there is none.
@@ -84,7 +78,7 @@ int CUtiBlackList::IsMatched(const char* text) const {
 
 // The result keeps its memory from one call to the next, unless the text lies in it.
 int CUtiBlackList::ReplaceBlackWord(const char* text, CString& result) const {
-  if (IsWithin(text, result)) {
+  if (zvuti::PointsInto(result, text)) {
     CString masked(text);
     words_.Mask(text, masked);
     result = std::move(masked);

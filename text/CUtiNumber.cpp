@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
-#include <functional>
 #include <limits>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
 
 #include "gbk/Ascii.h"
+#include "platform/PointsInto.h"
 
 namespace {
 
@@ -122,14 +122,9 @@ char* BufferOf(CString& string, std::size_t size) {
   return string.GetBuffer(static_cast<int>(size));
 }
 
-bool LiesIn(const char* text, const CString& string) {
-  const std::less_equal<const char*> isUpTo;
-  return isUpTo(string.GetString(), text) && isUpTo(text, string.GetString() + string.GetLength());
-}
-
 // Sets the sign and the first group, then a comma and four digits for each further group.
 void SetGrouped(const char* number, std::size_t size, CString& result) {
-  if (LiesIn(number, result)) {
+  if (zvuti::PointsInto(result, number)) {
     const CString apart(std::string_view(number, size));
     return SetGrouped(apart, size, result);
   }

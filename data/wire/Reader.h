@@ -96,7 +96,7 @@ class Reader {
   // the first.
   template <class T>
   ZV_INLINE void code(const char*, T& field) {
-    static_assert(sizeof(T) == 4);
+    static_assert(sizeof(T) == 4, "a byte code is a 32-bit field");
     auto byte = static_cast<std::uint8_t>(word_);
     TakeBytes<1>(&byte);
     word_ = byte;
@@ -217,7 +217,7 @@ class Reader {
   }
   template <std::size_t kWidth, class T>
   ZV_INLINE void Number(T& field) {
-    static_assert(sizeof(T) == kWidth && kIsNumber<T>);
+    static_assert(sizeof(T) == kWidth && kIsNumber<T>, "the field's width differs from the row's");
     TakeBytes<kWidth>(&field);
   }
   template <std::size_t kWidth, class T>

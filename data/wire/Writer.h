@@ -62,7 +62,7 @@ class Writer {
 
   template <class T>
   ZV_INLINE void code(const char*, const T& value) {
-    static_assert(sizeof(T) == 4);
+    static_assert(sizeof(T) == 4, "a byte code is a 32-bit field");
     Number<1>(static_cast<std::uint8_t>(value));
   }
 
@@ -152,7 +152,7 @@ class Writer {
 
   template <std::size_t kWidth, class T>
   ZV_INLINE void Number(const T& value) {
-    static_assert(sizeof(T) == kWidth && kIsNumber<T>);
+    static_assert(sizeof(T) == kWidth && kIsNumber<T>, "the field's width differs from the row's");
     sink_.Put(&value, kWidth);
   }
   template <std::size_t kWidth, class T>

@@ -78,7 +78,7 @@ void RestoreSpaces(std::string_view written, char* value, std::size_t length) {
       if (bytes == 0) return;
       at += bytes - 1;
       i = end;
-    } else if (at >= length || restored[at] != (IsSpace(written[i]) ? ' ' : written[i])) {
+    } else if (at >= length || restored[at] != (IsXmlSpace(written[i]) ? ' ' : written[i])) {
       return;
     } else if (written[i] == '\r') {
       restored[at] = '\n';
@@ -339,7 +339,7 @@ void Builder::FlushText() {
 }
 
 void Builder::Characters(std::string_view bytes) {
-  isTextSpace_ = isTextSpace_ && std::all_of(bytes.begin(), bytes.end(), IsSpace);
+  isTextSpace_ = isTextSpace_ && std::all_of(bytes.begin(), bytes.end(), IsXmlSpace);
   Store(bytes);
 }
 

@@ -33,7 +33,7 @@ bool IsOneOf(std::string_view name, const std::string_view (&names)[kCount]) {
 }
 
 std::string_view SkipSpace(std::string_view text) {
-  const auto end = std::find_if_not(text.begin(), text.end(), IsSpace);
+  const auto end = std::find_if_not(text.begin(), text.end(), IsXmlSpace);
   return text.substr(static_cast<std::size_t>(end - text.begin()));
 }
 
@@ -41,7 +41,7 @@ std::string_view SkipSpace(std::string_view text) {
 // that is not well-formed may give anything: the parser refuses it later.
 std::string DeclaredEncoding(std::string_view text) {
   constexpr std::string_view kWord = "encoding";
-  if (text.substr(0, 5) != "<?xml" || text.size() < 6 || !IsSpace(text[5])) return {};
+  if (text.substr(0, 5) != "<?xml" || text.size() < 6 || !IsXmlSpace(text[5])) return {};
   text = text.substr(0, text.find("?>"));
   const std::size_t at = text.find(kWord);
   if (at == text.npos) return {};

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "gbk/Ascii.h"
+
 namespace zvuti::xml {
 namespace {
 
@@ -34,9 +36,9 @@ struct Filter {
 };
 
 // Reads a selection; each function is false where it is malformed.
-class Reader {
+class SelectionParser {
  public:
-  Reader(std::string_view text, const NameTable& names) : rest_(text), names_(names) {}
+  SelectionParser(std::string_view text, const NameTable& names) : rest_(text), names_(names) {}
 
   bool ReadAll(Path& path) { return ReadPath(path) && rest_.empty(); }
 
@@ -49,11 +51,10 @@ class Reader {
   static bool IsNameStart(char byte) {
     return (byte & 0x80) != 0 || byte == '_' || (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
   }
-  static bool IsDigit(char byte) { return byte >= '0' && byte <= '9'; }
   static bool IsInName(char byte) { return IsNameStart(byte) || IsDigit(byte) || byte == '-' || byte == '.'; }
 
   void SkipBlanks() {
-    while (!rest_.empty() && IsSpace(rest_.front())) rest_.remove_prefix(1);
+    while (!rest_.empty() && IsXmlSpace(rest_.front())) rest_.remove_prefix(1);
   }
   bool Starts(char byte) const { return !rest_.empty() && rest_.front() == byte; }
   bool Take(char byte) {
@@ -357,7 +358,7 @@ class Evaluator {
 
 std::optional<Place> SelectFirst(const XmlTree& tree, Place from, std::string_view selection) {
   Path path;
-  if (!Reader(selection, tree.names).ReadAll(path)) return std::nullopt;
+  if (!SelectionParser(selection, tree.names).ReadAll(path)) return std::nullopt;
   return Evaluator(tree).First(path, from);
 }
 

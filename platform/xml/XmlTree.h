@@ -18,7 +18,7 @@ constexpr NodeId kDocumentNode = 0;
 constexpr NameId kNoName = 0xFFFFFFFF;
 
 /// White space as XML has it: blank, tab, line feed, carriage return.
-constexpr bool IsSpace(char byte) { return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r'; }
+constexpr bool IsXmlSpace(char byte) { return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r'; }
 
 enum class NodeKind : std::uint8_t {
   kDocument,
@@ -106,7 +106,7 @@ void XmlTree::VisitText(NodeId id, Take take) const {
     if (node.kind != NodeKind::kText && node.kind != NodeKind::kCData) continue;
     std::string_view piece = Bytes(node.content);
     if (last == kDocumentNode) {
-      while (mayCut(i) && !piece.empty() && IsSpace(piece.front())) piece.remove_prefix(1);
+      while (mayCut(i) && !piece.empty() && IsXmlSpace(piece.front())) piece.remove_prefix(1);
     } else {
       take(waiting);
       if (isSpaceDropped) take(std::string_view(" "));
@@ -114,7 +114,7 @@ void XmlTree::VisitText(NodeId id, Take take) const {
     waiting = piece, last = i, isSpaceDropped = false;
   }
   if (last == kDocumentNode) return;
-  while (mayCut(last) && !waiting.empty() && IsSpace(waiting.back())) waiting.remove_suffix(1);
+  while (mayCut(last) && !waiting.empty() && IsXmlSpace(waiting.back())) waiting.remove_suffix(1);
   take(waiting);
 }
 
