@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
-#include <iterator>
 #include <optional>
 #include <utility>
 

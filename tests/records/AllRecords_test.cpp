@@ -141,10 +141,11 @@ bool IsTakenBack(const RecordType& type, const std::string& bytes) {
   for (const auto& row : dump.rows) values.push_back({row.path, row.value});
   std::string again, problem;
   const bool isFilled = zvuti::FillRecord(type.name, values, again, problem);
-  if (dump.isWhole)
+  if (dump.isWhole) {
     EXPECT_EQ(again, bytes.substr(0, dump.size)) << type.name << " " << problem;
-  else
+  } else {
     EXPECT_EQ(again.empty(), !isFilled) << type.name;
+  }
   return dump.isWhole;
 }
 
