@@ -28,7 +28,7 @@ bool AppendFile::IsOpen() const { return HandleOf(handle_) != INVALID_HANDLE_VAL
 void AppendFile::Append(std::string_view text) {
   std::string bytes;
   bytes.reserve(text.size() + 8);
-  for (const char byte : text) {  // 0x0A is no trail byte
+  for (const char byte : text) {  // 0x0A is never a trail byte
     if (byte == '\n') bytes += '\r';
     bytes += byte;
   }

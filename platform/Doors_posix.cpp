@@ -24,7 +24,7 @@ void GetSystemLocalTime(SYSTEMTIME* out) {
           word(local.tm_sec),          word(now.tv_nsec / 1'000'000)};
 }
 
-// Not time(): it runs a little behind, and two clocks of one program should agree.
+// Not time(): it lags a little, and two clocks of one program should agree.
 std::int64_t GetClockSeconds() { return Now().tv_sec; }
 
 std::string GetApplicationFolder() {

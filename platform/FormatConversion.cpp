@@ -94,7 +94,7 @@ void ReadNumbers(const char*& text, FormatArguments& arguments, FormatConversion
   }
 }
 
-/// The letter as measuring finds it behind the prefixes at `text`.
+/// The letter as measuring finds it after the prefixes at `text`.
 const char* MeasuredLetter(const char* text) {
   if (StartsWith(text, "I64")) text += 3;
   if (StartsWith(text, "lld")) return text + 2;
@@ -141,7 +141,7 @@ Prefixes ReadPrefixes(const char*& text) {
         break;
       case 'F':
       case 'N':
-        // Once told far from near pointers; an F that stands before no letter is one itself.
+        // Once distinguished far from near pointers; an F that stands before no letter is one itself.
         if (text[1] == '\0' || !std::strchr("cCsSdiuoxXpneEfgG", text[1])) return read;
         break;
       default:

@@ -1,5 +1,5 @@
-// One printf conversion taken apart, and the argument list that it draws from. What is read here
-// decides which arguments a format takes; the formatter and whoever measures for it agree through it.
+// Parses one printf conversion and takes its arguments from the list. This is the only parser: the formatter
+// and the measuring pass both use it, so they take the same arguments for any format.
 #pragma once
 
 #include <cstdarg>
@@ -45,11 +45,11 @@ class FormatArguments {
 /// where no star gave one. Prefixes follow the precision. Of several the last one counts, hh and ll are
 /// prefixes of their own, and L matters to floats alone.
 struct FormatConversion {
-  const char* next = nullptr;  // behind the conversion
+  const char* next = nullptr;  // after the conversion
   /// Where measuring finds the letter. It knows less: I64, then one of lld, h, l, F, L and N. In `%zu` it
   /// finds the z, in `%F,` the comma; in a conversion that it knows whole, the letter itself.
   const char* measured = nullptr;
-  const char* prefix = "";  // what the system's printf calls the width of the argument
+  const char* prefix = "";  // what the host system's printf calls the width of the argument
   int width = 0;            // negative where a star said so
   int precision = 0;        // likewise
   int sharps = 0;           // of the flag #
@@ -66,7 +66,7 @@ struct FormatConversion {
 };
 
 /// Reads the conversion whose percent sign stands directly before `text`, and takes the values of its
-/// stars; its own value, of the kind `argument`, comes next. A percent sign behind a prefix belongs to the
+/// stars; its own value, of the kind `argument`, comes next. A percent sign after a prefix belongs to the
 /// next conversion: the one before it has no letter and is unknown.
 FormatConversion ReadConversion(const char* text, FormatArguments& arguments);
 

@@ -71,7 +71,7 @@ std::string GbkOfWide(const void* units, std::size_t count) {
 }
 
 /// Writes one conversion after the other, each with an argument of known type. Texts and decimal
-/// numbers, which are nearly all there is, are written here; the rest is the system's.
+/// numbers, nearly all conversions in practice, are written here; the host system does the rest.
 class Writer {
  public:
   Writer(Output& output, va_list arguments) : output_(output), arguments_(arguments) {}
@@ -193,7 +193,7 @@ class Writer {
     const auto bits = static_cast<Unsigned>(value);
     bool isWritten = false;
     if (*conversion.prefix == 'h') {
-      // Left to the system, which cuts the value first.
+      // Left to the host system, which cuts the value first.
     } else if (isSigned) {
       const char sign = value < 0 ? '-' : conversion.hasPlus ? '+' : conversion.hasBlank ? ' ' : '\0';
       isWritten = Decimal(conversion, width, precision, sign, value < 0 ? Unsigned{0} - bits : bits);

@@ -7,17 +7,19 @@
 
 namespace zvuti {
 
-/// Writes `format` and its arguments with the rules of the platform's vsprintf, bounded: at most
-/// capacity - 1 bytes and a terminator (nothing at all where capacity is 0). Returns the bytes that
-/// the whole text has without its terminator, however many were written. The arguments are consumed.
+/// Formats by the rules of the platform's vsprintf into at most capacity - 1 bytes and a terminator (nothing
+/// at all if capacity is 0). Returns the length of the whole text without its terminator, however much of it
+/// was written. The arguments are consumed.
 ///
-/// Where the platform and the system under it part, the platform's reading holds for these: the format
-/// is walked by GBK characters; I64, I32 and I before integers; S, C, ls and lc take 16-bit units and
-/// give GBK bytes, h makes them narrow, and a precision counts units; a null text is "(null)"; a
-/// conversion that the format ends in prints nothing. For all else the system's vsnprintf decides.
-/// %n writes nothing, and a letter that makes no conversion is printed with all before it. A percent sign
-/// behind a prefix (as in "%z%d") begins the next conversion; what stands before it is printed.
-/// What the system refuses (a width beyond the int range, for one) prints nothing.
+/// Where the platform and the host system's vsnprintf differ, the platform's reading holds for these:
+///   - the format is walked by GBK characters;
+///   - I64, I32 and I before integers;
+///   - S, C, ls and lc take 16-bit units and give GBK bytes, h makes them narrow, a precision counts units;
+///   - a null text is "(null)";
+///   - a conversion that the format ends in prints nothing.
+/// Everything else is the host system's. %n writes nothing. A letter that is not a conversion is printed with
+/// all before it. A percent sign after a prefix (as in "%z%d") starts the next conversion, and what precedes
+/// it is printed. What the host system refuses, such as a width beyond the int range, prints nothing.
 std::size_t FormatBounded(char* out, std::size_t capacity, const char* format, va_list arguments);
 
 /// The whole formatted text. The arguments are consumed.

@@ -1,8 +1,8 @@
-// What goes into the object model and what it says of its nodes, in GBK.
+// Texts into and out of the object model, in GBK.
 //
-// On Windows the model's own calls take and give UTF-16. Our stand-in has its texts in UTF-8, and walking a
-// document by way of UTF-16 would take longer than loading it: there these calls go straight to the tree.
-// All of them throw std::bad_alloc when the heap refuses.
+// On Windows the object model's calls take and return UTF-16. The stand-in stores UTF-8, and a walk through
+// UTF-16 would take longer than loading the document, so there these calls go straight to the tree. All of
+// them throw std::bad_alloc when the heap refuses.
 #pragma once
 
 #include <ZvUtiLib/platform/CComPtr.h>

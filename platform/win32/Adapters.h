@@ -1,8 +1,8 @@
 // The machine's network adapters: two lists of them, and a query to one adapter's driver.
 //
-// On Linux the lists hold the interfaces in the order of their indexes, the loopback last: whoever reads as
-// many records as there is room for has to get the addresses first. A machine without any but the loopback
-// has none. Records have the fields that are in use, no more.
+// On Linux the lists hold the interfaces by index, the loopback last, so that callers with room for a few
+// records get those with addresses. If there is only the loopback, the lists are empty. Records have only the
+// fields that are used.
 #pragma once
 
 #if defined(_WIN32)
@@ -39,8 +39,8 @@ struct IP_ADAPTER_ADDRESSES {
 /// ERROR_NO_DATA.
 ULONG GetAdaptersInfo(IP_ADAPTER_INFO* list, ULONG* size);
 
-/// The same with the addresses that the system reports; the loopback is there, as the last, and has no
-/// address. Serves the family of internet addresses, 2, alone, and no flags.
+/// The same with the addresses that the host system reports. The loopback comes last and has no address.
+/// Supports only the family AF_INET (2) and no flags.
 ULONG GetAdaptersAddresses(ULONG family, ULONG flags, void* reserved, IP_ADAPTER_ADDRESSES* list,
                            ULONG* size);
 
@@ -56,8 +56,8 @@ HANDLE CreateFileA(const char* path, DWORD access, DWORD share, SECURITY_ATTRIBU
                    DWORD disposition, DWORD flags, HANDLE templateFile);
 
 /// Asks the device's driver. Answers one question only: the control code 0x170002 with the 4-byte
-/// value 0x01010101 asks for the permanent address. Returns nonzero, or 0 when there is no answer; an
-/// address of zeros alone is what drivers of virtual adapters tell, and no answer.
+/// value 0x01010101 asks for the permanent address. Returns nonzero, or 0 without an answer. Drivers of
+/// virtual adapters answer with zeros, which count as no answer.
 int DeviceIoControl(HANDLE device, DWORD code, void* in, DWORD inSize, void* out, DWORD outSize,
                     DWORD* returned, void* overlapped);
 

@@ -28,8 +28,8 @@ struct Interface {
   std::string address;
 };
 
-// All interfaces by index, the loopback last; none when the system does not tell, or when there is the
-// loopback alone.
+// All interfaces by index, the loopback last; none when the host system does not list them, or when there is
+// the loopback alone.
 std::vector<Interface> Interfaces() {
   std::vector<Interface> found;
   ifaddrs* first = nullptr;

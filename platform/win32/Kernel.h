@@ -47,7 +47,7 @@ class KernelObject {
 
 /// A handle that keeps `object` alive; null when there is no memory.
 HANDLE HandleTo(std::shared_ptr<KernelObject> object);
-/// The object behind a handle, null for a null or invalid one.
+/// The object of a handle; null for a null or invalid handle.
 std::shared_ptr<KernelObject> ObjectOf(HANDLE handle);
 
 }  // namespace zvuti

@@ -67,11 +67,11 @@ class Event : public Waitable {
   using Waitable::Waitable;
 };
 
-// Ends as a thread of the platform does: after all that it leaves behind is destroyed. When its entry has
-// returned, or has left by pthread_exit, the system destroys the thread's thread_local objects and then, in
-// up to PTHREAD_DESTRUCTOR_ITERATIONS rounds, the values of its keys. A key of our own comes back for each
-// round and signals in the last but one; the last is where heaps and sanitizers take leave of a thread.
-// Whoever has waited then joins, so that nothing of the thread runs any more when the wait is over.
+// Counts as ended when a thread of the platform would: after its thread_local objects are destroyed. When its
+// entry returns, or leaves by pthread_exit, the host system destroys the thread's thread_local objects and
+// then, in up to PTHREAD_DESTRUCTOR_ITERATIONS rounds, the values of its keys. A key of our own comes back
+// for each round and signals in the last but one; the last is where heaps and sanitizers take leave of a
+// thread. Whoever has waited then joins, so that nothing of the thread runs any more when the wait is over.
 class Thread : public Waitable {
  public:
   Thread(LPTHREAD_START_ROUTINE entry, void* argument)

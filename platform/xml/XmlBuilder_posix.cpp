@@ -47,7 +47,7 @@ bool RefersToEntities(std::string_view value, bool isParameter) {
 }
 
 // Bytes of the UTF-8 that a reference to a character or a predefined entity stands for; 0 for any other.
-// `reference` begins behind the ampersand and ends with its semicolon.
+// `reference` starts after the ampersand and ends with its semicolon.
 std::size_t LengthOfReference(std::string_view reference) {
   if (reference[0] != '#') return IsPredefined(reference) ? 1 : 0;
   const bool isHex = reference[1] == 'x';
@@ -100,7 +100,7 @@ void SetExpansion(XML_Parser parser, unsigned long long bytes) {
   XML_SetBillionLaughsAttackProtectionActivationThreshold(parser, bytes);
 }
 
-// A parser that is told nothing of the world outside.
+// A parser that reads nothing outside the document.
 Parser NewParser(XML_Parser created) {
   if (!created) throw std::bad_alloc();
   XML_SetParamEntityParsing(created, XML_PARAM_ENTITY_PARSING_ALWAYS);
@@ -161,7 +161,7 @@ class Builder {
 
   NodeId current_ = kDocumentNode;  // the innermost open node
   std::vector<NodeId>
-      siblings_;  // children so far of all open nodes; content.first of each tells where its begin
+      siblings_;  // children so far of all open nodes; content.first of a node is where its own start
   std::size_t textBegin_ = 0;  // of the text that is being collected at the end of tree_.text
   bool isTextSpace_ = true, isSpaceDropped_ = false;
   bool hasDoctype_ = false, isInDoctype_ = false, isStopped_ = false, isOutOfMemory_ = false;
@@ -174,7 +174,7 @@ class Builder {
 
 bool Builder::Run() {
   if (source_.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return false;
-  // The parser takes a zero here for one half of a unit in UTF-16, whatever it is told.
+  // The parser would take a zero here for half of a UTF-16 unit, whatever encoding it was given.
   if (source_.substr(0, 2).find('\0') != source_.npos) return false;
   SetHandlers();
   SetTypeHandlers();
@@ -389,7 +389,7 @@ std::size_t Builder::Position() const {
   return static_cast<std::size_t>(XML_GetCurrentByteIndex(parser_.get()));
 }
 
-// The tag or reference that is being handled, as it stands in the source. Other markup has no end here.
+// The source text of the tag or reference that is being handled. The end of other markup is not known here.
 std::string_view Builder::Written() const {
   return source_.substr(Position(), static_cast<std::size_t>(XML_GetCurrentByteCount(parser_.get())));
 }

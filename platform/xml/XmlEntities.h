@@ -1,9 +1,9 @@
-// Entities: tells whether all entities are known that attribute values refer to.
+// Entities: finds references in attribute values to entities that are not known.
 //
-// Where a part of a document type is not read, a reference may name what only that part declares. Within
-// text such a reference becomes a node. Within an attribute value the parser drops it without a word:
-// <!DOCTYPE a SYSTEM 'x'><a k='x&foo;y'/> reads as "xy". These are the questions by which such documents
-// are refused. All of them together cost no more than reading the values of the entities once.
+// If a part of the document type is not read, a reference may name an entity that only that part declares. In
+// text such a reference becomes a node. In an attribute value the parser silently drops it:
+// <!DOCTYPE a SYSTEM 'x'><a k='x&foo;y'/> reads as "xy". The builder refuses such documents. All checks
+// together cost no more than reading the values of the entities once.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@
 
 namespace zvuti::xml {
 
-/// True when `text`, which stands behind an ampersand, begins with the name of an entity that XML predefines.
+/// True if `text`, which follows an ampersand, starts with the name of an entity that XML predefines.
 bool IsPredefined(std::string_view text);
 
 /// Throws std::bad_alloc when the heap refuses.

@@ -27,7 +27,8 @@ std::string_view CutTo(std::string_view end, std::string_view& content) {
   return part;
 }
 
-// Cuts a tag off, which `content` begins with behind its bracket. A bracket in a quoted value ends no tag.
+// Removes a tag from the front of `content`, which starts after its opening bracket. A bracket in a quoted
+// value does not end the tag.
 std::string_view CutTag(std::string_view& content) {
   char quote = '\0';
   std::size_t at = 0;

@@ -26,7 +26,7 @@ class Namespaces {
   bool Enter(NodeId element);
   /// Leaves the innermost element, which ends what it declares.
   void Leave(NodeId element);
-  /// At the end of the document: whether what stands behind the colons is a name in itself.
+  /// Called at the end of the document. True if every local part (after the colon) is a name itself.
   bool AreLocalNamesWhole() const;
 
  private:
@@ -41,7 +41,7 @@ class Namespaces {
   };
   struct Scope {
     NodeId element;
-    std::size_t previous;  // how many stand in previous_ behind which its own begin
+    std::size_t previous;  // size of previous_ before its own entries
   };
 
   const Parts& PartsOf(NameId name);

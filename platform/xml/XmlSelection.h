@@ -17,7 +17,7 @@
 namespace zvuti::xml {
 
 /// A node of a tree, or one of its attributes. Sorts in document order: the attributes of an element
-/// stand behind it and before its children.
+/// come after it and before its children.
 struct Place {
   NodeId node = kDocumentNode;
   std::uint32_t attribute = 0;  ///< 0 for the node itself, else its index in XmlTree::attributes plus 1

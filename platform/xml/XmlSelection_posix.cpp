@@ -16,7 +16,7 @@ enum class Test { kName, kAnyElement, kText, kComment, kAnyNode };
 struct Filter;
 
 struct Step {
-  bool isDeep = false;  // behind "//": starts from all descendants, too
+  bool isDeep = false;  // after "//": also starts from all descendants
   Axis axis = Axis::kSelf;
   Test test = Test::kAnyNode;
   NameId name = kNoName;  // stays so for a name that the document does not have

@@ -1,7 +1,7 @@
 // XmlTree: a parsed document, in a few arrays that all views of it share.
 //
-// Nodes stand in document order, so a node's descendants are the ids between it and its `end`, and the
-// whole tree is walked, searched and freed without recursion, however deep it is. Text is UTF-8.
+// Nodes are in document order, so a node's descendants are the ids between it and its `end`. The tree is
+// walked, searched and freed without recursion, however deep it is. Text is UTF-8.
 #pragma once
 
 #include <cstdint>
@@ -41,7 +41,7 @@ struct Node {
   bool followsDroppedSpace = false;  ///< white space that made no node stands between it and the node before
   NameId name = kNoName;
   NodeId parent = kDocumentNode;
-  NodeId end = 0;  ///< behind the last descendant
+  NodeId end = 0;  ///< one past the last descendant
   Span content;    ///< children of a document or element, bytes of text of any other kind
   Span attributes;
 
@@ -97,7 +97,7 @@ void XmlTree::VisitText(NodeId id, Take take) const {
   const auto mayCut = [this](NodeId piece) {
     return nodes[piece].kind == NodeKind::kText && !nodes[piece].preservesSpace;
   };
-  std::string_view waiting;  // the latest piece: only the next one tells whether its end may be cut
+  std::string_view waiting;  // the latest piece; whether its end may be cut depends on the next one
   NodeId last = kDocumentNode;
   bool isSpaceDropped = false;
   for (NodeId i = id; i < nodes[id].end; ++i) {
