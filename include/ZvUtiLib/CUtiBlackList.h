@@ -1,7 +1,7 @@
-// CUtiBlackList: forbidden words, found in and masked out of what users write.
+// CUtiBlackList: finds and masks forbidden words in text that users write.
 //
-// Text is GBK; a word matches from the start of a character only, and Latin letters match regardless of
-// case. After loading, any number of threads may query one object; a Load beside a query may not happen.
+// Text is GBK. A match starts at the start of a character, and ASCII letters match regardless of case. After
+// loading, any number of threads may query one object. Load must not run at the same time as a query.
 #pragma once
 
 #include <memory>
@@ -15,7 +15,7 @@ namespace zvuti {
 class WordIndex;
 }
 
-/// A list of forbidden words. It begins empty and only grows.
+/// A list of forbidden words. It starts empty and can only grow.
 class ZVUTILIB_API CUtiBlackList {
  public:
   CUtiBlackList();
@@ -23,30 +23,30 @@ class ZVUTILIB_API CUtiBlackList {
   CUtiBlackList(const CUtiBlackList&) = delete;
   CUtiBlackList& operator=(const CUtiBlackList&) = delete;
 
-  /// Adds the words of a text file: GBK, one word per line, taken whole, blanks included; empty lines are
-  /// skipped. A UTF-8 byte order mark becomes part of the first word, since EF BB is a GBK character, too.
-  /// Returns 1, also for a file without words; 0 when the file cannot be opened.
-  /// When reading breaks off by an exception (CFileException, std::bad_alloc), the words read so far stay.
+  /// Adds the words of a text file in GBK, one word per line. A line is taken whole, blanks included; empty
+  /// lines are skipped. A UTF-8 byte order mark becomes part of the first word, since EF BB is also a GBK
+  /// character. Returns 1, even if the file has no words, or 0 if the file cannot be opened. If an exception
+  /// (CFileException, std::bad_alloc) interrupts reading, the words read so far stay.
   int Load(const char* path);
-  /// 1 when the list holds at least one word, else 0.
+  /// Returns 1 if the list holds at least one word, else 0.
   int IsLoaded() const;
-  /// 1 when the text contains a word of the list, else 0. A null text counts as "". Allocates nothing.
+  /// Returns 1 if the text contains a word of the list, else 0. A null text counts as "". Allocates nothing.
   int IsMatched(const char* text) const;
-  /// Sets `result` to the text with an asterisk for each byte of each word found in it, and returns 1.
-  /// Words that overlap are all masked; occurrences of one word are taken from the left and do not
-  /// overlap. A null text gives an empty result. The text may be that of `result` itself; a result that is
-  /// used again keeps its memory. Throws std::bad_alloc, with the result unchanged.
+  /// Sets `result` to the text with each byte of each word found replaced by an asterisk, and returns 1.
+  /// Overlapping words are all masked. Occurrences of the same word are found from left to right and do not
+  /// overlap. A null text gives an empty result. `text` may point to the text of `result`. A reused `result`
+  /// keeps its memory. Throws std::bad_alloc, leaving `result` unchanged.
   int ReplaceBlackWord(const char* text, CString& result) const;
 
  private:
-  /// The words in the order of their files, folded to capitals, and what finds them fast.
+  /// The words in file order, folded to capitals, and an index that speeds up searches.
   struct WordList : CStringList {
     WordList();
     ~WordList();
     void BuildIndex() noexcept;
     void Mask(const char* text, CString& masked) const;
 
-    /// Null while there are no words, and where the heap had no room for it.
+    /// Null while there are no words, and if it could not be allocated.
     std::unique_ptr<const zvuti::WordIndex> index;
   };
   WordList words_;

@@ -1,4 +1,4 @@
-// CUtiIO: paths of files in a game's folder, and one small read.
+// CUtiIO: builds the paths of files in a game's folder, and reads a number from a file.
 #pragma once
 
 #include <ZvUtiLib/Export.h>
@@ -6,7 +6,7 @@
 #include <ZvUtiLib/platform/CKxIOUti.h>
 #include <ZvUtiLib/platform/CString.h>
 
-/// Stateless: any thread may call. A copy copies its base.
+/// Stateless: any thread may call. Copying copies the base, too.
 class ZVUTILIB_API CUtiIO : public CKxIOUti {
  public:
   CUtiIO();
@@ -14,11 +14,12 @@ class ZVUTILIB_API CUtiIO : public CKxIOUti {
   CUtiIO& operator=(const CUtiIO&);
   ~CUtiIO() override;
 
-  /// The path of `fileName` (null counts as "") in the folder of the game: the program's folder, the
-  /// game's code name, a backslash and the file name. An unknown id has an empty code name. Nothing is
-  /// normalised, and nothing needs to exist.
+  /// Returns the path of `fileName` (null counts as "") in the game's folder: the program's folder, the
+  /// game's code name, a backslash and the file name. The code name of an unknown id is empty. The path is
+  /// not normalised and need not exist.
   static CString GetGamePath(unsigned long gameId, const char* fileName);
-  /// The first four bytes of the file, least significant first; 0 when it cannot be opened or is
-  /// shorter. Throws CFileException when an open file cannot be measured or read.
+  /// Returns the first four bytes of the file as a little-endian number; 0 if the file cannot be opened or is
+  /// shorter. Throws CFileException if the size of an open file cannot be determined or the file cannot be
+  /// read.
   static unsigned long ReadDWordFromFile(const char* path);
 };

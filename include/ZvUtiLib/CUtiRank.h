@@ -1,6 +1,6 @@
-// CUtiRank: from a player's score to the name of the rank.
+// CUtiRank: converts a player's score to the name of a rank.
 //
-// An object serves one thread at a time; lookups alone may run on several.
+// Use an object from one thread at a time; concurrent lookups are allowed.
 #pragma once
 
 #include <cstdint>
@@ -11,14 +11,14 @@
 
 /// One record of a rank file.
 struct RankEntry {
-  std::string name;            ///< in GBK, as it stands in the file
-  std::int64_t threshold = 0;  ///< hundreds of points from which the rank applies
+  std::string name;            ///< in GBK, as in the file
+  std::int64_t threshold = 0;  ///< lowest score of the rank, in hundreds of points
 };
 
-/// The rank table of a game: the file "Rank.ini" in the game's folder, pairs of a name without blanks
-/// and a threshold, with white space between them, in the order of rising thresholds. The word
-/// "[INTRODUCE]" in the place of a name ends the table; free text may follow it. The file is GBK without
-/// a byte order mark: a UTF-8 one becomes part of the first name, since EF BB is a GBK character, too.
+/// The rank table of a game. It is read from the file "Rank.ini" in the game's folder: pairs of a name
+/// without blanks and a threshold, separated by white space, with rising thresholds. The word "[INTRODUCE]"
+/// in place of a name ends the table; free text may follow it. The file is GBK without a byte order mark: a
+/// UTF-8 mark becomes part of the first name, since EF BB is also a GBK character.
 class ZVUTILIB_API CUtiRank {
  public:
   virtual ~CUtiRank();
@@ -26,14 +26,15 @@ class ZVUTILIB_API CUtiRank {
   CUtiRank(const CUtiRank& other);
   CUtiRank& operator=(const CUtiRank& other);
 
-  /// Replaces the table by the game's file. False with an empty table when there is no such file, or it
-  /// cannot be opened or read. A record that is not a name and a number ends the table: those before it
-  /// stay, and the result is true. Throws std::bad_alloc, with an empty table.
+  /// Replaces the table with the content of the game's file. Returns false, with an empty table, if the file
+  /// does not exist or cannot be opened or read. A record that is not a name and a number ends the table: the
+  /// records before it stay, and the result is true. Throws std::bad_alloc, leaving the table empty.
   bool LoadRankConfig(unsigned long gameId);
-  /// The name of the rank for `score` points, in GBK: score / 100, cut toward zero, against the
-  /// thresholds. Below the first threshold it is the first name, on an empty table "".
+  /// Returns the name, in GBK, of the rank for `score` points: score / 100, rounded toward zero, is compared
+  /// with the thresholds. A score below the first threshold gets the first name. Returns "" for an empty
+  /// table.
   std::string GetRank(std::int64_t score) const;
 
  private:
-  std::vector<RankEntry> entries_;  // in the order of the file
+  std::vector<RankEntry> entries_;  // in file order
 };

@@ -1,13 +1,13 @@
-// CUtiTaskAuto: the names of a game's automatic tasks.
+// CUtiTaskAuto: looks up the names of a game's automatic tasks.
 //
-// An object serves one thread at a time, GetName included.
+// Use an object from one thread at a time; that includes GetName.
 #pragma once
 
 #include <ZvUtiLib/platform/CKxIniFileReader.h>
 #include <ZvUtiLib/platform/CString.h>
 
-/// The names stand in the file "Task.ini" in the game's folder, section "AutoTask", one key for each
-/// task number. They are GBK; a UTF-8 byte order mark before them is skipped.
+/// The names are in the file "Task.ini" in the game's folder, section "AutoTask", with the task numbers as
+/// keys. They are GBK; a UTF-8 byte order mark at the start of the file is skipped.
 class ZVUTILIB_API CUtiTaskAuto {
  public:
   virtual ~CUtiTaskAuto();
@@ -15,15 +15,15 @@ class ZVUTILIB_API CUtiTaskAuto {
   CUtiTaskAuto(const CUtiTaskAuto&) = delete;
   CUtiTaskAuto& operator=(const CUtiTaskAuto&) = delete;
 
-  /// Reads the file of this game in place of the one before. Where there is none, or it cannot be read, all
-  /// names are "". Throws std::bad_alloc, with the names of the file before.
+  /// Reads the file of this game, in place of the previous one. If the file does not exist or cannot be read,
+  /// all names are "". Throws std::bad_alloc, leaving the previous names.
   void Load(unsigned long gameId);
-  /// The task's name, "" where it has none and before the first Load. The string belongs to the
-  /// object, and its next call overwrites it.
+  /// Returns the name of the task; "" if it has none, and before the first Load. The string belongs to the
+  /// object, and the next call overwrites it.
   CString& GetName(int task);
 
  private:
   CString text_;  // the path after Load, then the last name
   CKxIniFileReaderSuite suite_;
-  CKxIniFileReader* reader_ = nullptr;  // of the suite; null before the first Load
+  CKxIniFileReader* reader_ = nullptr;  // owned by suite_; null before the first Load
 };

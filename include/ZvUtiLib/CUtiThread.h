@@ -1,58 +1,59 @@
-// CUtiThread: base of background workers.
+// CUtiThread: base class of background workers.
 //
-// A derived class supplies the body. The base owns the thread of the current or last run and an event
-// that asks the body to stop. Only the owner's thread starts, copies and destroys an object.
+// A derived class supplies the body. The base owns the thread of the current or last run and an event that
+// asks the body to stop. Only the owner's thread may start, copy and destroy an object.
 #pragma once
 
 #include <ZvUtiLib/Export.h>
 #include <ZvUtiLib/platform/Handles.h>
 
-/// The body watches `stopEvent` (which stays signalled once it is) and returns soon after the signal:
+/// The body watches `stopEvent` and returns soon after it is signalled. Once signalled, it stays so:
 ///
 ///     unsigned long ThreadBody() override {
 ///       while (WaitForSingleObject(stopEvent, 0) == WAIT_TIMEOUT) DoALittle();
 ///       return 0;
 ///     }
 ///
-/// The base's destructor signals and waits, but by then the derived part is gone. So the destructor of
-/// the most derived class has to end the run first, also a run whose body has not been called yet:
+/// The base's destructor signals and waits, but by then the derived part is destroyed. So the destructor of
+/// the most derived class must end the run first, even a run whose body has not been called yet:
 ///
 ///     ~Worker() override {
 ///       if (stopEvent) SetEvent(stopEvent);
 ///       if (threadHandle) WaitForSingleObject(threadHandle, INFINITE);
 ///     }
 ///
-/// It leaves the handles open; the base closes them. A run has ended, and the wait with it, when the
-/// thread_local objects of its thread are destroyed.
+/// It leaves the handles open; the base closes them. A run ends, and the wait returns, when the thread_local
+/// objects of its thread have been destroyed.
 class ZVUTILIB_API CUtiThread {
  public:
-  /// No run, no handles.
+  /// No run and no handles.
   CUtiThread() = default;
-  /// The copy has handles of its own to the same run and the same event; a handle that the system does
-  /// not duplicate is null in the copy, and without the event the copy gets no thread either. Destroying any
-  /// of the copies signals the event and waits for the end of the run, which the other copies see as well.
-  /// The body runs on the object that was started, so that one has to outlive the run.
+  /// The copy has its own handles to the same run and the same event. If the system fails to duplicate a
+  /// handle, it is null in the copy. If the event cannot be duplicated, the copy gets no thread either.
+  /// Destroying any copy signals the event and waits for the end of the run, which affects the other copies,
+  /// too. The body runs on the object that was started, so that object must outlive the run.
   CUtiThread(const CUtiThread& other);
-  /// Ends the left side's run as the destructor does, then copies as above. To itself it does nothing.
+  /// Ends this object's run as the destructor does, then copies as above. Self-assignment does nothing.
   CUtiThread& operator=(const CUtiThread& other);
-  /// Signals the stop event, waits without a limit for the run's end and closes the handles.
+  /// Signals the stop event, waits without a limit for the run to end and closes the handles.
   virtual ~CUtiThread();
 
-  /// What a run does, on its own thread. The result is the thread's exit code, of which the low 32 bits
-  /// count. May not throw.
+  /// The body of a run, called on the run's own thread. The low 32 bits of the result are the thread's exit
+  /// code. Must not throw.
   virtual unsigned long ThreadBody() = 0;
 
  protected:
-  /// Starts a run with a new stop event, unless one is going. Returns 1 when thread and event both
-  /// exist; 0 while the last run is going, which changes nothing, and when the system refuses one of
-  /// them. When it refuses the event alone, the body runs with a null `stopEvent`: nothing can stop it.
+  /// Starts a run with a new stop event, unless a run is in progress. Returns 1 if the thread and the event
+  /// both exist. Returns 0 and changes nothing while the last run is in progress. Also returns 0 if the
+  /// system fails to create one of them. If only the event fails, the body runs with a null `stopEvent`, and
+  /// nothing can stop it.
   int StartThread();
 
-  /// Entry of the thread: calls the body of `object`, a CUtiThread.
+  /// Thread entry point: calls the body of `object`, which is a CUtiThread.
   static unsigned long ZVUTILIB_CALLBACK ThreadProc(void* object);
 
-  HANDLE stopEvent = nullptr;     ///< resets by hand only; a new one for each run, null when there is none
-  HANDLE threadHandle = nullptr;  ///< of the current or last run, null when there is none
+  HANDLE stopEvent = nullptr;     ///< manual-reset; a new one for each run, null if there is none
+  HANDLE threadHandle = nullptr;  ///< of the current or last run, null if there is none
 
  private:
   void ShareRun(const CUtiThread& other);

@@ -1,4 +1,4 @@
-// CUtiXmlNodeList: the child nodes of an element, of every kind and in document order.
+// CUtiXmlNodeList: the child nodes of an element, of every kind, in document order.
 #pragma once
 
 #include <ZvUtiLib/Export.h>
@@ -7,21 +7,22 @@
 
 class CUtiXmlElement;
 
-/// Copies share the same list, and each keeps its document alive. No operation throws.
+/// Copies share the list, and each copy keeps the document alive. No operation throws.
 class ZVUTILIB_API CUtiXmlNodeList {
  public:
-  /// Empty.
+  /// Creates an empty list.
   CUtiXmlNodeList();
-  /// Shares the list; empty when there is none.
+  /// Shares `list`; the new object is empty if it is null.
   explicit CUtiXmlNodeList(const CComPtr<IXMLDOMNodeList>& list);
   CUtiXmlNodeList(const CUtiXmlNodeList& other);
   CUtiXmlNodeList& operator=(const CUtiXmlNodeList& other);
   ~CUtiXmlNodeList();
 
-  /// How many nodes there are; 0 for an empty list.
+  /// Returns the number of nodes; 0 for an empty list.
   int GetLength() const;
-  /// Stores the node at `index`, counted from 0, in `item` and returns 1. `item` is then empty when the
-  /// index is out of range or the node is no element. Returns 0, with `item` unchanged, without a list.
+  /// Stores the node at `index`, counted from 0, in `item` and returns 1. `item` becomes empty if the index
+  /// is out of range or the node is not an element. Returns 0, with `item` unchanged, if this object has no
+  /// list.
   int GetItem(int index, CUtiXmlElement* item) const;
 
  private:

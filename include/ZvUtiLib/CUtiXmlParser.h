@@ -1,4 +1,4 @@
-// CUtiXmlParser: loads an XML document from a file or a text and gives its root element.
+// CUtiXmlParser: loads an XML document from a file or from text and returns its root element.
 #pragma once
 
 #include <ZvUtiLib/CUtiXmlElement.h>
@@ -6,38 +6,41 @@
 #include <ZvUtiLib/platform/CComPtr.h>
 #include <ZvUtiLib/platform/XmlDom.h>
 
-/// There is no writing, no validation and no error text: a document either has a root or it has not. Copies
-/// share the document. On Windows the calling thread must have initialised COM; a parser and all views of its
-/// document stay on the thread that made them.
+/// The parser does not write, validate or report error texts: a document either has a root or has none.
+/// Copies share the document. On Windows the calling thread must have initialised COM, and a parser and all
+/// views of its document must stay on the thread that created them.
 ///
-/// On Linux nothing outside of the document is read. A reference to what was not read is a node in a text; in
-/// the value of an attribute it leaves the document without a root. Declarations behind a reference to a
-/// parameter entity outside have no effect. What a document may make of a few bytes is bounded there, and
-/// beyond these bounds it has no root: its texts and values may be 128 MB longer than itself, its nodes and
-/// attributes a million more than its bytes, the names of its default attributes 1 MB more than 16 times as
-/// long; entities that refer to each other, and those within the document type, may expand to 128 KB or to a
-/// hundred times the document; 256 entities may refer to others, and 256 attributes may be declared for one
-/// type of element.
+/// On Linux nothing outside of the document is read. A reference to an unread entity becomes a node when it
+/// is in text; in an attribute's value it leaves the document without a root. Declarations after a reference
+/// to an external parameter entity have no effect. Linux also limits what a document may expand to. A
+/// document that exceeds one of these limits has no root:
+/// - Its texts and values may be 128 MB longer than the document.
+/// - It may have a million more nodes and attributes than bytes.
+/// - The names of its default attributes may be 1 MB longer than 16 times the document.
+/// - Entities that refer to each other, and those within the document type, may expand to 128 KB or to a
+///   hundred times the document.
+/// - 256 entities may refer to others.
+/// - 256 attributes may be declared for one element type.
 class ZVUTILIB_API CUtiXmlParser {
  public:
   virtual ~CUtiXmlParser();
-  /// Loads the file at `path`, in the encoding that its byte order mark tells or that it declares, else in
-  /// UTF-8. A file in UTF-16 without a mark has to declare it. On Linux the bytes of `path` name the file,
-  /// whatever characters they are.
+  /// Loads the file at `path`. The encoding is given by its byte order mark or its declaration, else it is
+  /// UTF-8. A UTF-16 file without a mark must declare its encoding. On Linux `path` is used byte for byte, in
+  /// whatever encoding it is.
   explicit CUtiXmlParser(const char* path);
-  /// Loads a document from GBK text, whatever encoding it declares. The number only tells the two
-  /// constructors apart.
+  /// Loads a document from GBK text, whatever encoding it declares. The number only distinguishes the two
+  /// constructors.
   CUtiXmlParser(const char* text, int);
   CUtiXmlParser(const CUtiXmlParser& other);
   CUtiXmlParser& operator=(const CUtiXmlParser& other);
 
-  /// The root element, or null when no document was loaded. It belongs to this object; a copy of it
-  /// stays good on its own.
+  /// Returns the root element, or null if no document was loaded. It belongs to this object; a copy of it
+  /// stays valid on its own.
   CUtiXmlElement* GetRootElement();
 
  protected:
-  /// Load a document in place of the present one, a file or a text as the constructors; 1 on success, 0 on
-  /// failure, which leaves the root as it was.
+  /// Replace the current document with one loaded from a file or from text, as the constructors do. Return 1
+  /// on success, 0 on failure, which leaves the root as it was.
   int Parse(const char* path);
   int Parse(const char* text, int);
 

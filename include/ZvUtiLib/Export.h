@@ -1,15 +1,16 @@
-// What marks a class or function as part of the library's interface.
+// Export macros: mark the classes and functions of the library's public interface.
 //
 // Define ZVUTILIB_STATIC when linking the static variant (its CMake target does so by itself).
 #pragma once
 
 #if __cplusplus < 201703L
 #  error "ZvUtiLib needs C++17: compile with -std=c++17 or a later one."
-// There is no such file. Compilers go on behind #error; here they end, before a page of errors that follow.
+// This file does not exist. Compilers continue after #error; the missing include stops them, before they
+// print a page of further errors.
 #  include <ZvUtiLib needs C++17>
 #endif
 
-/// Marks what the library exports.
+/// Marks a class or function that the library exports.
 #if defined(_WIN32)
 #  if defined(ZVUTILIB_STATIC)
 #    define ZVUTILIB_API
@@ -22,7 +23,7 @@
 #  define ZVUTILIB_API __attribute__((visibility("default")))
 #endif
 
-/// The calling convention of functions that the system calls back.
+/// The calling convention of callbacks from the system.
 #if defined(_WIN32)
 #  define ZVUTILIB_CALLBACK __stdcall
 #else

@@ -1,4 +1,4 @@
-// Everything that ZvUtiLib offers, in one include.
+// Includes all public headers of ZvUtiLib.
 #pragma once
 
 #include <ZvUtiLib/CDebug.h>
