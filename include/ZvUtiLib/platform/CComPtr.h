@@ -1,16 +1,16 @@
-// CComPtr: holds one counted reference to an interface, or none.
+// CComPtr: a smart pointer that holds one counted reference to an interface, or none.
 #pragma once
 
 #include <memory>
 
-/// The object behind it lives until the last reference is gone. It never throws. Copies share the object,
-/// by a reference of their own.
+/// The object lives until its last reference is released. Each copy holds its own reference to the shared
+/// object. No operation throws.
 template <class T>
 class CComPtr {
  public:
-  /// Empty.
+  /// Creates an empty pointer.
   CComPtr() noexcept = default;
-  /// Shares `object` by one more reference; null gives an empty pointer.
+  /// Shares `object` and adds a reference to it; null gives an empty pointer.
   CComPtr(T* object) noexcept : object_(object) {  // NOLINT(google-explicit-constructor): as users expect
     if (object_) object_->AddRef();
   }
@@ -20,43 +20,43 @@ class CComPtr {
   CComPtr(CComPtr&& other) noexcept : object_(other.Detach()) {}
   ~CComPtr() { Release(); }
 
-  /// Takes the new reference before it gives the old one back, so an object may be assigned to itself.
+  /// Adds the new reference before it releases the old one, so an object may be assigned to itself.
   CComPtr& operator=(T* object) noexcept {
     if (object) object->AddRef();
     Attach(object);
     return *this;
   }
-  /// Shares the object of `other` in place of its own.
+  /// Releases the current object and shares the object of `other`.
   CComPtr& operator=(const CComPtr& other) noexcept {
     if (this != std::addressof(other)) *this = other.object_;
     return *this;
   }
-  /// Takes over the reference of `other`, which is left empty, in place of its own.
+  /// Releases the current object and takes over the reference of `other`, which is left empty.
   CComPtr& operator=(CComPtr&& other) noexcept {
     T* const object = other.Detach();
     Attach(object);
     return *this;
   }
 
-  /// Gives the reference back and leaves the pointer empty.
+  /// Releases the reference and leaves the pointer empty.
   void Release() noexcept { Attach(nullptr); }
-  /// Takes over a reference that the caller holds, in place of its own.
+  /// Releases the current object and takes over a reference that the caller holds.
   void Attach(T* object) noexcept {
     T* const old = object_;
     object_ = object;
     if (old) old->Release();
   }
-  /// Hands the reference to the caller and leaves the pointer empty.
+  /// Passes the reference to the caller and leaves the pointer empty.
   T* Detach() noexcept {
     T* const object = object_;
     object_ = nullptr;
     return object;
   }
 
-  /// The object, or null. The reference stays the pointer's.
+  /// Returns the object, or null. The pointer keeps its reference.
   operator T*() const noexcept { return object_; }  // NOLINT(google-explicit-constructor): as users expect
   T* operator->() const noexcept { return object_; }
-  /// Where a call stores the reference that it gives. REQUIRES: the pointer is empty.
+  /// Returns the place for a call to store a new reference. REQUIRES: the pointer is empty.
   T** operator&() noexcept { return &object_; }  // NOLINT(google-runtime-operator): as users expect
 
  private:

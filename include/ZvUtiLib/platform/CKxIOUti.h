@@ -1,10 +1,10 @@
-// CKxIOUti: where the program stands, and small questions about paths.
+// CKxIOUti: finds the program's folder, and provides small helpers for paths.
 #pragma once
 
 #include <ZvUtiLib/platform/CString.h>
 
-/// Paths are GBK bytes with separators of either kind. A null path counts as "".
-/// Stateless: any thread may call.
+/// Paths are GBK bytes with separators of either kind. A null path counts as "". Stateless: any thread may
+/// call.
 class ZVUTILIB_API CKxIOUti {
  public:
   CKxIOUti() = default;
@@ -12,13 +12,13 @@ class ZVUTILIB_API CKxIOUti {
   CKxIOUti& operator=(const CKxIOUti&) = default;
   virtual ~CKxIOUti();
 
-  /// The folder of the running program, ending in a separator.
+  /// Returns the folder of the running program, ending in a separator.
   static CString GetAppPath();
-  /// Nonzero when a file (or folder) of this path exists.
+  /// Returns nonzero if a file or folder with this path exists.
   static int IsFileExist(const char* path);
-  /// The folder part of a file's path, without its last separator; both kinds count. "" for a path
-  /// without one; a root ("/", "C:\") keeps its separator.
+  /// Returns the folder part of a file's path, without its last separator of either kind. Returns "" for a
+  /// path without a separator. A root ("/", "C:\") keeps its separator.
   static CString GetFilePath(const char* path);
-  /// Makes the folder, one level; nonzero when it exists afterwards.
+  /// Creates the folder, one level only; returns nonzero if it exists afterwards.
   static int CreateDir(const char* path);
 };

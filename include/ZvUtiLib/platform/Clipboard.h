@@ -1,5 +1,5 @@
-// Reading the clipboard: the desktop's, by the system's own calls, on Windows; elsewhere one of the process's
-// own, which CUtiBase::CopyToClipboard fills, with the same names and results.
+// Reads the clipboard. On Windows it is the desktop's, read with the system's own calls. Elsewhere it is a
+// clipboard private to the process, filled by CUtiBase::CopyToClipboard, with the same names and results.
 //
 //     if (OpenClipboard(nullptr)) {
 //       if (HANDLE block = GetClipboardData(CF_TEXT)) {
@@ -9,7 +9,7 @@
 //       CloseClipboard();
 //     }
 //
-// Any thread may call. While one has the clipboard open, others can't open it.
+// Any thread may call. While one thread has the clipboard open, others can't open it.
 #pragma once
 
 #include <ZvUtiLib/Export.h>
@@ -18,27 +18,27 @@
 
 #if !defined(_WIN32)
 
-/// A block of memory; null is none.
+/// A block of memory, or null.
 using HGLOBAL = HANDLE;
 
 constexpr unsigned CF_TEXT = 1;  ///< format: zero-terminated text, GBK in this library
 
-/// Whether the clipboard has content in `format`, 1 or 0. It need not be open.
+/// Returns 1 if the clipboard has content in `format`, else 0. The clipboard need not be open.
 ZVUTILIB_API int IsClipboardFormatAvailable(unsigned format);
 
-/// Opens the clipboard for this thread, which may open it again; returns 1, or 0 while another thread has it
-/// open. The first closing closes it. No owner is kept.
+/// Opens the clipboard for this thread and returns 1. Returns 0 while another thread has it open. The same
+/// thread may open it again, but the first CloseClipboard closes it. The owner is ignored.
 ZVUTILIB_API int OpenClipboard(void* owner);
-/// Returns 1, or 0 when this thread has not opened it.
+/// Closes the clipboard and returns 1; returns 0 if this thread has not opened it.
 ZVUTILIB_API int CloseClipboard();
 
-/// The content in `format`, which stays the clipboard's and is good until this thread closes it. Null when
-/// there is none, or when this thread has not opened the clipboard.
+/// Returns the content in `format`. It belongs to the clipboard and is valid until this thread closes it.
+/// Returns null if there is none, or if this thread has not opened the clipboard.
 ZVUTILIB_API HANDLE GetClipboardData(unsigned format);
 
-/// The bytes of a block, null for a null block. They may be used until it is unlocked.
+/// Returns the bytes of a block, null for a null block. They may be used until the block is unlocked.
 ZVUTILIB_API void* GlobalLock(HGLOBAL block);
-/// Returns 0: no block stays locked.
+/// Unlocks a block; returns 0, since no block stays locked.
 ZVUTILIB_API int GlobalUnlock(HGLOBAL block);
 
 #endif

@@ -1,6 +1,6 @@
-// How LogOut and the Format operations take objects among their values. A C-variadic operation cannot: it
-// would read the object's memory as a number or an address. An overload beside it, which takes calls with
-// an object among their values, hands on the bytes of texts and refuses every other class.
+// Lets LogOut and the Format operations take objects among their values. A C-variadic function cannot: it
+// would read the object's memory as a number or an address. So an overload takes the calls with an object
+// among their values. It passes on the bytes of strings and rejects every other class.
 #pragma once
 
 #include <memory>
@@ -12,11 +12,12 @@
 
 namespace zvuti {
 
-/// The zero-terminated bytes that "%s" prints. CString and CTextString have friends of this name. They take
-/// a pointer: a class derived from a text is a text, one that only converts to a text is none.
+/// Returns the zero-terminated bytes that "%s" prints. CString and CTextString have friends of this name. The
+/// parameter is a pointer, so that a class derived from a string class counts as a string, but a class that
+/// only converts to one does not.
 inline const char* TextForFormat(const std::string* text) { return text->c_str(); }
 
-/// Whether objects of this type are texts with a function TextForFormat.
+/// Whether TextForFormat accepts objects of this type.
 template <class T, class = void>
 inline constexpr bool kIsFormatText = false;
 /// As above.
@@ -25,12 +26,12 @@ inline constexpr bool kIsFormatText<
     T, std::enable_if_t<std::is_same_v<decltype(TextForFormat(std::declval<const T*>())), const char*>>> =
     true;
 
-/// Whether one of these types is a class or a union.
+/// Whether any of these types is a class or a union.
 template <class... Values>
 inline constexpr bool kHasObjects = ((std::is_class_v<Values> || std::is_union_v<Values>) || ...);
 
-/// `value` as a C-variadic operation takes it: the bytes of a text, which are good as long as the text is;
-/// numbers, enumerations and pointers as they are, arrays and functions as pointers. Nothing else compiles.
+/// Returns `value` as a C-variadic function takes it: the bytes of a string, valid as long as the string is;
+/// numbers, enumerations and pointers unchanged; arrays and functions as pointers. No other type compiles.
 template <class T>
 auto FormatValue(const T& value) {
   if constexpr (kIsFormatText<T>) {
@@ -42,7 +43,7 @@ auto FormatValue(const T& value) {
                   "std::string(view) of a view, .count() of a duration.");
     return 0;
   } else if constexpr (std::is_same_v<std::remove_cv_t<T>, float>) {
-    return static_cast<double>(value);  // it travels as one; said here, a client's compiler warns of nothing
+    return static_cast<double>(value);  // promoted anyway; explicit to avoid warnings in clients
   } else {
     return value;
   }

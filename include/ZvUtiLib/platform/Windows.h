@@ -1,4 +1,4 @@
-// The system's own header, lean, on Windows; nothing elsewhere.
+// Includes a lean <windows.h> on Windows, and nothing elsewhere.
 #pragma once
 
 #if defined(_WIN32)

@@ -1,10 +1,10 @@
-// tag_KxTimeDWord: a point in local calendar time, packed into 32 bits.
+// tag_KxTimeDWord: a local calendar time packed into 32 bits.
 #pragma once
 
 #include <cstdint>
 
-/// From the high end: year less 2000 (6 bits), month (4), day (5), hour (5), minute (6), second (6).
-/// No time zone, no validity mark; the fields are not checked against a calendar.
+/// From the high end: year minus 2000 (6 bits), month (4), day (5), hour (5), minute (6), second (6). It has
+/// no time zone and no validity flag. Fields are not checked against a calendar.
 struct tag_KxTimeDWord {
   std::uint32_t word = 0;  ///< the six fields
 
