@@ -26,12 +26,12 @@ class CComPtr {
     Attach(object);
     return *this;
   }
-  /// Releases the current object and shares the object of `other`.
+  /// Shares the object of `other` instead of the current one.
   CComPtr& operator=(const CComPtr& other) noexcept {
     if (this != std::addressof(other)) *this = other.object_;
     return *this;
   }
-  /// Releases the current object and takes over the reference of `other`, which is left empty.
+  /// Takes over the reference of `other`, which is left empty, and releases the current one.
   CComPtr& operator=(CComPtr&& other) noexcept {
     T* const object = other.Detach();
     Attach(object);
@@ -40,7 +40,7 @@ class CComPtr {
 
   /// Releases the reference and leaves the pointer empty.
   void Release() noexcept { Attach(nullptr); }
-  /// Releases the current object and takes over a reference that the caller holds.
+  /// Takes over a reference that the caller holds, and releases the current one.
   void Attach(T* object) noexcept {
     T* const old = object_;
     object_ = object;

@@ -8,10 +8,10 @@
 #include <ZvUtiLib/Export.h>
 
 /// The content of one ini file, as it was when the suite last read it. Section and key names are compared
-/// regardless of ASCII case. Values are GBK bytes as they are in the file, without surrounding blanks and one
-/// pair of quotes. If several sections have the same name, or several keys in one section, only the first
-/// counts. A UTF-8 byte order mark is skipped and changes nothing else. UTF-16LE with a mark is converted to
-/// GBK.
+/// regardless of ASCII case. Values are GBK bytes as they are in the file, with surrounding blanks and one
+/// pair of quotes removed. If several sections have the same name, or several keys in one section, only the
+/// first counts. A UTF-8 byte order mark is skipped and changes nothing else. UTF-16LE with a mark is
+/// converted to GBK.
 class ZVUTILIB_API CKxIniFileReader {
  public:
   /// Returns the value of `key` in `section`, or `defaultValue` (null counts as "") if either is missing or

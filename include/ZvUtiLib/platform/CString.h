@@ -101,7 +101,8 @@ class ZVUTILIB_API CString {
   int CompareNoCase(const char* other) const;
 
   /// GetBuffer returns room for at least `length` bytes to write into; a negative length counts as 0.
-  /// ReleaseBuffer ends the writing and sets the length; without one, the string ends at the first zero byte.
+  /// ReleaseBuffer ends the writing and sets the length. By default it ends the string at the first zero
+  /// byte.
   char* GetBuffer(int length);
   void ReleaseBuffer(int length = -1);
 
