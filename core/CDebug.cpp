@@ -16,11 +16,11 @@ namespace {
 
 constexpr std::size_t kLongestText = 1023;
 
-// Worked out anew each time: nothing of the log outlives a call.
+// Computed for every call: the log keeps no state between calls.
 CString LogPath() { return CKxIOUti::GetAppPath() + "log/lobby.log"; }
 
-// The log is called in catch blocks and destructors: no failure of `work` leaves it, and errno stays as the
-// caller has it. Other exceptions than the standard ones pass: the C library ends a thread by one.
+// The log is called in catch blocks and destructors, so no failure of `work` may escape, and errno is
+// preserved. Exceptions that are not std::exception pass through: the C library uses one to end a thread.
 template <class Work>
 void InSilence(Work work) {
   const int before = errno;
@@ -41,7 +41,7 @@ void AppendLine(const char* format, va_list arguments) {
   char line[64 + kLongestText + 2];
   const int stamp = std::snprintf(line, 64, "%04d-%02d-%02d %02d:%02d:%02d,%03d ", now.wYear, now.wMonth,
                                   now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds);
-  // One byte beyond the limit shows whether the last character within it is whole.
+  // One byte beyond the limit shows whether the last character before it is whole.
   char* const text = line + stamp;
   zvuti::FormatBounded(text, kLongestText + 2, format ? format : "", arguments);
   const std::size_t length = zvuti::gbk::CutWhole(text, kLongestText).size();

@@ -15,9 +15,9 @@ tag_KxTimeDWord RecordOf(unsigned long word) {
 
 unsigned long Widened(int field) { return static_cast<unsigned long>(field); }
 
-// Takes white space, a sign and digits off the front of `text`, as scanf's %d does; false without a
-// digit. The number is kept modulo 2^32: scanf leaves numbers beyond an int undefined, and no field
-// looks at more than its lowest six bits.
+// Removes white space, a sign and digits from the front of `text`, as scanf's %d does. Returns false if there
+// is no digit. The number is kept modulo 2^32: scanf leaves numbers that do not fit an int undefined, and no
+// field uses more than the lowest six bits.
 bool TakeNumber(const char*& text, std::uint32_t& number) {
   while (zvuti::IsSpace(*text)) ++text;
   const bool isNegative = *text == '-';
@@ -35,8 +35,8 @@ bool TakeByte(const char*& text, char expected) {
   return true;
 }
 
-// The fields in the order of text and word alike, with what stands before each in the text: a blank
-// for any white space or none, which the number skips by itself.
+// The fields, in the order of both the text and the word, with the separator before each one in the text. A
+// blank stands for optional white space, which parsing the number skips anyway.
 constexpr struct {
   char before;
   std::uint32_t base;
@@ -77,7 +77,7 @@ unsigned long CKxTime::String2DWord(const char* text) {
   std::uint32_t word = 0;
   bool isGiven = true;
   for (const auto& field : kFields) {
-    std::uint32_t number = field.base;  // a field that is not given is 0
+    std::uint32_t number = field.base;  // makes a missing field 0
     isGiven = isGiven && (field.before == ' ' || TakeByte(text, field.before)) && TakeNumber(text, number);
     const std::uint32_t mask = (1u << field.bits) - 1;
     word = word << field.bits | ((number - field.base) & mask);

@@ -2,6 +2,6 @@
 #include <ZvUtiLib/CUtiBlackList.h>
 
 int CUtiBase::IsChatValid(const char* text) {
-  static CUtiBlackList words;  // made at the first call, which the language guards
+  static CUtiBlackList words;  // constructed once, at the first call; thread-safe by the language
   return words.IsMatched(text) ? 0 : 1;
 }

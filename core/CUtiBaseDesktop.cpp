@@ -14,7 +14,7 @@ void CUtiBase::CopyToClipboard(const char* text) {
   if (!text || text[0] == '\0') return;
   if (!Desktop().openClipboard()) return;
   const std::size_t size = std::strlen(text) + 1;
-  // The block comes first: while there is none, the old content stays.
+  // Allocate the block first: if that fails, the old content stays.
   if (HGLOBAL block = Desktop().allocateBlock(size)) {
     Desktop().emptyClipboard();
     bool handedOver = false;

@@ -15,8 +15,8 @@ constexpr int kEntry = 6;
 
 zvuti::AdapterDoors& Adapters() { return zvuti::TheDoors().adapters; }
 
-// A list of adapters in a block of its own, null when it can't be read. The list may grow between the
-// question for its size and the reading; then it can't be read.
+// A list of adapters in its own block; null if it can't be read. Reading fails if the list grows after its
+// size was queried.
 template <class Record>
 class AdapterList {
  public:

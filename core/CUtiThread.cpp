@@ -32,8 +32,8 @@ int CUtiThread::StartThread() {
     if (Kernel().waitForSingleObject(threadHandle, kGrace) == WAIT_TIMEOUT) return 0;
     CloseAndClear(threadHandle);
   }
-  // A new event, not the old one reset: whoever still waits on the old one must not miss its signal,
-  // and that signal must not stop the new run.
+  // Create a new event instead of resetting the old one: threads that still wait on the old one must not miss
+  // its signal, and that signal must not stop the new run.
   CloseAndClear(stopEvent);
   stopEvent = Kernel().createEvent(true, false);
   threadHandle = Kernel().createThread(&CUtiThread::ThreadProc, this);
