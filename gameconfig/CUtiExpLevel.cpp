@@ -5,7 +5,8 @@
 
 namespace {
 
-// Half of a mark leaves a table that begins with no number: empty, as for any other byte.
+// A partial mark is an error: the table is empty, as if the file began with any other byte that is not part
+// of a number.
 void SkipUtf8Mark(std::istream& file) {
   constexpr int kMark[] = {0xEF, 0xBB, 0xBF};
   if (file.peek() != kMark[0]) return;

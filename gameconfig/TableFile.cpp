@@ -8,12 +8,12 @@
 namespace zvuti {
 
 bool ReadTableFile(const char* path, const std::function<void(std::istream&)>& read) {
-  if (!IsRegularFile(path)) return false;  // a folder would open, and fail only when it is read
+  if (!IsRegularFile(path)) return false;  // opening a folder succeeds; only reading it fails
   std::ifstream file;
   file.imbue(std::locale::classic());
   file.open(NativePath(path));
   if (!file) return false;
-  // Without this the stream keeps an exception to itself, and the file seems to end there.
+  // Without this the stream would catch exceptions, and the file would seem to end there.
   file.exceptions(std::ios_base::badbit);
   try {
     read(file);

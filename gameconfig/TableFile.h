@@ -1,4 +1,4 @@
-// How the tables of this folder read their files.
+// Reads the text files of the tables in this folder.
 #pragma once
 
 #include <functional>
@@ -6,11 +6,11 @@
 
 namespace zvuti {
 
-/// Opens the text file at `path` and hands it to `read`, for formatted reading of numbers in plain decimal
-/// form, whatever the host's locale is. The tables never write, so a file that may only be read will do.
-/// False when there is no such file, it is a folder or may not be read, and when reading it fails midway:
-/// what `read` has got by then is a part of the file. Throws what `read` throws, and std::bad_alloc when
-/// the heap refuses a block while the stream reads.
+/// Opens the text file at `path` and passes it to `read`, which reads formatted numbers in plain decimal
+/// form, independent of the host's locale. The file is opened for reading only, so it may be read-only.
+/// Returns false if the file does not exist, is a folder or may not be read, or if reading fails midway;
+/// `read` then has only part of the file. Throws what `read` throws, and std::bad_alloc if an allocation
+/// fails while the stream reads.
 bool ReadTableFile(const char* path, const std::function<void(std::istream&)>& read);
 
 }  // namespace zvuti
