@@ -1,5 +1,5 @@
-// The results are exact to the last bit, so the order of each sum and product counts, and this file
-// is compiled without fused operations.
+// Results are exact to the last bit. So the order of each sum and product matters, and this file is compiled
+// without fused multiply-add.
 #include <ZvUtiLib/CUtiTurnTable.h>
 
 #include <algorithm>
@@ -14,8 +14,8 @@ constexpr double kGain = 0.004;
 constexpr double kFullTurn = 6.283185307179586;
 constexpr double kRunOut = 125.66370614359172;  // twenty full turns
 
-// Repeated subtraction takes too long above this angle, and for ever at infinity. Only speeds that a
-// derived class has set itself lead there.
+// Above this angle repeated subtraction takes too long, and at infinity it never ends. Only speeds set by a
+// derived class can lead there.
 constexpr double kFarAngle = 1e6;
 
 SlotRange* CopyOf(const SlotRange* ranges, int count) {
@@ -56,7 +56,7 @@ CUtiTurnTable& CUtiTurnTable::operator=(const CUtiTurnTable& other) {
 CUtiTurnTable::~CUtiTurnTable() { delete[] slotRanges; }
 
 int CUtiTurnTable::TurnTable_Update(float) {
-  // Each step is the mean of the speeds at both ends of the tick: the area under the speed's curve.
+  // Each tick advances by the mean of the speeds at its start and its end: the area under the speed curve.
   switch (state) {
     case TurnStateAccelerate: {
       const double next = curSpeed + acceleration;
@@ -99,7 +99,7 @@ int CUtiTurnTable::TurnTable_Initial() {
   delete[] slotRanges;  // an override of TurnTable_Uninitial may have left them
   slotRanges = new (std::nothrow) SlotRange[kSlots];
   if (!slotRanges) return 0;
-  // Running sums, not products: the last bound may miss the full turn by the last bit.
+  // Use running sums, not products. The last bound may differ from the full turn in the last bit.
   double low = 0.0;
   for (int i = 0; i < slotCount; ++i) {
     slotRanges[i].low = low;
@@ -135,7 +135,7 @@ int CUtiTurnTable::TurnTable_End(int slot) {
   if (stop > kFullTurn) stop -= kFullTurn;
   const double forward = stop >= curAngle ? stop - curAngle : kFullTurn - (curAngle - stop);
   const double distance = forward + kRunOut;
-  deceleration = curSpeed / (2 * (distance / curSpeed));  // v^2 / 2d; at rest it comes out as 0
+  deceleration = curSpeed / (2 * (distance / curSpeed));  // v^2 / 2d; yields 0 at rest
   return 1;
 }
 
