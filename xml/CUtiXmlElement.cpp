@@ -18,7 +18,7 @@ CComPtr<IXMLDOMNodeList> ChildrenOf(IXMLDOMElement* node) {
   return list;
 }
 
-// What `read` gives, or its type's empty value where the heap refuses on the way.
+// Returns the result of `read`, or an empty value of its type if `read` throws, as when an allocation fails.
 template <class Read>
 auto OrEmpty(Read read) noexcept -> decltype(read()) {
   try {

@@ -12,12 +12,12 @@ CComPtr<IXMLDOMDocument> CreateDocument() {
   if (SUCCEEDED(CoCreateInstance(CLSID_DOMDocument, nullptr, CLSCTX_ALL, IID_IXMLDOMDocument, &object)) &&
       object) {
     created.Attach(static_cast<IXMLDOMDocument*>(object));
-    created->put_async(VARIANT_FALSE);  // the root is asked for as soon as the load returns
+    created->put_async(VARIANT_FALSE);  // the root is read right after the load
   }
   return created;
 }
 
-// Makes a new document in place of the present one and lets `load` fill it; 1 when it did.
+// Replaces the document with a new one and lets `load` fill it; returns 1 if it succeeds.
 template <class Load>
 int Replace(CComPtr<IXMLDOMDocument>& document, CUtiXmlElement& root, Load load) noexcept {
   document.Release();
