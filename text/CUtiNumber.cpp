@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t kGroup = 4;        // digits
 constexpr std::size_t kMostDigits = 20;  // that can be spelled: the five groups below
 
-// Up to two characters; all four bytes are there, so that appending is one copy of a fixed size.
+// Up to two characters. `bytes` always has four bytes, so that appending is one copy of fixed size.
 struct Piece {
   template <std::size_t N>
   constexpr Piece(const char (&text)[N]) : size(N - 1) {  // NOLINT(google-explicit-constructor)
@@ -48,7 +48,8 @@ constexpr Numeral kNumerals[] = {
 };
 static_assert(std::size(kNumerals) == 10);
 
-// Units of a digit by its place in its group, and of a group by its place in the number, from the right.
+// The unit of a digit by its place in its group, and the unit of a group by its place in the number, from the
+// right.
 constexpr Piece kPlaceUnits[] = {
     "", kTen,
     "\xB0\xDB",  // 佰
@@ -63,7 +64,7 @@ constexpr Piece kGroupUnits[] = {
 };
 static_assert(std::size(kPlaceUnits) == kGroup && std::size(kGroupUnits) * kGroup == kMostDigits);
 
-// A spelling under way: each digit takes four bytes at most, each group's unit four more.
+// The spelling built so far. Each digit takes at most four bytes, and the unit of each group four more.
 class Spelling {
  public:
   void Append(const Piece& piece) {
@@ -80,7 +81,7 @@ class Spelling {
   char* end_ = bytes_;
 };
 
-// Spells the digit at `place` of its group; `right` is the byte behind it.
+// Spells the digit at `place` of its group; `right` is the next byte.
 void SpellDigit(Spelling& out, char digit, std::size_t place, char right) {
   if (digit == '0') {
     if (place > 0 && right != '0') out.Append(kZero);
@@ -91,7 +92,7 @@ void SpellDigit(Spelling& out, char digit, std::size_t place, char right) {
   out.Append(kPlaceUnits[place]);
 }
 
-// Spells up to the first byte that is no digit; false when there is one.
+// Spells the digits before the first byte that is not a digit; returns false if there is such a byte.
 bool SpellNumber(Spelling& out, std::string_view number) {
   bool isGroupZero = true;
   for (std::size_t i = 0; i < number.size(); ++i) {
@@ -108,7 +109,7 @@ bool SpellNumber(Spelling& out, std::string_view number) {
   return true;
 }
 
-// The end of a text that is a number, null when it is none.
+// Returns the end of a text that is a number, or null if it is not.
 const char* EndOfNumber(const char* text) {
   if (!text || !*text) return nullptr;
   if (*text == '-') ++text;
@@ -116,13 +117,13 @@ const char* EndOfNumber(const char* text) {
   return *text == '\0' ? text : nullptr;
 }
 
-// Room in `string` for so many bytes, of which it can hold no more than an int counts.
+// Returns room for `size` bytes in `string`. A CString holds no more bytes than an int can count.
 char* BufferOf(CString& string, std::size_t size) {
   if (size > std::size_t{std::numeric_limits<int>::max()}) throw std::length_error("the text is too long.");
   return string.GetBuffer(static_cast<int>(size));
 }
 
-// Sets the sign and the first group, then a comma and four digits for each further group.
+// Writes the sign and the first group, then a comma and four digits for each further group.
 void SetGrouped(const char* number, std::size_t size, CString& result) {
   if (zvuti::PointsInto(result, number)) {
     const CString apart(std::string_view(number, size));
