@@ -26,8 +26,8 @@ class ZVUTILIB_API CUtiBase {
   static int IsChatValid(const char* text);
 
   /// Replaces the clipboard's content with the text, byte for byte. The old content stays if the text is null
-  /// or empty, if someone else has the clipboard open, or if memory can't be allocated. On Linux the
-  /// clipboard is private to the process. <ZvUtiLib/platform/Clipboard.h> reads it.
+  /// or empty, if someone else has the clipboard open, or if memory for the copy can't be allocated. On Linux
+  /// the clipboard is private to the process. <ZvUtiLib/platform/Clipboard.h> reads it.
   static void CopyToClipboard(const char* text);
   /// Loads a dynamic library, calls its entry point "DllRegisterServer" and unloads the library. Does nothing
   /// if the library can't be loaded or has no such entry point.

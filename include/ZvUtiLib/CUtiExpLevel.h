@@ -29,8 +29,9 @@ class ZVUTILIB_API CUtiExpLevel {
   /// if the file does not exist or cannot be opened or read. A record that is not two numbers ends the table:
   /// the records before it stay, and the result is 1. Throws std::bad_alloc, leaving the table empty.
   int LoadLevelConfig(const std::string& path);
-  /// Returns the level of a player with experience `exp`: the level of the last record whose experience is at
-  /// most `exp`, or of the first record if all are above it. Returns 1 for an empty table.
+  /// Returns the level of a player with experience `exp`. In a table of rising experience, that is the level
+  /// of the last record whose experience is at most `exp`, or of the first record if all are above it.
+  /// Returns 1 for an empty table.
   int GetLevelByExp(std::int64_t exp) const;
   /// Returns the experience of record number `level`, counted from 1; 0 if there is no such record.
   std::int64_t GetExpByLevel(int level) const;

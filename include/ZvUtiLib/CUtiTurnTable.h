@@ -34,7 +34,8 @@ class ZVUTILIB_API CUtiTurnTable {
   virtual ~CUtiTurnTable();
 
   /// Returns the current angle. Between ticks it lies between 0 and a full turn, both included. During a
-  /// notification it may exceed a full turn by up to one tick's movement.
+  /// notification, and after a tick whose notification returned 0, it may exceed a full turn by up to one
+  /// tick's movement.
   double TurnTable_GetCurAngle() const { return curAngle; }
 
  protected:

@@ -40,7 +40,8 @@ class ZVUTILIB_API CUtiXmlParser {
 
  protected:
   /// Replace the current document with one loaded from a file or from text, as the constructors do. Return 1
-  /// on success, 0 on failure, which leaves the root as it was.
+  /// on success, 0 on failure. After a failure the element that GetRootElement returned before is still
+  /// valid, but GetRootElement itself may return null.
   int Parse(const char* path);
   int Parse(const char* text, int);
 
