@@ -1,4 +1,4 @@
-// CByteBuffer: a growable run of bytes, the storage under every binary stream and record image.
+// CByteBuffer: a growable array of bytes, the storage of every binary stream and record image.
 #pragma once
 
 #include <cstddef>
@@ -13,13 +13,14 @@ class Room;
 
 /// How a buffer picks its next capacity.
 enum GrowMode {
-  GrowRounded,   ///< what is needed, rounded up to a multiple of 1024
-  GrowDoubling,  ///< at least twice the length in use, rounded in the same way
+  GrowRounded,   ///< the required size, rounded up to a multiple of 1024
+  GrowDoubling,  ///< at least twice the length in use, rounded up likewise
 };
 
 /// The buffer owns one sized block, whose capacity is 0 or a multiple of 1024 and never shrinks. All
-/// lengths are signed 32-bit numbers of bytes; a request beyond that range fails like an exhausted
-/// heap. A failed growth leaves the buffer as it was. One object serves one thread at a time.
+/// lengths are signed 32-bit byte counts; a request beyond that range fails as if the heap were
+/// exhausted. A failed growth leaves the buffer unchanged. Not thread-safe: one object may be used by one
+/// thread at a time.
 class ZVUTILIB_API CByteBuffer : public CBasicObject {
  public:
   /// Empty, with no storage.
@@ -28,7 +29,7 @@ class ZVUTILIB_API CByteBuffer : public CBasicObject {
   CByteBuffer& operator=(const CByteBuffer&) = delete;
   ~CByteBuffer() override;
 
-  /// The bytes, or null while the buffer has never grown; good until the next growth.
+  /// The bytes, or null if the buffer has never grown. Valid until the next growth.
   unsigned char* Data() { return data_; }
   const unsigned char* Data() const { return data_; }
   /// Bytes in use.
@@ -36,20 +37,21 @@ class ZVUTILIB_API CByteBuffer : public CBasicObject {
   /// Bytes that fit without growing.
   int Capacity() const { return capacity_; }
 
-  /// Sets the length, growing if needed; a negative length, or a growth that fails, changes nothing.
-  /// Bytes that come into use are zero where nothing was ever written, old bytes otherwise.
+  /// Sets the length and grows if needed. Does nothing if the length is negative or growing fails.
+  /// Added bytes are zero where nothing was ever written; elsewhere they keep their old contents.
   void SetLength(int length);
 
-  /// Adds `count` bytes, which may lie inside this buffer; null `bytes` only make room for them.
-  /// Returns the place of the added bytes (null for no bytes on an empty buffer), null on failure.
+  /// Appends `count` bytes, which may lie inside this buffer. If `bytes` is null, only reserves room.
+  /// Returns the address of the added bytes, or null on failure. Also returns null when no bytes are
+  /// appended to an empty buffer.
   unsigned char* Append(const void* bytes, unsigned count);
 
-  /// Adds a zero-terminated text without its terminator; it may lie inside this buffer. Capacity at
-  /// least doubles when it grows, and leaves room for a terminator. Null adds nothing.
+  /// Appends a zero-terminated text without its terminator. The text may lie inside this buffer. When the
+  /// capacity grows, it at least doubles and leaves room for a terminator. Null appends nothing.
   void AppendText(const char* text);
 
-  /// Makes room for `extra` bytes behind those in use, cleared to zero. Returns the end of the bytes
-  /// in use, null on failure.
+  /// Makes room for `extra` bytes after those in use, cleared to zero. Returns the end of the bytes in
+  /// use, or null on failure.
   unsigned char* Reserve(int extra, GrowMode mode);
 
  private:

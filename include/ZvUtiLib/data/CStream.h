@@ -1,10 +1,10 @@
-// The binary stream: the one wire and storage form of records.
+// The binary stream: the wire and storage format of all records.
 //
-// Little-endian, with no tags, padding or overall length: the order of the calls is the schema. A
-// stream has no read position; reading takes bytes off the front and moves the rest down, so a later
-// write appends behind what is still unread. Nothing is ever reported: a read that finds too few bytes
-// leaves its target and the stream alone, and a write without memory adds nothing. A caller that needs
-// to know compares Length. One object serves one thread at a time.
+// The format is little-endian and has no tags, padding or overall length: the order of the calls is the
+// schema. A stream has no read position. Reading removes bytes from the front and moves the rest down, so
+// a later write appends after the unread bytes. Errors are not reported: a read that finds too few bytes
+// leaves its target and the stream unchanged, and a write that gets no memory appends nothing. To detect
+// either, compare Length before and after. One object may be used by one thread at a time.
 #pragma once
 
 #include <cstdint>
@@ -20,44 +20,44 @@ namespace zvuti::wire {
 class Cursor;
 }
 
-/// The appending side; it exists only as the base of CStreamReader.
+/// The writing half of a stream; used only as the base class of CStreamReader.
 class ZVUTILIB_API CStreamWriter : public CByteBuffer {
  public:
-  /// Appends bytes as CByteBuffer::Append does.
+  /// Appends bytes; see CByteBuffer::Append.
   unsigned char* Write(const void* bytes, unsigned count) { return Append(bytes, count); }
 
  protected:
   CStreamWriter() = default;
 };
 
-/// A stream: appends and consumes.
+/// A stream: appends at the end and reads from the front.
 class ZVUTILIB_API CStreamReader : public CStreamWriter {
  public:
   /// Empty, with no storage.
   CStreamReader() = default;
   /// Holds a copy of the string's bytes, embedded zero bytes included.
   explicit CStreamReader(const std::string& bytes);
-  /// Holds a copy of `count` bytes; null `bytes` only make room for them.
+  /// Holds a copy of `count` bytes. If `bytes` is null, only reserves room for them.
   CStreamReader(const void* bytes, unsigned count);
 
-  /// Takes `count` bytes off the front into `out`, which may lie inside the stream. With fewer bytes
-  /// there, or a count below 1, nothing happens.
+  /// Moves `count` bytes from the front into `out`, which may lie inside the stream. Does nothing if the
+  /// stream holds fewer bytes or `count` is below 1.
   void Read(void* out, int count);
 
  private:
   friend class zvuti::wire::Cursor;
 
-  /// Takes `count` bytes off the front, unseen. REQUIRES: 0 <= count <= Length().
+  /// Discards `count` bytes from the front. REQUIRES: 0 <= count <= Length().
   void Drop(int count) noexcept;
 };
 
 namespace zvuti::wire {
 
-/// What travels as its own bytes: integers, and bool as a byte of 0 or 1. Floats, enumerations and
-/// pointers do not travel.
+/// True for types that are written as their own bytes: integers, and bool as a byte of 0 or 1. False for
+/// floats, enumerations and pointers, which cannot be written.
 template <class T, bool kIsIntegral = std::is_integral_v<T>>
 inline constexpr bool kIsPlain = false;
-/// The widths that travel.
+/// The supported widths are 1, 2, 4 and 8 bytes.
 template <class T>
 inline constexpr bool kIsPlain<T, true> = std::is_same_v<T, std::remove_cv_t<T>> &&
                                           (sizeof(T) == 1 || sizeof(T) == 2 || sizeof(T) == 4 ||
@@ -73,7 +73,7 @@ CStreamWriter& operator<<(CStreamWriter& out, T value) {
   return out;
 }
 
-/// Reads an integer of sizeof(T) bytes. A bool is true for every byte but 0.
+/// Reads an integer of sizeof(T) bytes. A bool is true for every byte except 0.
 template <class T, std::enable_if_t<zvuti::wire::kIsPlain<T>, int> = 0>
 CStreamReader& operator>>(CStreamReader& in, T& value) {
   if constexpr (std::is_same_v<T, bool>) {
@@ -86,12 +86,13 @@ CStreamReader& operator>>(CStreamReader& in, T& value) {
   return in;
 }
 
-/// Text form: a 16-bit count, then that many bytes. Of a longer text the count has the low 16 bits of
-/// its length, and as many leading bytes follow. The text may lie inside the stream, its spare room included.
+/// Writes the text form: a 16-bit count, then that many bytes. If the text is longer than 65,535 bytes, the
+/// count is the low 16 bits of its length, and only that many leading bytes are written. The text may lie
+/// inside the stream, including its unused capacity.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const std::string& text);
-/// The same for a text up to its terminator. REQUIRES: text is not null.
+/// The same for a zero-terminated text. REQUIRES: text is not null.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const char* text);
-/// Refuses `nullptr`, which is no text.
+/// Rejects `nullptr` at compile time.
 template <class T, std::enable_if_t<std::is_null_pointer_v<T>, int> = 0>
 CStreamWriter& operator<<(CStreamWriter& out, T) {
   static_assert(!std::is_null_pointer_v<T>, "nullptr is no text: write \"\" for an empty one.");
@@ -101,11 +102,12 @@ CStreamWriter& operator<<(CStreamWriter& out, T) {
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const CTextString& text);
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const CByteBuffer& bytes);
 
-/// The string gets the size of the count, 0 included. Where the body is missing, it keeps what it had
-/// within that size, extended with zero bytes; the count is gone and the body's bytes stay.
+/// Resizes the string to the count, even if that is 0, and reads the body into it. If the body is
+/// incomplete, the string keeps its old bytes up to that size, padded with zero bytes. The count is then
+/// consumed, and the bytes of the body stay on the stream.
 ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, std::string& text);
-/// As for std::string, but a count of 0 leaves the target as it was.
+/// As for std::string, but a count of 0 leaves the target unchanged.
 ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, CTextString& text);
-/// A count of 0 leaves the target as it was; so does a heap that refuses the room for the body, which
-/// then stays on the stream. Where the body is missing, the buffer has the new length all the same.
+/// A count of 0 leaves the target unchanged. So does a failed allocation; the body then stays on the
+/// stream. If the body is incomplete, the buffer still gets the new length.
 ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, CByteBuffer& bytes);

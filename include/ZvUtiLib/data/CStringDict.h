@@ -1,4 +1,4 @@
-// CStringDict: pairs of text, key and value, for the length of one operation.
+// CStringDict: a short-lived dictionary of text keys and values.
 #pragma once
 
 #include <cstdint>
@@ -10,15 +10,15 @@
 #include <ZvUtiLib/data/CTextString.h>
 #include <ZvUtiLib/data/SizedMemory.h>
 
-/// A hash table that grows by one bucket at a time. The order of visiting follows from the keys alone,
-/// whatever order they came in: by bucket, and within a bucket by key. Keys are bytes and compare as such,
-/// unsigned. Keys and values end at a zero byte.
+/// A hash table that grows by one bucket at a time. The order of visiting depends only on the keys, not on
+/// the order of insertion: by bucket, and within a bucket by key. Keys compare as unsigned bytes. Keys and
+/// values end at a zero byte.
 ///
-/// The hash is no secret, so a peer can choose keys that all fall into one bucket. A bucket that has grown
-/// long is searched by a tree: n pairs cost n log n steps, whatever their keys are.
+/// The hash is not secret, so a peer can choose keys that all fall into one bucket. Long buckets are
+/// therefore searched with a tree: n pairs cost n log n steps, whatever the keys are.
 ///
-/// A heap that refuses a block shows as std::bad_alloc, and the pairs stay as they were. More than
-/// 76,695,844 pairs throw std::length_error. One object serves one thread at a time.
+/// Throws std::bad_alloc if an allocation fails; the pairs are then unchanged. More than 76,695,844 pairs
+/// throw std::length_error. One object may be used by one thread at a time.
 class ZVUTILIB_API CStringDict : public CBasicObject {
  public:
   CStringDict();
@@ -26,18 +26,19 @@ class ZVUTILIB_API CStringDict : public CBasicObject {
   CStringDict& operator=(const CStringDict&) = delete;
   ~CStringDict() override;
 
-  /// Stores the value (null: an empty one) under the key, in place of any value that the key has.
+  /// Stores the value under the key and replaces any earlier one. A null value is stored as an empty text.
   virtual void SetValue(const CTextString& key, const char* value);
 
-  /// Takes pairs out of a text of the form key=value&key=value and stores each by SetValue. The first
-  /// byte of `separators` stands between a key and its value, the second between pairs. White space
-  /// around keys and values is dropped, and the letters A to Z of keys become small ones (also where
-  /// they are second bytes of double-byte characters). Looks at the first `length` bytes up to a zero
-  /// byte, at all of the text for a negative length. What has no key or no value mark is passed over.
+  /// Parses a text of the form key=value&key=value and stores each pair with SetValue. The first byte of
+  /// `separators` separates a key from its value, the second separates pairs. White space around keys and
+  /// values is removed, and the letters A to Z in keys become lower case, even where they are trail bytes
+  /// of double-byte characters. Parses up to `length` bytes, or the whole text if `length` is negative; a
+  /// zero byte ends the text in either case. A pair without a key, or without the first separator, is
+  /// ignored.
   void Parse(const char* text, const char* separators, int length = -1);
 
-  /// Calls `(context->*callback)(key, value)` with two `const char*` for each pair; both are good
-  /// during the call. Its result is not looked at.
+  /// Calls `(context->*callback)(key, value)` with two `const char*` for each pair. Both are valid during
+  /// the call. The callback's result is ignored.
   template <class Context, class Class, class Function>
   void Visit(Context* context, Function Class::*callback) const {
     struct Target {
@@ -59,8 +60,8 @@ class ZVUTILIB_API CStringDict : public CBasicObject {
   struct LongBuckets;
   struct Place {
     std::uint32_t bucket;
-    Node** link;   // where the first entry of the bucket whose key is not less hangs, or null does
-    bool isFound;  // that entry has the very key
+    Node** link;   // holds the first entry of the bucket whose key is not less, or null
+    bool isFound;  // that entry's key is equal
   };
 
   template <class... Arguments>
@@ -72,7 +73,7 @@ class ZVUTILIB_API CStringDict : public CBasicObject {
   void Link(Node* node, const Place& place);
 
   std::vector<Node*, SizedAllocator<Node*>> buckets_;  // the first entry of each
-  std::unique_ptr<LongBuckets> long_;                  // made for the first bucket that is long
+  std::unique_ptr<LongBuckets> long_;                  // created for the first long bucket
   std::uint32_t count_ = 0;
   std::uint32_t mask_ = 1;
   std::uint32_t bucketCount_ = 1;

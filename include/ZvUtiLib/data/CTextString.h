@@ -1,4 +1,4 @@
-// CTextString: the string of data support, 24 bytes on every target.
+// CTextString: the string class of the data room; 24 bytes on every target.
 #pragma once
 
 #include <cstdarg>
@@ -11,27 +11,27 @@
 #include <ZvUtiLib/data/SizedMemory.h>
 #include <ZvUtiLib/platform/FormatValue.h>
 
-/// Holds bytes in code page 936 (GBK); all lengths and positions count bytes, and the bytes are always
-/// zero-terminated behind the length. Up to 15 bytes lie inside the object, longer texts in one sized
-/// block of capacity + 1 bytes, which the string keeps until its end, however short its text becomes.
+/// Holds bytes in code page 936 (GBK). All lengths and positions count bytes, and a zero byte always
+/// follows the text. Up to 15 bytes are stored inside the object, longer texts in one sized block of
+/// capacity + 1 bytes. The string keeps that block until it is destroyed, even if its text becomes short.
 ///
-/// A text handed to an operation may lie inside the string itself, except where the operation says
-/// otherwise. A position beyond the length throws std::out_of_range, a length beyond max_size()
-/// std::length_error, a heap that refuses a block std::bad_alloc; the string is unchanged then.
-/// One object serves one thread at a time.
+/// A text passed to an operation may lie inside the string itself, unless the operation says otherwise.
+/// A position beyond the length throws std::out_of_range, a length beyond max_size() throws
+/// std::length_error, and a failed allocation throws std::bad_alloc; the string is then unchanged.
+/// One object may be used by one thread at a time.
 class ZVUTILIB_API CTextString {
  public:
-  /// What `find` gives when there is nothing to find; as a count it means "all that remains".
+  /// The result of `find` if nothing is found; as a count, "everything up to the end".
   static constexpr unsigned npos = 0xFFFFFFFF;
 
   /// Empty.
   CTextString() noexcept = default;
-  /// Copies a zero-terminated text; null gives an empty string.
+  /// Copies a zero-terminated text; null makes an empty string.
   CTextString(const char* text);  // NOLINT(google-explicit-constructor): texts convert, as users expect
   /// Copies bytes, embedded zero bytes included.
   explicit CTextString(std::string_view text);
   CTextString(const CTextString& other) : CTextString(std::string_view(other)) {}
-  /// Takes the other's storage and leaves it empty.
+  /// Takes the storage of `other` and leaves it empty.
   CTextString(CTextString&& other) noexcept { Swap(other); }
   ~CTextString() {
     if (!IsInline()) SizedAllocator<char>().deallocate(storage_.block, capacity_ + std::size_t{1});
@@ -39,7 +39,7 @@ class ZVUTILIB_API CTextString {
 
   /// Copies the bytes of `other`.
   CTextString& operator=(const CTextString& other) { return assign(other.data(), other.length_); }
-  /// The two strings change places.
+  /// Swaps the two strings.
   CTextString& operator=(CTextString&& other) noexcept {
     Swap(other);
     return *this;
@@ -47,43 +47,43 @@ class ZVUTILIB_API CTextString {
   /// Copies a zero-terminated text; null empties the string.
   CTextString& operator=(const char* text);
 
-  /// The bytes, zero-terminated; good until the string grows or ends.
+  /// The bytes, zero-terminated. Valid until the string grows or is destroyed.
   const char* c_str() const { return data(); }
-  /// The same bytes, which may be changed within the length.
+  /// The same bytes. Those within the length may be changed.
   const char* data() const { return IsInline() ? storage_.bytes : storage_.block; }
   char* data() { return IsInline() ? storage_.bytes : storage_.block; }
   /// Length in bytes, without the terminator.
   unsigned size() const { return length_; }
   /// Whether the length is 0.
   bool empty() const { return length_ == 0; }
-  /// Length that fits before the string takes a new block.
+  /// The length that fits without a new block.
   unsigned capacity() const { return capacity_; }
   /// The largest length that a string can have.
   static constexpr unsigned max_size() { return 0xFFFFFFFE; }
 
   /// The byte at `index`. REQUIRES: index <= size(); the terminator reads as 0.
   char operator[](unsigned index) const { return data()[index]; }
-  /// The byte at `index`, to be changed. REQUIRES: index < size().
+  /// The byte at `index`, for writing. REQUIRES: index < size().
   char& operator[](unsigned index) { return data()[index]; }
 
-  /// A view of all bytes, good until the string grows or ends.
+  /// A view of all bytes. Valid until the string grows or is destroyed.
   operator std::string_view() const { return {data(), length_}; }  // NOLINT(google-explicit-constructor)
 
-  /// Becomes the first `count` bytes of `text`.
+  /// Assigns the first `count` bytes of `text`.
   CTextString& assign(const char* text, unsigned count) { return Splice(0, length_, text, count); }
-  /// Becomes up to `count` bytes of `other` from `position` on.
+  /// Assigns up to `count` bytes of `other`, starting at `position`.
   CTextString& assign(const CTextString& other, unsigned position, unsigned count);
 
-  /// Adds `count` times the byte `fill`.
+  /// Appends the byte `fill` `count` times.
   CTextString& append(unsigned count, char fill);
-  /// Adds the first `count` bytes of `text`.
+  /// Appends the first `count` bytes of `text`.
   CTextString& append(const char* text, unsigned count) { return Splice(length_, 0, text, count); }
 
-  /// Removes up to `count` bytes from `position` on.
+  /// Removes up to `count` bytes, starting at `position`.
   CTextString& erase(unsigned position = 0, unsigned count = npos) {
     return replace(position, count, nullptr, 0);
   }
-  /// Puts the first `textCount` bytes of `text` in the place of up to `count` bytes at `position`.
+  /// Replaces up to `count` bytes at `position` with the first `textCount` bytes of `text`.
   CTextString& replace(unsigned position, unsigned count, const char* text, unsigned textCount);
 
   /// Position of the first occurrence of the first `count` bytes of `text` at or after `position`, or
@@ -92,25 +92,25 @@ class ZVUTILIB_API CTextString {
   /// The same for a zero-terminated text.
   unsigned find(const char* text, unsigned position = 0) const;
 
-  /// Sets the length, cutting or padding with zero bytes, and gives the bytes to be written to.
+  /// Sets the length, truncating or padding with zero bytes, and returns the bytes for writing.
   char* ResizeBuffer(unsigned length);
 
-  /// Replaces every occurrence of `oldText` by `newText` (null: by nothing) and gives the number of
-  /// replacements. Goes from left to right and never looks into what it has put in.
-  /// REQUIRES: oldText is not empty; nothing is replaced otherwise.
+  /// Replaces every occurrence of `oldText` with `newText` and returns the number of replacements. A null
+  /// `newText` counts as empty. Works from left to right and does not search the inserted text.
+  /// REQUIRES: oldText is not empty; otherwise nothing is replaced.
   unsigned ReplaceAll(const char* oldText, const char* newText);
 
-  /// Becomes the formatted text, by the rules of the platform's vsprintf: `%I64d` (or `%lld`) takes 64
-  /// bits, `%S` and `%ls` take 16-bit characters and give GBK. A text that holds a zero byte ends there.
-  /// Room is made first for an upper bound of the length, 32 bytes for an integer, and is kept.
-  /// Where the heap refuses more when the bound turns out too small, the string is left empty.
+  /// Assigns the formatted text. The rules are those of the platform's vsprintf: `%I64d` (or `%lld`) takes
+  /// 64 bits; `%S` and `%ls` take 16-bit characters and write GBK. The result ends at its first zero byte.
+  /// Reserves an estimated upper bound of the length first, with 32 bytes for an integer, and keeps that
+  /// capacity. If the bound is too small and the heap refuses more, the string is left empty.
   /// REQUIRES: no argument lies in this string.
   void Format(const char* format, ...);
-  /// The same with a ready argument list, which is consumed.
+  /// The same with a va_list, which is consumed.
   void FormatV(const char* format, va_list arguments);
-  /// The same with texts among the values: "%s" prints a CString, a std::string or a CTextString as far as
-  /// its first zero byte. This string itself may be one of them; it gets new storage then. An object of any
-  /// other class does not compile.
+  /// The same, but string objects may be passed: "%s" prints a CString, a std::string or a CTextString up
+  /// to its first zero byte. This string itself may be an argument; it then gets new storage. An object of
+  /// any other class does not compile.
   template <class... Values, std::enable_if_t<zvuti::kHasObjects<Values...>, int> = 0>
   void Format(const char* format, const Values&... values) {
     if ((IsThis(values) || ...)) {
@@ -121,7 +121,7 @@ class ZVUTILIB_API CTextString {
       Format(format, zvuti::FormatValue(values)...);
     }
   }
-  /// What "%s" prints of a string.
+  /// Returns the text that "%s" prints for a string.
   friend const char* TextForFormat(const CTextString* text) { return text->c_str(); }
 
   /// Whether the bytes are the same; a null text counts as "".
@@ -131,7 +131,7 @@ class ZVUTILIB_API CTextString {
   friend bool operator!=(const CTextString& a, const CTextString& b) { return !(a == b); }
   friend bool operator!=(const CTextString& a, const char* b) { return !(a == b); }
   friend bool operator!=(const char* a, const CTextString& b) { return !(a == b); }
-  /// Order of unsigned bytes; the shorter of two equal beginnings comes first.
+  /// Compares as unsigned bytes; a prefix of a string comes before it.
   friend bool operator<(const CTextString& a, const CTextString& b) { return View(a) < View(b); }
   friend bool operator>(const CTextString& a, const CTextString& b) { return b < a; }
   friend bool operator<=(const CTextString& a, const CTextString& b) { return !(b < a); }
@@ -165,13 +165,14 @@ class ZVUTILIB_API CTextString {
     length_ = length;
     data()[length] = '\0';
   }
-  /// Throws std::length_error unless `removed` bytes less and `added` bytes more make an allowed length.
+  /// Returns the length after `removed` bytes are removed and `added` bytes are added. Throws
+  /// std::length_error if it is not allowed.
   unsigned LengthAfter(unsigned removed, std::size_t added) const;
-  /// Takes a block of `capacity` + 1 bytes and moves the text there.
+  /// Allocates a block of `capacity` + 1 bytes and moves the text there.
   void MoveToBlock(unsigned capacity);
   /// Makes room for `length` bytes by the growth rule.
   void Reserve(unsigned length);
-  /// `replace` within checked bounds.
+  /// `replace` with bounds already checked.
   CTextString& Splice(unsigned position, unsigned removed, const char* text, std::size_t added);
 
   Storage storage_{};

@@ -1,10 +1,10 @@
-// Stream operators of containers: std::vector of whatever has the pair, std::map of 32-bit numbers.
+// Stream operators of containers: std::vector of any type that has << and >>, std::map of 32-bit numbers.
 //
-// Reading adds to what the target holds: elements go behind those in it, map entries replace those of
-// the same key. A library record brings operators of its own for its sequence, which do the same in
-// time linear in the bytes (but for accounts with a derived state); elements of other types, sequences
-// in a sequence among them, are read and written one by one. Each of these reads moves the rest of the
-// stream down: n such elements in a stream of m bytes cost n times m, so a host bounds both.
+// Reading adds to what the target holds: elements are appended, and map entries replace those with the same
+// key. The library's records have their own operators for sequences, which do the same in time linear in
+// the bytes (except accounts with a derived state). Elements of other types, including nested sequences,
+// are read and written one by one. Each such read moves the rest of the stream down: n elements in a stream
+// of m bytes cost n times m, so the host must bound both.
 #pragma once
 
 #include <algorithm>
@@ -22,23 +22,23 @@
 
 namespace zvuti::wire {
 
-/// Sequences of T go in one piece.
+/// True if sequences of T are copied as one block.
 template <class T>
 inline constexpr bool kIsBulk = kIsPlain<T> && !std::is_same_v<T, bool>;
 
-/// Maps of these travel: 32-bit keys and values.
+/// True if a map of these types can be written: 32-bit keys and values.
 template <class Key, class Value>
 inline constexpr bool kIsPlainEntry = kIsPlain<Key> && sizeof(Key) == 4 && kIsPlain<Value> &&
                                       sizeof(Value) == 4;
 
 }  // namespace zvuti::wire
 
-/// Sequences of texts: a 16-bit count and the texts, each in its text form. Reading adds at the end.
+/// Sequences of texts: a 16-bit count, then each text in its text form. Reading appends.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const std::vector<std::string>& texts);
 ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, std::vector<std::string>& texts);
 
-/// Writes a 16-bit count and the elements. Of a longer sequence the count has the low 16 bits of its
-/// size, and as many leading elements follow.
+/// Writes a 16-bit count and the elements. If the sequence is longer than 65,535 elements, the count is the
+/// low 16 bits of its size, and only that many leading elements are written.
 template <class T, class Allocator>
 CStreamWriter& operator<<(CStreamWriter& out, const std::vector<T, Allocator>& items) {
   const auto count = static_cast<std::uint16_t>(items.size());
@@ -55,7 +55,7 @@ CStreamWriter& operator<<(CStreamWriter& out, const std::vector<T, Allocator>& i
   return out;
 }
 
-/// Reads a 16-bit count and adds as many elements, each default-constructed and then read.
+/// Reads a 16-bit count and appends that many elements, each default-constructed and then read.
 template <class T, class Allocator>
 CStreamReader& operator>>(CStreamReader& in, std::vector<T, Allocator>& items) {
   std::uint16_t count = 0;
@@ -76,19 +76,19 @@ CStreamReader& operator>>(CStreamReader& in, std::vector<T, Allocator>& items) {
   return in;
 }
 
-/// Writes a 32-bit count and the entries in key order, each its key and its value.
+/// Writes a 32-bit count and the entries in key order, each as key and value.
 template <class Key, class Value, class Order, class Allocator,
           std::enable_if_t<zvuti::wire::kIsPlainEntry<Key, Value>, int> = 0>
 CStreamWriter& operator<<(CStreamWriter& out, const std::map<Key, Value, Order, Allocator>& map) {
   constexpr std::size_t kLargest = std::numeric_limits<int>::max();
-  // Makes room once; where that is refused, the entries take what room they find.
+  // Reserves once. If that fails, each entry is appended as far as memory allows.
   out.Reserve(static_cast<int>(std::min(kLargest, 4 + std::min(kLargest / 8, map.size()) * 8)), GrowRounded);
   out << static_cast<std::uint32_t>(map.size());
   for (const auto& [key, value] : map) out << key << value;
   return out;
 }
 
-/// Reads a signed 32-bit count and assigns as many entries; a count below 1 reads none.
+/// Reads a signed 32-bit count and assigns that many entries; a count below 1 reads none.
 template <class Key, class Value, class Order, class Allocator,
           std::enable_if_t<zvuti::wire::kIsPlainEntry<Key, Value>, int> = 0>
 CStreamReader& operator>>(CStreamReader& in, std::map<Key, Value, Order, Allocator>& map) {

@@ -1,4 +1,4 @@
-// Cursor: reads off the front of a stream without moving the rest down each time.
+// Cursor: reads from the front of a stream without moving the rest down each time.
 #pragma once
 
 #include <cstddef>
@@ -9,20 +9,20 @@
 
 namespace zvuti::wire {
 
-/// Takes bytes with the rules of CStreamReader::Read. What was taken leaves the stream in one step, at
-/// Settle or when the cursor ends, by an exception as well. Nobody else may touch the stream meanwhile.
+/// Reads bytes by the rules of CStreamReader::Read. The bytes read are removed from the stream in one step,
+/// by Settle or the destructor, so an exception removes them too. Nothing else may use the stream in between.
 class Cursor {
  public:
-  /// Begins at the front of `stream`, which has to outlive the cursor.
+  /// Starts at the front of `stream`, which must outlive the cursor.
   explicit Cursor(CStreamReader& stream) : stream_(stream) { Resume(); }
   ~Cursor() { Settle(); }
   Cursor(const Cursor&) = delete;
   Cursor& operator=(const Cursor&) = delete;
 
-  /// Bytes that are not taken yet.
+  /// The number of bytes not yet read.
   std::size_t Left() const { return static_cast<std::size_t>(end - at); }
 
-  /// Takes `count` bytes into `out`, or, with fewer left, nothing.
+  /// Reads `count` bytes into `out`. Returns false and reads nothing if fewer are left.
   bool Take(void* out, std::size_t count) {
     if (Left() < count) return false;
     if (count > 0) std::memcpy(out, at, count);
@@ -30,28 +30,28 @@ class Cursor {
     return true;
   }
 
-  /// Brings the stream to where the cursor is.
+  /// Removes the bytes read so far from the stream.
   void Settle() noexcept {
     if (at != stream_.Data()) stream_.Drop(static_cast<int>(at - stream_.Data()));
     Resume();
   }
-  /// Goes on at the front of a stream that was settled and then used directly.
+  /// Continues at the front of the stream after Settle and direct use of the stream.
   void Resume() noexcept {
     at = stream_.Data();
     end = at + stream_.Length();
   }
-  /// The stream itself. REQUIRES: Settle before it is used, Resume afterwards.
+  /// The stream itself. REQUIRES: call Settle before using it and Resume afterwards.
   CStreamReader& Stream() { return stream_; }
 
   const unsigned char* at = nullptr;   ///< the next byte
-  const unsigned char* end = nullptr;  ///< behind the last byte
+  const unsigned char* end = nullptr;  ///< one past the last byte
 
  private:
   CStreamReader& stream_;
 };
 
-/// Reads a map of 32-bit keys and values: a signed 32-bit count, then key and value of each entry,
-/// stored by assignment. An entry that the stream ends in has 0 for what is missing.
+/// Reads a map of 32-bit keys and values: a signed 32-bit count, then key and value of each entry, stored
+/// by assignment. If the stream ends inside an entry, the missing key or value is 0.
 template <class Map>
 void TakeMap(Cursor& cursor, Map& map) {
   using Key = typename Map::key_type;
@@ -64,9 +64,9 @@ void TakeMap(Cursor& cursor, Map& map) {
     typename Map::mapped_type value = 0;
     cursor.Take(&key, sizeof key);
     cursor.Take(&value, sizeof value);
-    // Peers send ascending keys, which belong at the end.
+    // Peers send ascending keys, so the hint is the end.
     map.insert_or_assign(map.end(), key, value);
-    // Without bytes every further entry is the same assignment; a hostile count must not repeat it.
+    // With no bytes left every further entry is the same assignment; a hostile count must not repeat it.
     if (isBare) break;
   }
 }

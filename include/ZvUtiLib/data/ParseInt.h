@@ -1,12 +1,12 @@
-// ParseInt: the number at the beginning of a short text.
+// ParseInt: parses the number at the start of a short text.
 #pragma once
 
 #include <cstdint>
 
 #include <ZvUtiLib/Export.h>
 
-/// The decimal number at the beginning of `text`, behind white space and with or without a sign.
-/// Looks at `length` bytes, at 31 at most, and no further than the text's terminator; a length of
-/// 0xFFFFFFFF means the whole text. What follows the digits is ignored. Text without digits and a null
-/// text give 0, numbers beyond 32 bits the nearest bound.
+/// Returns the decimal number at the start of `text`, after optional white space and an optional sign.
+/// Reads at most `length` bytes, at most 31 bytes, and not beyond the terminator; a length of 0xFFFFFFFF
+/// means the whole text. Anything after the digits is ignored. Returns 0 for a null text or a text without
+/// digits, and the nearest bound for a number beyond 32 bits.
 ZVUTILIB_API std::int32_t ParseInt(const char* text, unsigned length);

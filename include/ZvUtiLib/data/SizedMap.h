@@ -1,4 +1,4 @@
-// The ordered containers of the record layer, whose nodes lie in sized blocks.
+// The ordered containers of the record layer. Their nodes are sized blocks.
 #pragma once
 
 #include <functional>
@@ -10,11 +10,11 @@
 
 namespace zvuti {
 
-/// std::map with its nodes in sized blocks.
+/// std::map whose nodes are sized blocks.
 template <class Key, class Value, class Order = std::less<Key>>
 using SizedMap = std::map<Key, Value, Order, SizedAllocator<std::pair<const Key, Value>>>;
 
-/// std::set with its nodes in sized blocks.
+/// std::set whose nodes are sized blocks.
 template <class Key, class Order = std::less<Key>>
 using SizedSet = std::set<Key, Order, SizedAllocator<Key>>;
 

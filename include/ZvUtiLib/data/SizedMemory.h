@@ -1,8 +1,8 @@
-// Sized memory: heap blocks that carry their own size, the allocator over them, and the root class
-// of data support, whose objects live in such blocks.
+// Sized memory: heap blocks that store their own size, an allocator over them, and the root class of the
+// data classes, whose objects live in such blocks.
 //
-// What this scheme hands out must come back through it, never through the plain heap. It is as safe
-// on threads as the heap under it.
+// Memory allocated here must be freed here, never through the plain heap. Thread safety is that of the
+// underlying heap.
 #pragma once
 
 #include <cstddef>
@@ -11,33 +11,34 @@
 
 #include <ZvUtiLib/Export.h>
 
-/// A payload of `size` bytes, not cleared, or null when the heap refuses. The size stands as a 32-bit
-/// number in the 4 bytes in front of the payload; the payload is aligned like any heap block on
-/// 64-bit targets, and to 4 bytes on 32-bit ones.
+/// Returns a payload of `size` uninitialized bytes, or null if the heap refuses. The 4 bytes before the
+/// payload hold its size as a 32-bit number. The payload is aligned like any heap block on 64-bit targets,
+/// and to 4 bytes on 32-bit targets.
 ZVUTILIB_API void* SizedAlloc(unsigned size) noexcept;
 
-/// Gives a payload back; null does nothing.
+/// Frees a payload; null does nothing.
 ZVUTILIB_API void SizedFree(void* payload) noexcept;
 
-/// Standard allocator over SizedAlloc. A refused block shows as std::bad_alloc.
+/// Standard allocator over SizedAlloc. Throws std::bad_alloc if an allocation fails.
 template <class T>
 class SizedAllocator {
  public:
-  using value_type = T;  ///< as the standard library asks for it
+  using value_type = T;  ///< required by the standard library
 
   SizedAllocator() = default;
-  /// All of them share one heap, so one may free what another gave.
+  /// All instances share one heap, so each may free what another allocated.
   template <class U>
   SizedAllocator(const SizedAllocator<U>&) noexcept {}  // NOLINT(google-explicit-constructor)
 
-  /// Room for `count` elements. Throws std::bad_alloc when the heap refuses it and beyond 32 bits of bytes.
+  /// Allocates room for `count` elements. Throws std::bad_alloc if the heap refuses or the size in bytes
+  /// exceeds 32 bits.
   T* allocate(std::size_t count) {
     if (count > std::numeric_limits<unsigned>::max() / sizeof(T)) throw std::bad_alloc();
     void* block = SizedAlloc(static_cast<unsigned>(count * sizeof(T)));
     if (!block) throw std::bad_alloc();
     return static_cast<T*>(block);
   }
-  /// Gives a block back.
+  /// Frees a block.
   void deallocate(T* block, std::size_t) noexcept { SizedFree(block); }
 
   /// Any two are equal.
@@ -45,8 +46,8 @@ class SizedAllocator {
   friend bool operator!=(const SizedAllocator&, const SizedAllocator&) { return false; }
 };
 
-/// Root of the data-support classes: objects made with `new` sit in sized blocks, and `new` gives
-/// null when the heap refuses.
+/// Root of the data classes. Objects created with `new` live in sized blocks, and `new` returns null if the
+/// heap refuses.
 class ZVUTILIB_API CBasicObject {
  public:
   CBasicObject() = default;
@@ -54,18 +55,18 @@ class ZVUTILIB_API CBasicObject {
   CBasicObject& operator=(const CBasicObject&) = default;
   virtual ~CBasicObject();
 
-  /// A sized block, or null when the heap refuses; the constructor does not run then.
+  /// Returns a sized block, or null if the heap refuses; the constructor then does not run.
   static void* operator new(std::size_t size) noexcept;
   static void* operator new[](std::size_t size) noexcept;
-  /// The same: none of them throws. For an object in a place of its own there is the global `new`.
+  /// The same, as none of these throws. For placement, use the global `new`.
   static void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return operator new(size); }
   static void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
     return operator new[](size);
   }
-  /// Gives the block back; null does nothing.
+  /// Frees the block; null does nothing.
   static void operator delete(void* payload) noexcept { SizedFree(payload); }
   static void operator delete[](void* payload) noexcept { SizedFree(payload); }
-  /// Called where the constructor throws in a `new (std::nothrow)`.
+  /// Called if the constructor throws in a `new (std::nothrow)`.
   static void operator delete(void* payload, const std::nothrow_t&) noexcept { SizedFree(payload); }
   static void operator delete[](void* payload, const std::nothrow_t&) noexcept { SizedFree(payload); }
 };
