@@ -1,4 +1,4 @@
-// AccountRecord: all of one account in one piece. The library only carries its fields.
+// AccountRecord: a complete account in one record. The library carries its fields without interpreting them.
 #pragma once
 
 #include <cstdint>
@@ -15,9 +15,9 @@ struct AccountExtra {
   std::int64_t Amount = 0;
 };
 
-/// An account. Code1 and Code2 travel as one byte each. State travels through its virtual Write and
-/// Read, so that a class derived from it takes part. A sequence in which a state is of such a class is
-/// written field by field: that takes time in proportion to the square of its bytes, others are linear.
+/// An account. Code1 and Code2 are written as one byte each. State is written and read through its virtual
+/// Write and Read, so a derived class can override them. A sequence that contains a derived state is written
+/// field by field, in time quadratic in its bytes; other sequences take linear time.
 struct AccountRecord {
   std::uint32_t Value1 = 0;
   std::uint32_t Value2 = 0;
@@ -39,7 +39,7 @@ struct AccountRecord {
   std::string Text5;
   std::string Text6;
   std::string Text7;
-  std::string LocalText;  ///< does not travel
+  std::string LocalText;  ///< not written or read
   std::uint8_t ProfileByte1 = 0;
   std::uint8_t ProfileByte2 = 0;
   std::string ProfileText1;

@@ -1,13 +1,13 @@
-// What the library knows of the form of its records: listing the rows of a record, showing bytes as a
-// record, making the bytes of a record from named values.
+// Describes the format of the library's records: lists the rows of a record, shows bytes as a record, and
+// builds the bytes of a record from named values.
 //
-// Paths name a field as the structure does: "Text1", "Status.Kind", "Items[2].Count" (an element of a
-// sequence), "Attributes[-5]" (the value under a key of a map), "Block.Amount1". Fields of a record that
-// another one extends have no prefix. Numbers are decimal; where they are given, as values or between
-// brackets, 0x... will do as well. A tagged enumeration is its member's name, "StatusKind3", or "unknown
-// tag 0x01020304" where a reader would leave the field as it was. Texts are GBK bytes as they are, but for
-// control bytes, the backslash and half a character before a zero byte, which are `\x` and two digits (a
-// backslash may also be given as two of them).
+// A path names a field as in the structure: "Text1", "Status.Kind", "Items[2].Count" (an element of a
+// sequence), "Attributes[-5]" (the value under a key of a map), "Block.Amount1". Fields inherited from a
+// base record have no prefix. Numbers are decimal; as input, in values and in brackets, 0x... is accepted
+// too. A tagged enumeration is shown as its member's name, "StatusKind3", or as "unknown tag 0x01020304"
+// where a reader would leave the field unchanged. Texts are GBK bytes. Control bytes, the backslash and half
+// a character before a zero byte are written as `\x` and two digits; as input, a backslash may also be
+// doubled.
 #pragma once
 
 #include <cstddef>
@@ -20,60 +20,60 @@ namespace zvuti {
 
 /// One row of a record, in wire order.
 struct RecordRow {
-  std::string name;  ///< of the field; empty where a whole record is extended
+  std::string name;  ///< of the field; empty for a base record
   /// "8", "16", "32", "64", "byte code", "StatusKind tag", "text", "sequence of ItemRecord", "map",
   /// "map of AmountEntry", "block of 64", "reserved 4", or the name of a record
   std::string form;
-  std::string type;       ///< the record inside, if there is one
-  std::string condition;  ///< when the row travels; empty for always
+  std::string type;       ///< the record type inside, if any
+  std::string condition;  ///< when the row is present; empty if always
 };
 
-/// One value among the bytes of a record.
+/// One value in the bytes of a record.
 struct DumpRow {
   std::size_t offset = 0;  ///< from the first byte of the record
-  std::size_t size = 0;    ///< of a sequence or map: its count alone
+  std::size_t size = 0;    ///< for a sequence or map: of its count only
   std::string path;        ///< of the field
   std::string form;        ///< as in RecordRow, or "map entry"
-  std::string value;       ///< of a sequence or map: the count
+  std::string value;       ///< for a sequence or map: the count
 };
 
 /// The bytes of a record, value by value.
 struct RecordDump {
-  std::vector<DumpRow> rows;  ///< in wire order, up to where the bytes end
-  std::size_t size = 0;       ///< bytes that the rows take; what is left belongs to something else
-  bool isWhole = false;       ///< all of the record was there
-  std::string problem;        ///< where the bytes end or stop making sense, when the record is not whole
+  std::vector<DumpRow> rows;  ///< in wire order, up to the end of the bytes
+  std::size_t size = 0;       ///< bytes used by the rows; the rest is not part of the record
+  bool isWhole = false;       ///< the record is complete
+  std::string problem;        ///< if not whole: where the bytes end or become invalid
 };
 
 /// A value for a field.
 struct NamedValue {
   std::string path;   ///< which field
-  std::string value;  ///< as a DumpRow shows it
+  std::string value;  ///< as shown in a DumpRow
 };
 
-/// Names of all records.
+/// Returns the names of all records.
 ZVUTILIB_API std::vector<std::string> RecordNames();
 
-/// The rows of a record; false when there is no such record.
+/// Lists the rows of a record. Returns false if there is no such record.
 ZVUTILIB_API bool ListRecord(const std::string& record, std::vector<RecordRow>& rows);
 
-/// Shows bytes as a record, up to the first row that does not fit; false when there is no such record.
+/// Shows bytes as a record, up to the first row that does not fit. Returns false if there is no such record.
 ZVUTILIB_API bool DumpRecord(const std::string& record, const void* bytes, std::size_t count,
                              RecordDump& dump);
 
-/// The bytes of a default record with the given values put into its rows. Takes back what DumpRecord shows:
-/// the rows of a dump that is whole give the very bytes that were shown, even those that no writer makes.
+/// Builds the bytes of a default record with the given values in its rows. This is the inverse of DumpRecord:
+/// the rows of a whole dump produce exactly the bytes that were shown, even bytes that no writer produces.
 ///
-/// A sequence has the size that is given as its value, and default elements where none are given; without
-/// a size it ends with its last element, and all before that must be given. The entries of a map go in
-/// rising order, one for each key. Where the count of a map is given as its value, they go as they come
-/// and a key may come again; a count below 0 stands alone. In a CUtiBundleTable these values are
-/// "Groups[5].count", "group count" and "bundle count".
+/// The value of a sequence is its size; elements that are not given have default values. Without a size, the
+/// sequence ends at its last given element, and no element before that may be missing. The entries of a map
+/// are written in ascending order, one for each key. The value of a map is its count. If it is given, the
+/// entries are written in the given order and keys may repeat; a count below 0 has no entries. In a
+/// CUtiBundleTable these values are "Groups[5].count", "group count" and "bundle count".
 ///
-/// On a problem, returns false, with no bytes, and says which, beginning with the path. A problem is what
-/// would not reach the wire as it is given: an unknown path, a number that does not fit its row (0 to 255
-/// for a byte code), a text of more than 65,535 bytes, a row whose condition does not hold, two values for
-/// one path, a size or count that does not suit the elements.
+/// On an error, returns false and no bytes, and sets `problem` to a description that begins with the path.
+/// Any value that could not be written exactly as given is an error: an unknown path, a number that does not
+/// fit its row (0 to 255 for a byte code), a text of more than 65,535 bytes, a row whose condition does not
+/// hold, two values for one path, a size or count that does not match the elements.
 ZVUTILIB_API bool FillRecord(const std::string& record, const std::vector<NamedValue>& values,
                              std::string& bytes, std::string& problem);
 

@@ -1,8 +1,8 @@
-// Items: what a player owns besides money, the rules of expiry and refund, and the bands of item ids.
+// Items: what a player owns besides money, the rules for expiry and refunds, and the bands of item ids.
 //
-// An item is permanent, running or expired; that follows from its fields and the system clock alone.
-// Sums and products beyond their width wrap. The time rules use the calendar of the system's time zone.
-// The families of items go by bands of ids: each IsIdBand returns 1 for an id in its band, otherwise 0.
+// An item is permanent, running or expired, depending only on its fields and the system clock. Sums and
+// products beyond their width wrap. The time rules use the calendar of the system's time zone. Families of
+// items are bands of ids: each IsIdBand function returns 1 for an id in its band, otherwise 0.
 #pragma once
 
 #include <cstdint>
@@ -11,30 +11,30 @@
 #include <ZvUtiLib/data/CTextString.h>
 #include <ZvUtiLib/records/RecordOperators.h>
 
-/// Which item, and how many.
+/// An item id and a count.
 struct ItemCount {
   std::int32_t ItemId = 0;  ///< which item
   std::int32_t Count = 0;   ///< how many of them
 
-  /// One field each.
+  /// Each gets or sets one field.
   int GetId() const { return ItemId; }
   int GetCount() const { return Count; }
   void SetId(int id) { ItemId = id; }
   void SetCount(int count) { Count = count; }
-  /// Adds to Count; beyond 32 bits the sum wraps.
+  /// Adds to Count; a sum beyond 32 bits wraps.
   void AddCount(int delta) {
     Count = static_cast<std::int32_t>(static_cast<std::uint32_t>(Count) + static_cast<std::uint32_t>(delta));
   }
 };
 
-/// An item. With an ItemKey of 1,000,000,000 and more it is a single piece, which has no count on the
-/// wire: it takes 22 bytes there instead of 26, and is read with a Count of 1.
+/// An item. With an ItemKey of 1,000,000,000 or more it is a single piece, which has no count on the wire: it
+/// takes 22 bytes instead of 26 and is read with a Count of 1.
 struct ZVUTILIB_API ItemRecord : ItemCount {
-  std::uint32_t StartTime = 0;  ///< packed local time; 0 for not set
-  /// From StartTime on; 0 for no limit. The days become seconds in 32 bits: above 24,855 they wrap, so that
-  /// such an item can end before it starts.
+  std::uint32_t StartTime = 0;  ///< packed local time; 0 if not set
+  /// Days from StartTime; 0 for no limit. The days are converted to seconds in 32 bits and wrap above 24,855,
+  /// so such an item can end before it starts.
   std::int32_t ValidDays = 0;
-  std::uint32_t DailyValue = 0;  ///< what one day of the item is worth
+  std::uint32_t DailyValue = 0;  ///< worth of one day of the item
   std::uint8_t Tag = 0;
   std::uint32_t ItemKey = 0;
   std::uint8_t TailByte = 0;
@@ -43,24 +43,24 @@ struct ZVUTILIB_API ItemRecord : ItemCount {
   bool HasCountOnWire() const { return ItemKey < 1'000'000'000; }
   /// Whether the item has this ItemKey.
   bool HasKey(unsigned key) const { return ItemKey == key; }
-  /// Whether the item is of the id 7101.
+  /// Whether the item has the id 7101.
   bool IsId7101() const { return ItemId == 7101; }
 
-  /// True when the item runs out, that is when StartTime and ValidDays are both set.
+  /// True if the item can expire: StartTime and ValidDays are both set.
   bool HasExpiry() const { return StartTime != 0 && ValidDays != 0; }
-  /// The end of validity in local time, "2024-05-31 08:00:00", or, for a permanent item, the word for
-  /// permanent in GBK.
+  /// Returns the end of validity in local time, such as "2024-05-31 08:00:00". For a permanent item, returns
+  /// the Chinese word for "permanent" in GBK.
   CTextString GetExpiryText() const;
-  /// The end of validity in seconds since 1970-01-01 00:00 UTC. REQUIRES: HasExpiry.
+  /// Returns the end of validity in seconds since 1970-01-01 00:00 UTC. REQUIRES: HasExpiry.
   std::int64_t GetExpiryTime() const;
-  /// Whole days up to the end of validity, which is moved by the arguments first; 0 for a permanent
-  /// item, and when the end has come.
+  /// Returns the whole days left until the end of validity, after adding the arguments to that end. Returns 0
+  /// for a permanent item and once the end is reached.
   int GetRemainingDays(int hours, int minutes, int seconds) const;
-  /// True when the end of validity has come, its very second included; never for a permanent item.
+  /// True from the second at which validity ends; never for a permanent item.
   bool IsExpired() const;
-  /// 40 percent of the worth of the whole days left, cut to a whole number.
+  /// Returns 40 percent of the worth of the remaining whole days, truncated to a whole number.
   std::int64_t GetRefundValue() const;
-  /// 40 percent of an amount, cut toward zero.
+  /// Returns 40 percent of an amount, truncated toward zero.
   std::int64_t GetRefundOf(std::int64_t amount) const;
 };
 
@@ -75,7 +75,7 @@ ZVUTILIB_RECORD(PricedItem)
 
 ZVUTILIB_API int IsIdBand20(int id);        ///< 20 to 29
 ZVUTILIB_API int IsIdBand4101(int id);      ///< 4101 to 4109
-ZVUTILIB_API int IsIdBand20Or4101(int id);  ///< one of these two
+ZVUTILIB_API int IsIdBand20Or4101(int id);  ///< either of these two bands
 ZVUTILIB_API int IsIdBand200Upper(int id);  ///< 250 to 299, 350 to 399 and so on to 950 to 999
 ZVUTILIB_API int IsIdBand5001(int id);      ///< 5001 to 5999
 ZVUTILIB_API int IsIdBand7201(int id);      ///< 7201 to 8999
@@ -85,5 +85,5 @@ ZVUTILIB_API int IsIdBand200001(int id);    ///< 200001 to 209999, and 7022
 ZVUTILIB_API int IsIdBand210001(int id);    ///< 210001 to 210999
 ZVUTILIB_API int IsIdBand211001(int id);    ///< 211001 to 211999, and 7117
 
-/// The place in band 20 of an id of band 4101: `id` - 4081, without a test.
+/// Maps an id of band 4101 to band 20: returns `id` - 4081. The id is not checked.
 ZVUTILIB_API unsigned ToBand20(unsigned id);

@@ -1,4 +1,4 @@
-// Players: the lobby's record of a player with its balances and attributes, and what travels with it.
+// Players: the lobby's record of a player, with balances and attributes, and the records sent with it.
 #pragma once
 
 #include <cstdint>
@@ -13,19 +13,19 @@
 #include <ZvUtiLib/records/Stats.h>
 #include <ZvUtiLib/records/WireKinds.h>
 
-/// REQUIRES, to be written: Kind is a member of StatusKind; another value would be missing on the wire.
+/// REQUIRES when writing: Kind is a member of StatusKind; any other value would be missing on the wire.
 struct PlayerStatus {
   StatusKind Kind = StatusKind0;
   std::uint16_t Word1 = 0;
   std::uint16_t Word2 = 0;
 };
 
-/// Which balance; kinds are not combined.
+/// Selects a balance. Kinds cannot be combined.
 enum PurseKind : std::int32_t { PurseKind1 = 1, PurseKind2 = 2, PurseKind4 = 4, PurseKind8 = 8 };
 
-/// A player. Sex and AccountFlags travel as one byte each.
+/// A player. Sex and AccountFlags are written as one byte each.
 struct ZVUTILIB_API PlayerRecord {
-  /// Values by their key.
+  /// Values by key.
   using AttributeMap = zvuti::SizedMap<std::int32_t, std::int32_t>;
 
   std::uint8_t Byte1 = 1;
@@ -34,7 +34,7 @@ struct ZVUTILIB_API PlayerRecord {
   std::uint8_t Byte4 = 0;
   std::uint8_t Byte5 = 0;
   std::uint8_t Byte6 = 0;
-  std::int16_t SlotA = 0;  ///< -1 for not set
+  std::int16_t SlotA = 0;  ///< -1 if not set
   std::int16_t SlotB = -1;
   std::uint32_t Sex = 0;           ///< 1 for female
   std::uint32_t AccountFlags = 0;  ///< the account kind in the low four bits
@@ -59,27 +59,27 @@ struct ZVUTILIB_API PlayerRecord {
   std::uint32_t Value9 = 0;
   std::uint32_t Value10 = 0;
 
-  /// Sets all fields to their defaults but Status, the texts and Attributes, which stay.
+  /// Sets all fields to their defaults except Status, the texts and Attributes, which stay.
   void Reset();
 
-  /// False while SlotA is -1.
+  /// False if SlotA is -1.
   bool HasSlotA() const { return SlotA != -1; }
   /// Whether the low four bits of AccountFlags are `kind`.
   bool IsAccountKind(unsigned kind) const { return (AccountFlags & 15) == kind; }
-  /// True for Sex 1, and for account kind 4 whatever Sex is.
+  /// True if Sex is 1, or if the account kind is 4, whatever Sex is.
   bool IsFemale() const;
 
-  /// Adds `amount` to the balance of a PurseKind. Returns 0, with nothing changed, for another kind and
-  /// for a charge of more than there is, otherwise 1. A sum beyond the balance's width wraps.
+  /// Adds `amount` to the balance of a PurseKind and returns 1. Returns 0 and changes nothing for an unknown
+  /// kind or a charge that exceeds the balance. A sum beyond the balance's width wraps.
   int AddToPurse(std::int64_t amount, int kind);
-  /// The balance of a PurseKind; 0 for another kind.
+  /// Returns the balance of a PurseKind; 0 for an unknown kind.
   std::int64_t GetPurse(int kind) const;
 
-  /// Whether there is an attribute of this key.
+  /// Whether there is an attribute with this key.
   bool HasAttribute(int key) const;
-  /// Its value; 0 when there is no such attribute.
+  /// Returns the attribute's value, or 0 if there is no such attribute.
   int GetAttribute(int key) const;
-  /// Copies the entries of a map of 32-bit numbers; attributes that it does not name stay.
+  /// Copies the entries of a map of 32-bit numbers; attributes with other keys stay.
   template <class Map = AttributeMap>
   void MergeAttributes(const Map& other) {
     static_assert(zvuti::wire::kIsPlainEntry<typename Map::key_type, typename Map::mapped_type>);
@@ -103,7 +103,7 @@ struct PlayerProfile {
   std::string ProfileText8;
 };
 
-/// All that there is of a player, in one piece.
+/// All records of one player.
 struct PlayerSnapshot {
   PlayerRecord Player;
   PlayerProfile Profile;
@@ -116,6 +116,6 @@ ZVUTILIB_RECORD(PlayerRecord)
 ZVUTILIB_RECORD(PlayerProfile)
 ZVUTILIB_RECORD(PlayerSnapshot)
 
-/// The label, in GBK, that is shown for an account of a kind; kinds without one of their own go by
+/// Returns the label, in GBK, shown for an account kind. For kinds without their own label it depends on
 /// whether the player is a member (`isMember` not 0).
 ZVUTILIB_API std::string GetAccountLabel(int kind, int isMember);

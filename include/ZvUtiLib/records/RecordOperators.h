@@ -9,12 +9,12 @@
 
 // NOLINTBEGIN(bugprone-macro-parentheses): R is a type
 
-/// Declares the operators that write and read an R, field by field in wire order, and a sequence of R:
-/// a 16-bit count and the elements. Reading adds to the containers in the target. Where the stream ends
-/// early, a number, tag or block that is not there in full leaves its field as it was, and reading goes on
-/// with the next one. These are set all the same: a text (empty without its length, otherwise of that
-/// length), a byte code (0, or the code before it in the record), the Count of a single piece (1), and a
-/// sequence or map by its count. A BinaryKind throws. See docs/wire-format.md, "Bytes that end early".
+/// Declares the operators that write and read an R, field by field in wire order, and a sequence of R: a
+/// 16-bit count and the elements. Reading appends to the containers in the target. If the stream ends early,
+/// an incomplete number, tag or block leaves its field unchanged, and reading continues with the next field.
+/// Some fields are set even then: a text (empty if its length is missing, otherwise of that length), a byte
+/// code (0, or the previous code in the record), the Count of a single piece (1), and a sequence or map, by
+/// its count. A BinaryKind throws. See docs/wire-format.md, "Bytes that end early".
 #define ZVUTILIB_RECORD(R)                                                                   \
   ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const R& record);               \
   ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, R& record);                      \

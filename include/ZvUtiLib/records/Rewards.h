@@ -1,4 +1,4 @@
-// Rewards: what a player is given on top of an amount, and the rules that say how much.
+// Rewards: what a player receives in addition to an amount, and the rules that determine it.
 //
 // Amounts are signed 64-bit whole numbers. Sums and products beyond their width wrap.
 #pragma once
@@ -11,7 +11,7 @@
 #include <ZvUtiLib/records/Items.h>
 #include <ZvUtiLib/records/RecordOperators.h>
 
-/// An entry of a grant. Goes as a block of 16 bytes.
+/// An entry of a grant. Written as a block of 16 bytes.
 struct GrantEntry {
   std::uint32_t Value1 = 0;
   std::uint32_t Value2 = 0;
@@ -22,7 +22,7 @@ struct GrantEntry {
 static_assert(sizeof(GrantEntry) == 16 && offsetof(GrantEntry, Value2) == 4 &&
               offsetof(GrantEntry, Value3) == 8 && offsetof(GrantEntry, Switch) == 12);
 
-/// An entry of a rule, laid out like GrantEntry with an amount behind it. Goes as a block of 24 bytes.
+/// An entry of a rule: the layout of GrantEntry, followed by an amount. Written as a block of 24 bytes.
 struct RuleEntry {
   std::uint32_t Value1 = 0;
   std::uint32_t Value2 = 0;
@@ -48,7 +48,7 @@ struct BonusGrant {
   std::vector<GrantEntry> Entries;
 };
 
-/// How much follows from an amount paid in.
+/// Determines the bonus for an amount paid in.
 struct ZVUTILIB_API BonusRule {
   std::int32_t RuleId = 0;    ///< a rule is in use only when this is above 0
   std::int32_t Percent = 0;   ///< of the amount, in whole percent
@@ -58,25 +58,25 @@ struct ZVUTILIB_API BonusRule {
   std::uint32_t RuleValue = 0;
   std::vector<RuleEntry> Entries;
 
-  /// The percentage of `amount`, cut toward zero, or MinBonus if that is more. Without a percentage
-  /// above 0: MinBonus.
+  /// Returns Percent of `amount`, truncated toward zero, or MinBonus if that is more. Returns MinBonus if
+  /// Percent is not above 0.
   std::int64_t GetBonus(std::int64_t amount) const;
-  /// GetBonus and the fixed hundreds.
+  /// Returns GetBonus plus 100 times Hundreds.
   std::int64_t GetTotalValue(std::int64_t amount) const;
-  /// Puts what the rule grants for `amount` into the grant. Its Amount3, Value2, Amount5 and Amount6
-  /// stay, and of its entries all that the rule has no entry or no field for.
+  /// Stores in `grant` what the rule grants for `amount`. Amount3, Value2, Amount5 and Amount6 of the grant
+  /// stay, and so does everything in its entries for which the rule has no entry or no field.
   void FillGrant(std::int64_t amount, BonusGrant& grant) const;
-  /// True when the rule has an id, and a sum of what it gives above 0.
+  /// True if RuleId is above 0 and the sum of what the rule grants is above 0.
   bool IsUsable() const;
 };
 
-/// A rule with two numbers more.
+/// A rule with two more numbers.
 struct ExtendedBonusRule : BonusRule {
   std::uint16_t RuleWord = 0;
   std::uint32_t RuleTail = 0;
 };
 
-/// The amounts of a reward package. Goes as a block of 64 bytes.
+/// The amounts of a reward package. Written as a block of 64 bytes.
 struct RewardBlock {
   std::int64_t Amount1 = 0;
   std::int64_t Amount2 = 0;
@@ -99,10 +99,10 @@ struct ZVUTILIB_API RewardRecord {
   RewardBlock Block;
   std::vector<ItemRecord> Items;
 
-  /// True when all amounts and values of the block are zero and there are no items; reserved bytes do
-  /// not count.
+  /// True if all amounts and values of the block are zero and there are no items. Reserved bytes are
+  /// ignored.
   bool IsEmpty() const;
-  /// The Count of the first item with the id 7101, 0 when there is none.
+  /// Returns the Count of the first item with the id 7101, or 0 if there is none.
   int GetId7101Count() const;
 };
 

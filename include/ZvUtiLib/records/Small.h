@@ -1,5 +1,5 @@
-// Small records, named by their shape: the library only carries them. Fields stand in wire order, but
-// for CodedAmount; numbers are 0 and texts empty by default.
+// Small records, named after their layout. The library carries them without interpreting them. Fields are
+// in wire order, except in CodedAmount. Numbers are 0 and texts are empty by default.
 #pragma once
 
 #include <cstddef>
@@ -55,7 +55,7 @@ struct AmountsAndPairs {
   std::vector<IdValuePair> Pairs;
 };
 
-/// Its two codes change places on the wire, and only their low bytes travel.
+/// Code1 and Code2 are swapped on the wire, and only their low bytes are written.
 struct CodedAmount {
   std::uint8_t Flag = 0;
   std::uint32_t Code1 = 0;
@@ -98,7 +98,7 @@ struct IdsText {
   std::string Text;
 };
 
-/// A record of its own with the form of IdsText.
+/// A separate record with the layout of IdsText.
 struct IdsTextB {
   std::uint32_t Value1 = 0;
   std::uint32_t Value2 = 0;
@@ -196,7 +196,7 @@ struct MixedEntry {
   MixedEntryTail Tail;
 };
 
-/// An entry of AmountMap. Goes as a block of 16 bytes.
+/// An entry of AmountMap. Written as a block of 16 bytes.
 struct AmountEntry {
   std::int32_t Key = 0;
   std::uint8_t Reserved[4] = {};
@@ -205,7 +205,7 @@ struct AmountEntry {
 static_assert(sizeof(AmountEntry) == 16 && offsetof(AmountEntry, Reserved) == 4 &&
               offsetof(AmountEntry, Amount) == 8);
 
-/// Amounts by key; each entry holds its key once more. Only the entries' blocks travel.
+/// Amounts by key. Each entry also stores its key; only the entries' blocks are written.
 using AmountMap = zvuti::SizedMap<int, AmountEntry>;
 
 ZVUTILIB_RECORD(SingleByte)
@@ -237,10 +237,10 @@ ZVUTILIB_RECORD(MixedEntry)
 ZVUTILIB_RECORD(AmountEntry)
 ZVUTILIB_RECORD(AmountMap)
 
-/// CRC-16/XMODEM of the map's wire form, 0 to 65535; reserved bytes of its entries count.
+/// Returns the CRC-16/XMODEM of the map's wire form, 0 to 65535. It covers the entries' reserved bytes.
 ZVUTILIB_API int GetAmountMapChecksum(const AmountMap& amounts);
 
-/// `id` + 65535.
+/// Returns `id` + 65535.
 ZVUTILIB_API unsigned ToHighId(unsigned id);
-/// `id` - 65535 when `id` is above 65535, otherwise 0.
+/// Returns `id` - 65535 if `id` is above 65535, otherwise 0.
 ZVUTILIB_API unsigned FromHighId(unsigned id);

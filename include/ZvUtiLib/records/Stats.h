@@ -1,4 +1,4 @@
-// PlayerGameStats: a player's results, and a limit with what was used of it.
+// PlayerGameStats: a player's game results, and a limit with the amount used.
 #pragma once
 
 #include <cstdint>
@@ -17,18 +17,18 @@ struct ZVUTILIB_API PlayerGameStats {
   std::uint32_t Value3 = 0;
   std::uint32_t Value4 = 0;
   std::int64_t Amount1 = 0;
-  std::int64_t Limit = 0;  ///< upper bound of what can be used
-  std::int64_t Used = 0;   ///< what was used of Limit
+  std::int64_t Limit = 0;  ///< amount that may be used
+  std::int64_t Used = 0;   ///< amount used so far
   std::string Text;
 
-  /// Games won, lost, drawn and abandoned; a sum beyond 32 bits wraps.
+  /// Returns the games won, lost, drawn and abandoned in total; a sum beyond 32 bits wraps.
   int GetTotalGames() const;
-  /// Games won as a fraction of all games; 0 without games.
+  /// Returns the games won as a fraction of all games; 0 if there are no games.
   float GetWinRatio() const;
-  /// Games abandoned as a fraction of all games; 0 without games.
+  /// Returns the games abandoned as a fraction of all games; 0 if there are no games.
   float GetFleeRatio() const;
-  /// What remains of Limit once `amount`, whose sign does not matter, is used too; 0 when Limit does not
-  /// suffice. Nothing is changed.
+  /// Returns what would remain of Limit after also using `amount`, or 0 if Limit is too small. The sign of
+  /// `amount` is ignored. Nothing is changed.
   std::int64_t GetRemainder(std::int64_t amount) const;
 };
 

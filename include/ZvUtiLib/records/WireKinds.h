@@ -1,6 +1,6 @@
-// The two enumerations that travel as tags: fixed 32-bit constants unrelated to the members' numbers.
+// The two enumerations written as tags: fixed 32-bit constants, unrelated to the members' values.
 //
-// The members have no meaning here, only in the programs that exchange them.
+// The members have no meaning to the library, only to the programs that exchange them.
 #pragma once
 
 #include <cstdint>
@@ -8,10 +8,10 @@
 #include <ZvUtiLib/Export.h>
 #include <ZvUtiLib/data/CStream.h>
 
-/// Goes as one of two tags.
+/// Written as one of two tags.
 enum BinaryKind : std::uint32_t { BinaryKind0, BinaryKind1 };
 
-/// Goes as one of nine tags.
+/// Written as one of nine tags.
 enum StatusKind : std::uint32_t {
   StatusKind0,
   StatusKind1,
@@ -24,13 +24,13 @@ enum StatusKind : std::uint32_t {
   StatusKind8,
 };
 
-/// A value that is no member writes nothing and throws std::exception, "unknown enumeration member.".
+/// A value that is not a member writes nothing and throws std::exception, "unknown enumeration member.".
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, BinaryKind kind);
-/// A tag without a member throws the same, with its four bytes taken; fewer than four bytes throw, too,
-/// and stay. The target is unchanged then.
+/// A tag that no member has throws the same exception after its four bytes are consumed. Fewer than four
+/// bytes also throw, and they stay on the stream. The target is unchanged in both cases.
 ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, BinaryKind& kind);
 
-/// A value that is no member writes nothing, so what follows it moves up by four bytes.
+/// A value that is not a member writes nothing, so the bytes after it move up by four.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, StatusKind kind);
-/// A tag without a member is taken and leaves the target as it was.
+/// A tag that no member has is consumed and leaves the target unchanged.
 ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, StatusKind& kind);
