@@ -12,8 +12,8 @@ CByteBuffer::~CByteBuffer() {
   capacity_ = length_ = 0;
 }
 
-// The caller writes the first `filled` bytes of the new room at once, so they are not cleared. It also
-// frees `retired`, the block that was replaced: what is to be appended may lie in it.
+// Does not clear the first `filled` bytes after those in use, because the caller overwrites them at once.
+// The caller also frees `retired`, the replaced block, because the bytes to append may lie in it.
 unsigned char* CByteBuffer::Grow(std::int64_t extra, GrowMode mode, std::int64_t filled, void*& retired) {
   constexpr std::int64_t kStep = 1024;
   const std::int64_t needed = length_ + extra;
@@ -34,7 +34,7 @@ unsigned char* CByteBuffer::Grow(std::int64_t extra, GrowMode mode, std::int64_t
   return data_ + length_;
 }
 
-// Takes bytes into room that is there.
+// Appends bytes for which there is already room.
 void CByteBuffer::Accept(const void* bytes, std::size_t count) {
   std::memmove(data_ + length_, bytes, count);
   length_ += static_cast<std::int32_t>(count);
@@ -66,7 +66,7 @@ void CByteBuffer::AppendText(const char* text) {
   if (count == 0 || count > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) return;
   const auto bytes = static_cast<std::int64_t>(count);
   void* retired = nullptr;
-  // The larger room may be refused where the smaller one is still to be had.
+  // The heap may refuse the larger block but still have the smaller one.
   Grow(bytes + 1, GrowDoubling, bytes, retired);
   if (Grow(bytes, GrowRounded, bytes, retired)) Accept(text, count);
   SizedFree(retired);

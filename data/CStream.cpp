@@ -15,8 +15,9 @@ static_assert(std::endian::native == std::endian::little,
 
 namespace {
 
-/// Writes a body that reaches into the spare room of `out`. The count goes there, and what a new block takes
-/// over ends before it, so the body is copied first; without memory for that it is lost.
+/// Writes a body that extends into the unused capacity of `out`. The count would overwrite it there, and a
+/// new block would not contain it, so the body is copied first. If the copy can't be allocated, the body is
+/// lost.
 void WriteFromSpareRoom(CStreamWriter& out, const unsigned char* body, std::uint16_t count) {
   const std::unique_ptr<unsigned char[]> copy(new (std::nothrow) unsigned char[count]);
   if (copy) std::memcpy(copy.get(), body, count);
@@ -27,7 +28,7 @@ void WriteFromSpareRoom(CStreamWriter& out, const unsigned char* body, std::uint
 void WriteText(CStreamWriter& out, const void* body, std::size_t length) {
   const auto count = static_cast<std::uint16_t>(length);
   const auto* from = static_cast<const unsigned char*>(body);
-  // Appending the count may move the stream's bytes, and with them a text that lies there.
+  // Appending the count may move the stream's bytes, including a text that lies in them.
   const unsigned char* bytes = out.Data();
   const std::string_view room(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(out.Capacity()));
   const bool isInside = bytes && zvuti::PointsInto(room, static_cast<const char*>(body));

@@ -16,17 +16,17 @@ constexpr std::size_t kFirstSlots = 9;
 constexpr std::size_t kMostSlots = 0x3FFFFFFF;
 constexpr std::uint32_t kMostEntries = 76'695'844;
 constexpr std::uint32_t kEntriesPerBucket = 4;
-/// A bucket in which a search passes so many entries gets a tree. Keys that nobody has chosen do not come
-/// near it: their buckets hold four to eight entries on average.
+/// A bucket gets a tree once a search passes this many entries in it. Keys not chosen by an attacker stay far
+/// below it: their buckets hold four to eight entries on average.
 constexpr int kLongBucket = 32;
 
-/// FNV-1 with 32 bits, except that bytes of 0x80 and above flip the upper bits as well.
+/// 32-bit FNV-1, except that bytes of 0x80 and above also flip the upper bits.
 constexpr std::uint32_t kHashStart = 0x811C9DC5;
 constexpr std::uint32_t HashWith(std::uint32_t hash, char byte) {
   return hash * 0x01000193 ^ static_cast<std::uint32_t>(static_cast<signed char>(byte));
 }
 
-// The first bytes of a key, which has no zero byte, as a number that orders keys as they do themselves.
+// The first bytes of a key as a number that sorts like the key. Keys have no zero bytes.
 std::uint64_t HeadOf(std::string_view key) {
   std::uint64_t head = 0;
   for (std::size_t i = 0; i < sizeof head; ++i) {
@@ -37,7 +37,7 @@ std::uint64_t HeadOf(std::string_view key) {
 
 }  // namespace
 
-// A key, and what is looked at again and again while a table grows.
+// A key with the values that searches and splits need repeatedly.
 struct CStringDict::Key {
   std::string_view text;
   std::uint32_t hash;
@@ -47,7 +47,7 @@ struct CStringDict::Key {
 struct CStringDict::Node {
   Node(const Key& of, const char* valueText) : key(of.text), value(valueText), head(of.head), hash(of.hash) {}
 
-  /// Below, at or above 0 where this key is less than the other, the same or greater.
+  /// Returns a value below, equal to or above 0 if this key is less than, equal to or greater than the other.
   int Compare(std::string_view otherText, std::uint64_t otherHead) const {
     if (head != otherHead) return head < otherHead ? -1 : 1;
     return std::string_view(key).compare(otherText);
@@ -67,9 +67,9 @@ struct CStringDict::NodeDeleter {
   }
 };
 
-// The trees of long buckets. They refer to entries that stay in their bucket's list, which alone gives the
-// order of visiting. A split drops the tree of its bucket, and so does a heap that refuses a block: then
-// the list is searched, until a search is long again.
+// The trees of long buckets. They refer to entries that stay in their bucket's list; the list alone
+// determines the order of visiting. A split drops the tree of its bucket, and so does a failed allocation.
+// The list is then searched until a search is long again.
 struct CStringDict::LongBuckets {
   struct ByKey {
     using is_transparent = void;

@@ -16,8 +16,8 @@ using Chars = SizedAllocator<char>;
 
 constexpr unsigned kLargest = CTextString::max_size();
 
-/// Capacity after a growth to `needed` bytes: the next 16k + 15, or half as much again as before where
-/// that is more, so that a string built up piece by piece is copied seldom.
+/// Returns the capacity after growing to `needed` bytes: the next 16k + 15, or one and a half times the old
+/// capacity if that is more, so that a string built piece by piece is rarely copied.
 unsigned GrownCapacity(unsigned needed, unsigned capacity) {
   const unsigned rounded = needed | 15;
   const unsigned grown = rounded > kLargest ? needed : rounded;
@@ -91,7 +91,7 @@ unsigned CTextString::ReplaceAll(const char* oldText, const char* newText) {
   std::string_view newView = View(newText);
   if (oldView.empty()) return 0;
 
-  // The capacity becomes what replacing one by one would leave behind, with one copy instead of many.
+  // The capacity becomes what replacing one by one would produce, with one copy instead of many.
   unsigned count = 0;
   unsigned length = length_;
   unsigned room = capacity_;
@@ -111,8 +111,8 @@ unsigned CTextString::ReplaceAll(const char* oldText, const char* newText) {
   if (zvuti::PointsInto(*this, newView.data())) newView = newCopy = CTextString(newView);
   if (room > capacity_) MoveToBlock(room);
 
-  // The text waits at the end of the room while the result is written from the front; the result
-  // never overtakes what is still to be read.
+  // Moves the text to the end of the room and writes the result from the front. The result never overtakes
+  // the text still to be read.
   char* to = data();
   char* from = to + (length > length_ ? length - length_ : 0);
   Move(from, to, length_);
@@ -132,7 +132,7 @@ unsigned CTextString::ReplaceAll(const char* oldText, const char* newText) {
 void CTextString::Format(const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
-  zvuti::FormatArguments list(arguments);  // ends also when an exception passes
+  zvuti::FormatArguments list(arguments);  // released on an exception too
   va_end(arguments);
   FormatV(format, list.list);
 }
@@ -151,7 +151,7 @@ void CTextString::FormatV(const char* format, va_list arguments) {
   try {
     const std::size_t needed = zvuti::FormatBounded(data(), capacity_ + std::size_t{1}, format, arguments);
     if (needed > capacity_) {
-      SetLength(0);  // there is nothing left that is worth a copy
+      SetLength(0);  // nothing worth copying to the new block
       Reserve(LengthAfter(0, needed));
       zvuti::FormatBounded(data(), capacity_ + std::size_t{1}, format, again.list);
     }
@@ -189,7 +189,7 @@ void CTextString::Reserve(unsigned length) {
 CTextString& CTextString::Splice(unsigned position, unsigned removed, const char* text, std::size_t added) {
   const unsigned length = LengthAfter(removed, added);
   const std::size_t tailAt = std::size_t{position} + removed;
-  const std::size_t tail = length_ - tailAt + 1;  // the terminator moves with it
+  const std::size_t tail = length_ - tailAt + 1;  // includes the terminator
   char* const bytes = data();
 
   if (length > capacity_) {
@@ -205,8 +205,8 @@ CTextString& CTextString::Splice(unsigned position, unsigned removed, const char
     Move(bytes + position, text, added);
     Move(bytes + position + added, bytes + tailAt, tail);
   } else {
-    // A text inside this string lies partly before the tail, where it stays, and partly in the tail,
-    // which moves away from under it.
+    // A text inside this string has a part before the tail, which stays in place, and a part in the tail,
+    // which moves.
     const std::size_t shift = added - removed;
     const bool isOwn = zvuti::PointsInto(*this, text);
     const auto offset = isOwn ? static_cast<std::size_t>(text - bytes) : 0;

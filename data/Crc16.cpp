@@ -11,7 +11,7 @@ constexpr std::uint16_t ShiftedThrough(unsigned byte) {
   return static_cast<std::uint16_t>(crc);
 }
 
-// The table of CRC-16/XMODEM: entry i is the checksum of the single byte i.
+// The CRC-16/XMODEM table: entry i is the checksum of the single byte i.
 constexpr std::array<std::uint16_t, 256> kTable = [] {
   std::array<std::uint16_t, 256> table{};
   for (unsigned i = 0; i < table.size(); ++i) table[i] = ShiftedThrough(i);

@@ -49,15 +49,15 @@ class Measurer {
       Add(Item(conversion));
       return conversion.next;
     }
-    // What is read otherwise than it is written gets no room, but what it takes must not be left to the
-    // conversion behind it.
+    // A conversion that measuring and writing read differently gets no room, but its argument must be
+    // skipped so that the next conversion does not take it.
     arguments_.Skip(conversion.argument);
-    if (letter < conversion.next) {  // a prefix, as the z of %zu; what follows it counts as text
+    if (letter < conversion.next) {  // a prefix, such as the z of %zu; the rest counts as text
       Add(conversion.next - letter - 1);
       return conversion.next;
     }
     const bool isEnd = *letter == '\0' || *letter == '%';
-    return isEnd ? conversion.next : letter + gbk::CharLength(letter);  // as the comma of %F,
+    return isEnd ? conversion.next : letter + gbk::CharLength(letter);  // such as the comma of "%F,"
   }
 
   std::int64_t Item(const FormatConversion& conversion) {
@@ -91,7 +91,7 @@ class Measurer {
       case 'g':
       case 'G':
         return std::max<std::int64_t>(kFloatRoom, both);
-      default:  // n, letters that measuring does not know, and those that make no conversion
+      default:  // n, letters unknown to measuring, and letters that are not conversions
         return 0;
     }
   }
@@ -99,7 +99,7 @@ class Measurer {
   std::int64_t TextLength(bool isWide, int precision) {
     const void* text = arguments_.Next<const void*>();
     if (!text) return kNullText;
-    // A precision makes the length beyond it all the same, and the text behind it need not be there.
+    // Bytes beyond the precision don't change the result, and the text need not extend beyond it.
     const std::size_t limit =
         precision > 0 ? static_cast<std::size_t>(precision) : std::numeric_limits<std::size_t>::max();
     const std::size_t length = isWide          ? WideLength(text, limit)
@@ -113,8 +113,8 @@ class Measurer {
     return item <= conversion.width ? conversion.width : item;
   }
 
-  /// Length with six digits more than are asked for, so that no digit of the default is missing. The
-  /// width is left to us: the system would take seconds to count a wide one out.
+  /// Returns the length with six digits more than requested, so that the default precision always fits. The
+  /// width is added here, because the system's snprintf takes seconds for a very wide field.
   static std::int64_t FixedLength(double value, const FormatConversion& conversion) {
     const int digits = std::min(conversion.precision, std::numeric_limits<int>::max() - 6) + 6;
     const std::int64_t length = std::snprintf(nullptr, 0, "%.*f", digits, value);

@@ -1,9 +1,9 @@
-// The measuring pass of CTextString::Format: how much room a format and its arguments are given
-// before anything is written.
+// The measuring pass of CTextString::Format: determines how much room a format and its arguments get before
+// anything is written.
 //
-// The result decides the capacity of the string, so it is kept to the byte even where it is generous
-// or, in odd cases (a negative star, letters that it does not know, 16-bit text that needs two bytes
-// for a character), too small for the text.
+// The result determines the capacity of the string, so it must stay exact to the byte, even where it is
+// generous or too small. It is too small in rare cases: a negative star, unknown letters, 16-bit text that
+// needs two bytes for a character.
 #pragma once
 
 #include <cstdarg>
@@ -12,14 +12,14 @@
 namespace zvuti {
 
 struct FormatMeasure {
-  /// Bytes to reserve; 0xFFFFFFFF where they are more than a string can have.
+  /// Bytes to reserve; 0xFFFFFFFF if that is more than a string can hold.
   std::uint32_t total = 0;
-  /// A conversion has the prefix ll directly before d.
+  /// True if a conversion has the prefix ll directly before d.
   bool hasLongLong = false;
 };
 
-/// Measures a format; the caller's argument list stays where it is. Argument by argument it moves as
-/// the writing does, also over those that it gives no room.
+/// Measures a format without advancing the caller's argument list. Consumes arguments exactly as writing
+/// does, including those that get no room.
 FormatMeasure MeasureFormat(const char* format, va_list arguments);
 
 }  // namespace zvuti

@@ -26,8 +26,8 @@ struct Separators {
   char endMark;
 };
 
-/// Drops blanks on both sides. In front, a blank that is the mark of pairs is not skipped but is text:
-/// only a value can begin with one, as the mark means nothing there.
+/// Removes white space on both sides. Keeps `pairMark` at the start even if it is white space: only a value
+/// can begin with it, and within a value it is text.
 void Trim(char*& begin, char*& end, char pairMark) {
   while (begin != end && IsSpace(*begin) && *begin != pairMark) ++begin;
   while (begin != end && IsSpace(end[-1])) --end;
@@ -44,10 +44,10 @@ void ParseKeyValues(CStringDict& dict, const char* text, const char* separators,
   } else {
     while (count < static_cast<std::size_t>(length) && text[count] != '\0') ++count;
   }
-  // A zero mark is never met, and ends the separators.
+  // A zero separator never matches and ends the list of separators.
   const Separators marks{separators[0], separators[0] != '\0' ? separators[1] : '\0'};
 
-  // The copy is folded and cut in place, so that keys and values are handed on as they lie.
+  // The copy is folded and cut in place, so that keys and values need no further copies.
   CTextString copy(std::string_view(text, count));
   CTextString name;
   char* const end = copy.data() + count;

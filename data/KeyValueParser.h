@@ -1,21 +1,21 @@
-// Takes pairs out of texts of the form key=value&key=value, in eight ways.
+// Parses texts of the form key=value&key=value, with eight combinations of options.
 #pragma once
 
 #include <ZvUtiLib/data/CStringDict.h>
 
-/// What a parser does besides cutting; the bits may be added up.
+/// Options of the parser; the bits may be combined.
 enum ParseOption : unsigned {
-  ParseFoldKeys = 1,    // letters A to Z of keys become small
-  ParseFoldValues = 2,  // letters A to Z of values become small
-  ParseTrim = 4         // white space before and after keys and values is dropped
+  ParseFoldKeys = 1,    // letters A to Z of keys become lower case
+  ParseFoldValues = 2,  // letters A to Z of values become lower case
+  ParseTrim = 4         // white space around keys and values is removed
 };
 
 namespace zvuti {
 
-/// Hands each pair of the text to `dict.SetValue`, in the order of the text. The first of the two
-/// separators stands between a key and its value, the second between pairs; one that is white space
-/// itself still separates. Looks at the first `length` bytes up to a zero byte, at all of the text for
-/// a negative length. Options above 7, or a null text, give nothing.
+/// Passes each pair of the text to `dict.SetValue`, in text order. The first of the two separators separates
+/// a key from its value, the second separates pairs; white space works as a separator too. Parses up to
+/// `length` bytes, or the whole text if `length` is negative; a zero byte ends the text in either case. Does
+/// nothing for options above 7 or a null text.
 void ParseKeyValues(CStringDict& dict, const char* text, const char* separators, int length,
                     unsigned options);
 

@@ -1,13 +1,13 @@
-// SizedAllocBytes: a sized block that bytes will stand in, which need less alignment than objects do.
+// SizedAllocBytes: a sized block for bytes, which need less alignment than objects.
 #pragma once
 
 namespace zvuti {
 
-/// What SizedAlloc gives, aligned like a pointer only; it goes back through SizedFree like any other.
+/// Like SizedAlloc, but aligned only like a pointer. Freed with SizedFree like any other sized block.
 ///
-/// On 64-bit targets it takes 8 bytes in front of the payload instead of 16. 1,024 bytes, the first block of
-/// each stream, then are within what glibc keeps at hand for a thread (up to 1,032 bytes). One byte more, and
-/// the heap joins all small blocks that lie free before it gives the block.
+/// On 64-bit targets the header takes 8 bytes instead of 16. A block of 1,024 bytes, the first block of each
+/// stream, then fits into glibc's per-thread cache (up to 1,032 bytes). For one byte more, the heap would
+/// first merge all small free blocks.
 void* SizedAllocBytes(unsigned size) noexcept;
 
 }  // namespace zvuti

@@ -7,15 +7,15 @@
 
 namespace {
 
-// On 64-bit targets the header is padded: a payload 4 bytes behind the block would be misaligned. Where it
-// stands for bytes it is padded less, and the payload's address tells so.
+// On 64-bit targets the header is padded, because a payload 4 bytes after the start of the block would be
+// misaligned. Byte blocks use an 8-byte header; SizedFree distinguishes them by the payload's alignment.
 constexpr std::size_t kHeader = sizeof(void*) == 4 ? 4 : __STDCPP_DEFAULT_NEW_ALIGNMENT__;
 constexpr std::size_t kBytesHeader = sizeof(void*);
 constexpr std::size_t kLargest = std::numeric_limits<std::uint32_t>::max();
 
 void* Alloc(unsigned size, std::size_t header) noexcept {
   const std::size_t blockSize = header + size;
-  if (blockSize < size) return nullptr;  // only where size_t has 32 bits
+  if (blockSize < size) return nullptr;  // possible only if size_t has 32 bits
   char* block = static_cast<char*>(::operator new(blockSize, std::nothrow));
   if (!block) return nullptr;
   const std::uint32_t stored = size;

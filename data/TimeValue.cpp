@@ -4,7 +4,7 @@
 
 namespace {
 
-// Sums wrap as two's complement does, in unsigned arithmetic, where overflow is defined.
+// Uses unsigned arithmetic, so overflow is defined and wraps like two's complement.
 std::int64_t Sum(std::int64_t a, std::int64_t b) {
   return static_cast<std::int64_t>(static_cast<std::uint64_t>(a) + static_cast<std::uint64_t>(b));
 }

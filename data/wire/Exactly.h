@@ -1,4 +1,4 @@
-// Whether an object is of the very class that it is known by, or of one derived from it.
+// Tells an object of a class from an object of a derived class.
 #pragma once
 
 #include <cstring>
@@ -8,15 +8,15 @@
 
 namespace zvuti::wire {
 
-/// The object that lies where `object` was made; hosts put derived ones there.
+/// Returns the object now at the address of `object`; hosts may construct a derived one there.
 template <class T>
 T& Present(T& object) {
   return *std::launder(std::addressof(object));
 }
 
-/// True when `object` is a T and no more. It compares the pointers to the tables of virtual operations,
-/// which stand in front of an object: typeid would crash on classes of a host that is compiled without
-/// type information. Where the program has T's table twice, an object can be taken for a derived one.
+/// Returns true if `object` is exactly a T and not a derived class. It compares the vtable pointers at the
+/// start of the objects, because typeid would crash on classes of a host compiled without RTTI. If the
+/// program has two copies of T's vtable, a T can be mistaken for a derived object.
 template <class T>
 bool IsExactly(const T& object) {
   static_assert(std::is_polymorphic_v<T>);

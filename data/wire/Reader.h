@@ -1,6 +1,6 @@
 // Reader: the walk over a record's rows that fills it from a cursor.
 //
-// For any input, the record and the rest of the stream are as if each field had been read by itself with
+// For any input, the record and the rest of the stream are as if each field had been read separately with
 // CStreamReader::Read. The reader checks once, at the start of a run of fixed-width rows, that all bytes of
 // the run are there. Only if they are not does each field check for itself.
 #pragma once
@@ -19,12 +19,12 @@
 namespace zvuti::wire {
 
 /// Grows a sequence by `count` elements. `read` fills them and advances its argument from the first new index
-/// to the end. An exception leaves the elements that reading one by one would leave.
+/// to the end. After an exception, the sequence has the elements that reading one by one would have left.
 template <class T, class Read>
 void GrowBy(std::vector<T>& items, std::size_t count, Read read) {
   std::size_t done = items.size();
   items.resize(done + count);
-  // Not in a destructor: if unwinding enters a loop, GCC 12 treats what a Reader stores on its way out as
+  // Not in a destructor: if unwinding enters a loop, GCC 12 treats the stores of a Reader's destructor as
   // dead.
   try {
     read(done);
@@ -41,8 +41,8 @@ void TakeList(Cursor& cursor, std::vector<R>& records) {
   Codec<R>::ReadList(cursor, records);
 }
 
-/// Reads a map whose entries are blocks that hold their own key. If the stream ends inside a block, the block
-/// before it is stored again.
+/// Reads a map whose entries are blocks that contain their own key. If the stream ends inside a block, the
+/// previous block is stored again.
 template <class Map, class KeyOf>
 void TakeBlockMap(Cursor& cursor, Map& map, KeyOf keyOf) {
   std::int32_t count = 0;
@@ -170,7 +170,7 @@ class Reader {
     Codec<R>::Read(cursor_, part);
   }
 
-  /// A part of a class derived from T reads from the stream itself, which then begins with its bytes.
+  /// A part of a class derived from T reads from the stream itself, which then starts with the part's bytes.
   template <class T>
   void virtualPart(const char*, T& part) {
     const Lend lend(*this);
@@ -189,7 +189,7 @@ class Reader {
   }
 
  private:
-  // Returns the position to the cursor while something else reads, and fetches it again.
+  // Stores the position in the cursor while other code reads, and loads it again afterwards.
   class Lend {
    public:
     ZV_INLINE explicit Lend(Reader& reader) : reader_(reader) { reader.cursor_.at = reader.at_; }

@@ -1,5 +1,5 @@
-// RecordType: a record type as a value, and a walk over its rows through one virtual interface, for
-// everything that need not be fast: listing, dumping, filling by name, checking.
+// RecordType: a run-time description of a record type, with a walk over its rows through one virtual
+// interface. For operations that need not be fast: listing, dumping, filling by name, checking.
 #pragma once
 
 #include <cstddef>
@@ -23,18 +23,18 @@ struct RecordType {
   using Object = std::unique_ptr<void, void (*)(void*)>;
 
   const char* name;
-  std::size_t blockBytes;  ///< size of a record that goes as its memory image, otherwise 0
+  std::size_t blockBytes;  ///< size of a record written as its memory image, otherwise 0
 
-  Object (*make)();  ///< a default-constructed record
+  Object (*make)();  ///< returns a default-constructed record
   void (*read)(CStreamReader& in, void* record);
   void (*write)(CStreamWriter& out, const void* record);
   void (*walk)(RowVisitor& rows, void* record);
 
-  /// Listing, dump and filling of a record whose framing no row list can express; then `walk` is null.
+  /// Lists, dumps and fills a record whose framing no row list can express; `walk` is then null.
   const CustomFraming* framing;
 };
 
-/// The record types of a unit, or of the whole library.
+/// The record types of a unit or of the whole library.
 using RecordList = std::vector<const RecordType*>;
 
 /// An integer field.
@@ -52,13 +52,13 @@ struct NumberRef {
     }
   }
 
-  /// The value, extended to 64 bits by its sign.
+  /// Returns the value, extended to 64 bits by its sign.
   std::int64_t Get() const;
   /// Stores the low bytes of `value`.
   void Set(std::int64_t value) const;
 };
 
-/// A sequence of records, or of texts where `elements` is null.
+/// A sequence of records, or of texts if `elements` is null.
 class ListRef {
  public:
   explicit ListRef(const RecordType* elements_) : elements(elements_) {}
@@ -70,18 +70,18 @@ class ListRef {
   const RecordType* const elements;
 };
 
-/// A map from 32-bit numbers to 32-bit numbers, or to blocks where `blocks` is not null.
+/// A map from 32-bit numbers to 32-bit numbers, or to blocks if `blocks` is not null.
 class MapRef {
  public:
   MapRef(const RecordType* blocks_, bool hasSignedKeys_, bool hasSignedValues_)
       : blocks(blocks_), hasSignedKeys(hasSignedKeys_), hasSignedValues(hasSignedValues_) {}
   virtual ~MapRef() = default;
   virtual std::size_t Size() const = 0;
-  /// In key order; `value` is the block or the number.
+  /// Visits the entries in key order; `value` points to the block or the number.
   virtual void ForEach(const std::function<void(std::int64_t key, void* value)>& visit) = 0;
-  /// The value under a key (its low 32 bits), made if it is not there.
+  /// Returns the value under a key (its low 32 bits); creates it if needed.
   virtual void* Entry(std::int64_t key) = 0;
-  /// The key that a block holds.
+  /// Returns the key stored in a block.
   virtual std::int64_t KeyOf(const void* block) const = 0;
 
   const RecordType* const blocks;
@@ -89,12 +89,12 @@ class MapRef {
   const bool hasSignedValues;
 };
 
-/// How a record is part of another one.
+/// How a record is contained in another one.
 enum class Embedding {
   kNested,   ///< a field
-  kBase,     ///< the record that it extends; its fields are fields of the outer one
-  kBlock,    ///< a field that goes as its memory image
-  kVirtual,  ///< a field that reads and writes itself through virtual operations
+  kBase,     ///< a base record; its fields are fields of the outer record
+  kBlock,    ///< a field written as its memory image
+  kVirtual,  ///< a field that reads and writes itself through virtual functions
 };
 
 class RowVisitor {
@@ -108,7 +108,7 @@ class RowVisitor {
   virtual void Map(const char* name, MapRef& entries) = 0;
   virtual void Reserved(const char* name, void* bytes, std::size_t count) = 0;
   virtual void Record(const char* name, const RecordType& type, void* record, Embedding as) = 0;
-  /// Returns whether to walk the next row, which travels only if `holds`.
+  /// Returns whether to walk the next row, which is on the wire only if `holds` is true.
   virtual bool OnlyIf(const char* condition, bool holds) = 0;
 };
 

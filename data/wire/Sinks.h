@@ -1,5 +1,5 @@
-// Sinks: where the writer of a record puts bytes. One walk over the rows counts, the same walk stores, so the
-// measured size always equals what is written.
+// Sinks: the destinations of a record writer. The same walk over the rows first counts and then stores, so
+// the measured size always equals the size written.
 #pragma once
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 
 namespace zvuti::wire {
 
-/// A member or a tag that its enumeration does not have.
+/// Thrown for a member or tag that its enumeration does not have.
 class UnknownMember : public std::exception {
  public:
   const char* what() const noexcept override { return "unknown enumeration member."; }
@@ -25,12 +25,12 @@ struct CountSink {
 
   std::uint64_t size = 0;
   std::uint64_t stop = kNever;
-  bool isOpen = false;  ///< contains a part that writes itself, so the size is unknown
+  bool isOpen = false;  ///< has a part that writes itself, so the size is unknown
 
   void Put(const void*, std::size_t count) { size += count; }
   /// The writer throws here; nothing after this point is written.
   void Fail() { stop = std::min(stop, size); }
-  /// Appends what `next` counted.
+  /// Adds the counts of `next`.
   void Add(const CountSink& next) {
     if (next.stop != kNever) stop = std::min(stop, size + next.stop);
     size += next.size;
@@ -39,7 +39,7 @@ struct CountSink {
   std::uint64_t Total() const { return std::min(stop, size); }
 };
 
-/// Stores into room that was measured for it.
+/// Stores into room that has been measured and reserved.
 struct RawSink {
   unsigned char* at;
 
@@ -50,7 +50,7 @@ struct RawSink {
   [[noreturn]] void Fail() const { throw UnknownMember(); }
 };
 
-/// Appends each field by itself. A field that finds no memory is lost; the next one is tried again.
+/// Appends each field separately. A field for which there is no memory is lost; the next one is tried again.
 struct AppendSink {
   CStreamWriter* out;
 
@@ -74,7 +74,7 @@ class Room {
   Room(const Room&) = delete;
   Room& operator=(const Room&) = delete;
 
-  /// Null if there is nothing to write, or no memory for it.
+  /// Returns null if there is nothing to write or no memory for it.
   unsigned char* At() const { return at_; }
 
  private:
@@ -83,8 +83,8 @@ class Room {
   std::int32_t size_ = 0;
 };
 
-/// Writes what `put` puts into a sink and measured as `count`: in one piece if there is memory for it,
-/// otherwise field by field. Both leave the same bytes and the same capacity.
+/// Writes what `put` puts into a sink; `count` is its measured size. Writes in one piece if there is memory
+/// for it, otherwise field by field. Both produce the same bytes and the same capacity.
 template <class PutInto>
 void WriteCounted(CStreamWriter& out, const CountSink& count, PutInto put) {
   if (!count.isOpen) {

@@ -163,8 +163,8 @@ class Writer {
   void Count32(std::size_t size) { Number<4>(static_cast<std::uint32_t>(size)); }
 };
 
-/// Writes a record that holds parts with virtual Write. It makes room up to the next such part, lets the part
-/// append itself, then makes room for what follows.
+/// Writes a record that contains parts with a virtual Write. It reserves room up to the next such part, lets
+/// the part append itself, then reserves room for the following rows.
 template <class R>
 class VirtualPartWriter : public Writer<AppendSink> {
  public:
@@ -196,7 +196,7 @@ class VirtualPartWriter : public Writer<AppendSink> {
     std::uint64_t size_ = 0;
   };
 
-  // Refused memory is not a failure: the fields are appended as far as the memory goes.
+  // A failed allocation is not an error: fields are appended as far as memory allows.
   void MakeRoom() {
     Span span(part_);
     Rows(span, record_);
