@@ -48,7 +48,7 @@ ZV_ROWS(AccountRecord) {
 
 }  // namespace zvuti::wire
 
-// All records of this unit; a record that another one holds comes before it.
+// All records of this unit. A record comes before the records that contain it.
 #define ACCOUNT_RECORDS(RECORD) \
   RECORD(AccountExtra)          \
   RECORD(AccountRecord)

@@ -1,5 +1,4 @@
-// How a bundle table is listed, shown and filled: Groups[key][index] is a number of a group, and
-// Bundles[key] a record.
+// Lists, dumps and fills a bundle table. Groups[key][index] is a number of a group, Bundles[key] is a record.
 #include <algorithm>
 #include <cstdint>
 #include <string>
@@ -16,7 +15,7 @@ ZV_EXTERN_RECORD(BundleRecord)
 namespace zvuti::wire {
 namespace {
 
-constexpr std::size_t kMostMembers = 1'000'000;  // of a group, unless all of them are given
+constexpr std::size_t kMostMembers = 1'000'000;  // of a group, unless all members are given
 
 std::string Element(const char* name, std::uint32_t key) {
   return std::string(name) + "[" + std::to_string(key) + "]";
@@ -62,13 +61,13 @@ void Put(std::string& bytes, std::size_t number) {
   bytes.append(reinterpret_cast<const char*>(&word), sizeof word);
 }
 
-// The values of "Groups.key" or "Bundles.key" apart from the others.
+// Separates the values of "Groups.key" or "Bundles.key" from the others.
 struct Keyed {
   explicit Keyed(const Values& all) {
     for (const Given& value : all) (value.rest == ".key" ? keys : entries).push_back(value);
   }
 
-  // They are there for the looks: the entries have their keys in brackets.
+  // The keys are redundant, since the entries have theirs in brackets; they are only checked.
   void CheckKeys(const std::vector<Entry>& found) const {
     for (std::size_t i = 0; i < keys.size(); ++i) {
       if (keys.size() != found.size() || NumberOf(keys[i], 4, false) != found[i].key)
@@ -87,7 +86,7 @@ void PutGroup(const Entry& group, std::string& bytes) {
     if (isCount) sizes.back().rest = {};
   }
   const std::vector<Entry> elements = ByNumber(members, 4, false);
-  // A few letters must not ask for gigabytes.
+  // A short text must not demand gigabytes.
   const std::size_t most = std::max(kMostMembers, elements.size());
   const std::size_t count = SizeOf(elements, sizes, most);
   Put(bytes, static_cast<std::uint32_t>(group.key));

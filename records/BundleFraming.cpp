@@ -22,8 +22,8 @@ void Put32(Sink& sink, std::size_t value) {
   sink.Put(&word, sizeof word);
 }
 
-// group count 32, bundle count 32; of each group key 32, member count 32 and the members, 32 each; of
-// each bundle key 32 and the record.
+// group count 32, bundle count 32; for each group: key 32, member count 32 and the members, 32 each; for
+// each bundle: key 32 and the record.
 template <class Sink>
 Sink PutTable(Sink sink, const CUtiBundleTable& table) {
   Put32(sink, table.Groups.size());
@@ -40,7 +40,7 @@ Sink PutTable(Sink sink, const CUtiBundleTable& table) {
   return sink;
 }
 
-// False where the bytes end before the last of the group's members.
+// Returns false if the bytes end before the group's last member.
 bool TakeGroup(Cursor& cursor, CUtiBundleTable& table) {
   std::uint32_t key = 0;
   std::uint32_t count = 0;

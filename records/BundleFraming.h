@@ -1,4 +1,4 @@
-// The framing of CUtiBundleTable, which no row list expresses: both counts stand in front of all entries.
+// The framing of CUtiBundleTable, which no row list can express: both counts precede all entries.
 #pragma once
 
 #include "data/wire/RecordType.h"

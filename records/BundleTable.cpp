@@ -14,8 +14,8 @@ bool IsBefore(const BundleEntry& a, const BundleEntry& b) {
   return std::tie(a.ItemId, a.Count, a.Value1, a.Value2) < std::tie(b.ItemId, b.Count, b.Value1, b.Value2);
 }
 
-// A bundle that others are compared with. Looking for an entry walks through its entries; when the walks have
-// passed so many that sorting would have been cheaper, it sorts a copy and looks there.
+// A bundle that others are compared with. Entries are searched linearly at first. Once the searches have
+// passed so many entries that sorting would have been cheaper, they use a sorted copy.
 class Wanted {
  public:
   explicit Wanted(const BundleRecord& record)
@@ -40,7 +40,7 @@ class Wanted {
     return found != record_.Entries.end();
   }
 
-  // Without memory for the copy the walks go on, with the same answers.
+  // If the copy can't be allocated, searches stay linear, with the same results.
   void Sort() try {
     Entries sorted = record_.Entries;
     std::sort(sorted.begin(), sorted.end(), IsBefore);
@@ -49,7 +49,7 @@ class Wanted {
   }
 
   const BundleRecord& record_;
-  std::size_t steps_;  // that walks may still take
+  std::size_t steps_;  // left for linear searches
   Entries sorted_;
 };
 
@@ -64,7 +64,7 @@ void CUtiBundleTable::Clear() {
   Bundles.clear();
 }
 
-// A group or bundle is made with its content, so that a refused block leaves no empty one behind.
+// A group or bundle is created with its content, so that a failed allocation leaves no empty one.
 void CUtiBundleTable::AddToGroup(unsigned value, unsigned groupKey) {
   const auto group = Groups.find(groupKey);
   if (group != Groups.end()) {

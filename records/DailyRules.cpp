@@ -17,7 +17,7 @@ int ValueOf(const Map& map, int key) {
   return found == map.end() ? 0 : found->second;
 }
 
-// In unsigned arithmetic, where an overflow wraps.
+// Uses unsigned arithmetic, so overflow wraps.
 int Sum(int a, int b) { return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b)); }
 
 struct Loader {

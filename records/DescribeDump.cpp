@@ -29,8 +29,8 @@ std::string Element(const char* name, const std::string& index) {
   return std::string(name).append("[").append(index).append("]");
 }
 
-// Control bytes and the backslash as \x and two digits; a trail byte of 0x5C is no backslash. So is half a
-// character before a zero byte: it would take the backslash of the next escape along.
+// Writes control bytes and the backslash as \x and two digits; a trail byte of 0x5C is not a backslash. Half
+// a character before a zero byte is escaped too, or it would absorb the backslash of the next escape.
 std::string Escaped(const std::string& text) {
   std::string shown;
   for (std::size_t i = 0; i < text.size();) {
@@ -47,7 +47,7 @@ std::string Escaped(const std::string& text) {
   return shown;
 }
 
-// The fields of a block that was taken whole, each at its place in memory.
+// Shows the fields of a block that was read as a whole, each at its offset in memory.
 class BlockWalk : public RowVisitor {
  public:
   BlockWalk(const void* block, std::size_t offset, std::string prefix, std::vector<DumpRow>& rows)
@@ -63,7 +63,7 @@ class BlockWalk : public RowVisitor {
     type.walk(*this, record);
   }
 
-  // A memory image holds nothing of these.
+  // A memory image contains none of these.
   void Code(const char*, NumberRef) override {}
   void Tag(const char*, NumberRef, const TagTable&) override {}
   void Text(const char*, std::string&) override {}
@@ -93,7 +93,7 @@ void DumpWalk::Stop(const std::string& problem) {
 bool DumpWalk::Take(const std::string& name, void* out, std::size_t count) {
   if (isEnded_) return false;
   if (count_ - at_ < count) {
-    // A block is taken before its fields have names: the path then ends in their point, or is empty.
+    // A block is read before its fields are named; the path then ends with a point or is empty.
     std::string place = Path(name);
     if (!place.empty() && place.back() == '.') place.pop_back();
     Stop("the bytes end in " + (place.empty() ? "the block" : place) + " at offset " + std::to_string(at_) +

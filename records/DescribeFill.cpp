@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t kMostInSequence = 65'535;
 constexpr std::size_t kMostInText = 65'535;
 
-// The digits of a magnitude, decimal or behind 0x, whole text.
+// Parses the whole text as an unsigned number: decimal, or hexadecimal after 0x.
 std::optional<std::uint64_t> ParseDigits(std::string_view text) {
   int base = 10;
   if (text.substr(0, 2) == "0x" || text.substr(0, 2) == "0X") {
@@ -27,7 +27,7 @@ std::optional<std::uint64_t> ParseDigits(std::string_view text) {
   return value;
 }
 
-// A number of `bytes` bytes; its bits, extended by its sign.
+// Parses a number of `bytes` bytes. Returns its bits, extended by its sign.
 std::optional<std::int64_t> ParseNumber(std::string_view text, unsigned bytes, bool isSigned) {
   const bool isNegative = !text.empty() && text.front() == '-';
   if (isNegative) text.remove_prefix(1);
@@ -49,7 +49,7 @@ std::optional<unsigned char> ParseHexByte(std::string_view text) {
   return byte;
 }
 
-// Undoes what the dump does to control bytes and backslashes.
+// Reverses the dump's escapes for control bytes and backslashes.
 std::optional<std::string> Unescaped(const std::string& shown) {
   std::string text;
   for (std::size_t i = 0; i < shown.size();) {
@@ -71,7 +71,7 @@ std::optional<std::string> Unescaped(const std::string& shown) {
   return text;
 }
 
-// Takes a number in brackets off the front of a path.
+// Removes a number in brackets from the front of a path and returns it.
 std::int64_t TakeNumber(Given& value, unsigned bytes, bool isSigned) {
   const std::size_t close = value.rest.find(']');
   if (value.rest.substr(0, 1) != "[" || close == value.rest.npos) Refuse(value, "no such element");
@@ -83,7 +83,7 @@ std::int64_t TakeNumber(Given& value, unsigned bytes, bool isSigned) {
   return *number;
 }
 
-// A map whose count is given: entry by entry, as they come.
+// The entries of a map whose count is given, in the given order.
 std::vector<Entry> InOrder(const Values& values, bool hasSignedKeys) {
   std::vector<Entry> entries;
   std::map<std::int64_t, std::size_t> last;  // of each key
@@ -97,7 +97,7 @@ std::vector<Entry> InOrder(const Values& values, bool hasSignedKeys) {
   return entries;
 }
 
-// A row with brackets: its values, and those of its size.
+// The values of a row with brackets: those of its elements and those of its size.
 struct Bracketed {
   explicit Bracketed(const Values& all) {
     for (const Given& value : all) (value.rest.empty() ? sizes : elements).push_back(value);
@@ -105,8 +105,8 @@ struct Bracketed {
   Values sizes, elements;
 };
 
-// Appends row by row. The values go into the record as well, so that conditions hold as they do for a
-// writer; a block is appended from there when its rows are done.
+// Appends row by row. Also stores the values in the record, so that conditions hold as they do for a writer.
+// A block is appended from the record after all its rows.
 class FillWalk : public RowVisitor {
  public:
   FillWalk(const RecordType& type, const Values& values, std::string& bytes)
@@ -154,7 +154,7 @@ class FillWalk : public RowVisitor {
     const std::vector<Entry> elements = ByNumber(given.elements, 2, false);
     const auto count = static_cast<std::uint16_t>(SizeOf(elements, given.sizes, kMostInSequence));
     Put(&count, sizeof count);
-    std::string byDefault;  // the bytes of an element without values, once there is one
+    std::string byDefault;  // the bytes of a default element, once one has been written
     auto element = elements.begin();
     for (std::uint16_t i = 0; i < count; ++i) {
       const bool isGiven = element != elements.end() && element->key == i;
@@ -210,7 +210,7 @@ class FillWalk : public RowVisitor {
  private:
   std::string NoField() const { return std::string("there is no such field in ") + type_.name; }
 
-  // Takes the values of a row; false for one that does not travel, which then must have none.
+  // Takes the values of a row. Returns false for a row that is not on the wire; it must have no values.
   bool Begin(const char* name, Values& values) {
     values = fields_.Take(name);
     const char* const condition = std::exchange(missing_, nullptr);
@@ -242,7 +242,7 @@ class FillWalk : public RowVisitor {
     Put(text->data(), count);
   }
 
-  // The map makes the block, since only it knows where a block holds its key.
+  // The map creates the block, because only the map knows where a block stores its key.
   void PutBlock(MapRef& map, const Entry& entry) {
     void* const block = map.Entry(entry.key);
     std::memcpy(block, map.blocks->make().get(), map.blocks->blockBytes);
@@ -281,7 +281,7 @@ class FillWalk : public RowVisitor {
   const RecordType& type_;
   Fields fields_;
   std::string& bytes_;
-  const char* missing_ = nullptr;  // the condition that the next row does not meet
+  const char* missing_ = nullptr;  // the condition that the next row fails
 };
 
 }  // namespace

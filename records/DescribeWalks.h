@@ -1,4 +1,4 @@
-// The walks behind Describe.h, open to the record that has a framing of its own.
+// The walks that implement Describe.h; also used by the record that has its own framing.
 #pragma once
 
 #include <cstddef>
@@ -38,8 +38,8 @@ class ListWalk : public RowVisitor {
   const char* condition_ = "";
 };
 
-/// Shows bytes row by row. The values go into the records that are walked, so that conditions hold as
-/// they do for a reader. After the first row that does not fit, nothing is shown any more.
+/// Shows bytes row by row. Stores the values in the walked records, so that conditions hold as they do for a
+/// reader. Shows nothing after the first row that does not fit.
 class DumpWalk : public RowVisitor {
  public:
   DumpWalk(const void* bytes, std::size_t count, RecordDump& dump)
@@ -72,18 +72,18 @@ class DumpWalk : public RowVisitor {
   bool isEnded_ = false;
 };
 
-/// How a dump shows a tag without a member: this, and 0x with eight digits.
+/// A dump shows a tag that no member has as this text, followed by 0x and eight digits.
 inline constexpr std::string_view kUnknownTag = "unknown tag ";
 
-/// A value on its way into a record, and what is left of its path at the place that was reached:
-/// of "Items[2].Count" first all, then "[2].Count" for the row Items, then "Count" for its element.
+/// A value to be stored in a record, with the part of its path not yet resolved. For "Items[2].Count" that is
+/// first the whole path, then "[2].Count" for the row Items, then "Count" for its element.
 struct Given {
   std::string_view rest;
   const NamedValue* named;
 };
 using Values = std::vector<Given>;
 
-/// Ends the filling; FillRecord reports the problem, which begins with the whole path of the value.
+/// Thrown to end the filling. FillRecord reports the problem, which starts with the full path of the value.
 struct Refusal : std::exception {
   explicit Refusal(std::string problem_) : problem(std::move(problem_)) {}
   const char* what() const noexcept override { return problem.c_str(); }
@@ -91,20 +91,20 @@ struct Refusal : std::exception {
 };
 [[noreturn]] void Refuse(const Given& value, const std::string& reason);
 
-/// The number that a value gives to a field of `bytes` bytes, extended by its sign.
+/// Parses a value for a field of `bytes` bytes. Returns the number, extended by its sign.
 std::int64_t NumberOf(const Given& value, unsigned bytes, bool isSigned);
-/// The one value for a field that has no fields itself, or null. Refuses two that differ, and one whose
-/// path goes on, with `problem`.
+/// Returns the only value for a field without subfields, or null. Refuses two values that differ. Refuses a
+/// value whose path continues, with `problem`.
 const Given* OnlyOne(const Values& values, const std::string& problem);
-/// The values below a point; refuses a path that does not go on with one.
+/// Removes the point at the front of each path; refuses a path that does not continue with a point.
 Values BehindPoint(Values values, const std::string& problem);
 
-/// The values for a record by the name that comes next in their paths.
+/// The values for a record, grouped by the next name in their paths.
 class Fields {
  public:
   explicit Fields(const Values& values);
   Values Take(std::string_view name);
-  /// Refuses what nobody has taken.
+  /// Refuses values that were not taken.
   void RefuseRest(const char* record) const;
 
  private:
@@ -114,19 +114,19 @@ class Fields {
 /// The values for one element of a sequence, or for one entry of a map.
 struct Entry {
   std::int64_t key;
-  std::string_view first;  ///< what was left of the path of the first of them
+  std::string_view first;  ///< the unresolved path of the first value
   Values values;
 };
 
-/// The values of a sequence or a map by the number in brackets that comes next, in rising order.
+/// Groups the values of a sequence or a map by the next number in brackets, in ascending order.
 std::vector<Entry> ByNumber(const Values& values, unsigned bytes, bool isSigned);
-/// The elements of a sequence. Their number is the one that is given as `sizes`, up to `most`, or follows
-/// from the elements, which then must not have a gap.
+/// Returns the number of elements of a sequence: the value in `sizes`, at most `most`. Without one, it is the
+/// number of `elements`, which must then have no gap.
 std::size_t SizeOf(const std::vector<Entry>& elements, const Values& sizes, std::size_t most);
 
-/// The entries of a map, and its count on the wire. Without a given count they are one for each key, in
-/// rising order, as a writer puts them. With one they are put as they come, and a key may come again: the
-/// field that its last entry began with begins the next one.
+/// The entries of a map and its count on the wire. Without a given count there is one entry for each key, in
+/// ascending order, as a writer would write them. With a count, the entries keep the given order and a key
+/// may repeat: a new entry of a key starts at the field with which its previous entry started.
 struct Entries {
   Entries(const Values& values, const Values& counts, bool hasSignedKeys);
 
@@ -134,11 +134,11 @@ struct Entries {
   std::vector<Entry> entries;
 };
 
-/// Appends the rows of a record in wire order, with the values given for them and the others as `record`,
-/// a default one, has them. Refuses what would not reach the wire.
+/// Appends the rows of a record in wire order. Rows without a given value get the value in `record`, which is
+/// a default record. Refuses values that would not be written.
 void PutRows(const RecordType& type, void* record, const Values& values, std::string& bytes);
 
-/// What a record with a framing of its own supplies instead of a walk.
+/// The functions that a record with its own framing supplies instead of a walk.
 struct CustomFraming {
   void (*list)(ListWalk& rows);
   void (*dump)(DumpWalk& rows);

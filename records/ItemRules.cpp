@@ -18,7 +18,7 @@ CTimeValue EndOf(const ItemRecord& item, int hours, int minutes, int seconds) {
 
 CTimeValue Now() { return CTimeValue::FromSeconds(zvuti::TheDoors().clockSeconds()); }
 
-// The product is made in unsigned arithmetic, where an overflow wraps.
+// The product uses unsigned arithmetic, so overflow wraps.
 std::int64_t RefundOf(std::uint64_t amount) {
   return static_cast<std::int64_t>(amount * kRefundPercent) / 100;
 }

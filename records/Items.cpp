@@ -28,7 +28,7 @@ ZV_ROWS(PricedItem) {
 
 }  // namespace zvuti::wire
 
-// All records of this unit; a record that another one holds comes before it.
+// All records of this unit. A record comes before the records that contain it.
 #define ITEM_RECORDS(RECORD) \
   RECORD(ItemRecord)         \
   RECORD(PricedItem)

@@ -60,7 +60,7 @@ ZV_ROWS(PlayerSnapshot) {
 
 }  // namespace zvuti::wire
 
-// All records of this unit; a record that another one holds comes before it.
+// All records of this unit. A record comes before the records that contain it.
 #define PLAYER_RECORDS(RECORD) \
   RECORD(PlayerStatus)         \
   RECORD(PlayerRecord)         \

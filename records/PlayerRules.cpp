@@ -4,13 +4,12 @@
 
 namespace {
 
-// The kinds of accounts that have a label of their own.
+// The account kinds that have their own label.
 constexpr int kSupremeKind = 3;
 constexpr int kFemaleKind = 4;
 constexpr int kServiceKind = 10;
 
-// A charge may take a balance to 0, never below. The sum is made in unsigned arithmetic, where an
-// overflow wraps.
+// A charge may reduce a balance to 0 but not below. The sum uses unsigned arithmetic, so overflow wraps.
 template <class Balance>
 int AddTo(Balance& balance, std::int64_t amount) {
   const std::int64_t held = balance;

@@ -1,4 +1,4 @@
-// The rows of a profile, which are a record of their own and a part of the account's.
+// The rows of a profile, used both by PlayerProfile and by AccountRecord.
 #pragma once
 
 #include "data/wire/Rows.h"

@@ -4,7 +4,7 @@
 
 namespace {
 
-// Sums and products are made in unsigned arithmetic, where an overflow wraps.
+// Sums and products use unsigned arithmetic, so overflow wraps.
 constexpr std::uint64_t Bits(std::int64_t value) { return static_cast<std::uint64_t>(value); }
 constexpr std::int64_t Signed(std::uint64_t bits) { return static_cast<std::int64_t>(bits); }
 constexpr std::uint32_t Bits32(std::int32_t value) { return static_cast<std::uint32_t>(value); }

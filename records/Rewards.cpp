@@ -31,7 +31,7 @@ ZV_ROWS(BonusRule) {
   v.bits32(ZV_ROW(Extra));
   v.bits64(ZV_ROW(MinBonus));
   v.list(ZV_ROW(Entries));
-  v.bits32(ZV_ROW(RuleValue));  // behind the sequence
+  v.bits32(ZV_ROW(RuleValue));  // after the sequence
 }
 
 ZV_ROWS(ExtendedBonusRule) {
@@ -40,7 +40,7 @@ ZV_ROWS(ExtendedBonusRule) {
   v.bits32(ZV_ROW(RuleTail));
 }
 
-// The first two and the next two amounts change places on the wire.
+// On the wire, the first two amounts are swapped, and so are the next two.
 ZV_ROWS(BonusGrant) {
   v.bits64(ZV_ROW(GrantedHundreds));
   v.bits64(ZV_ROW(BonusAmount));
@@ -73,7 +73,7 @@ ZV_ROWS(RewardRecord) {
 
 }  // namespace zvuti::wire
 
-// All records of this unit; a record that another one holds comes before it.
+// All records of this unit. A record comes before the records that contain it.
 #define REWARD_RECORDS(RECORD) \
   RECORD(GrantEntry)           \
   RECORD(RuleEntry)            \

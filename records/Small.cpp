@@ -198,7 +198,7 @@ ZV_ROWS(AmountMap) { v.blockMap("Entries", r, &AmountEntry::Key); }
 
 }  // namespace zvuti::wire
 
-// All records of this unit; a record that another one holds comes before it.
+// All records of this unit. A record comes before the records that contain it.
 #define SMALL_RECORDS(RECORD) \
   RECORD(SingleByte)          \
   RECORD(SingleValue)         \

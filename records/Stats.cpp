@@ -22,7 +22,7 @@ ZV_ROWS(PlayerGameStats) {
 
 }  // namespace zvuti::wire
 
-// All records of this unit; a record that another one holds comes before it.
+// All records of this unit. A record comes before the records that contain it.
 #define STATS_RECORDS(RECORD) RECORD(PlayerGameStats)
 
 ZV_UNIT(StatsUnit, STATS_RECORDS)

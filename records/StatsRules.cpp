@@ -11,7 +11,7 @@ float RatioOf(int count, int total) {
 }  // namespace
 
 int PlayerGameStats::GetTotalGames() const {
-  // In unsigned arithmetic, where an overflow wraps.
+  // Unsigned arithmetic, so overflow wraps.
   std::uint32_t total = 0;
   for (const std::int32_t count : {WinCount, LoseCount, DrawCount, FleeCount}) {
     total += static_cast<std::uint32_t>(count);
@@ -24,7 +24,7 @@ float PlayerGameStats::GetFleeRatio() const { return RatioOf(FleeCount, GetTotal
 
 std::int64_t PlayerGameStats::GetRemainder(std::int64_t amount) const {
   constexpr auto kLargest = std::numeric_limits<std::int64_t>::max();
-  if (amount < -kLargest) return 0;  // its magnitude is beyond every limit
+  if (amount < -kLargest) return 0;  // its magnitude exceeds every limit
   const std::int64_t magnitude = amount < 0 ? -amount : amount;
   if (Used > kLargest - magnitude) return 0;
   const std::int64_t need = Used + magnitude;

@@ -1,4 +1,4 @@
-// The record units: each source lists its record types here, and the whole of them is in one place.
+// The record units: each source file lists its record types here, so that all of them are in one place.
 #pragma once
 
 #include <string_view>
@@ -18,7 +18,7 @@ RecordList SmallUnit();
 
 /// All record types, unit by unit.
 const RecordList& AllRecords();
-/// The type with a name, or null.
+/// Returns the type with this name, or null.
 const RecordType* FindRecord(std::string_view name);
 
 }  // namespace zvuti::wire
