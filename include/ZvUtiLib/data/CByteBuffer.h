@@ -19,8 +19,7 @@ enum GrowMode {
 
 /// The buffer owns one sized block, whose capacity is 0 or a multiple of 1024 and never shrinks. All
 /// lengths are signed 32-bit byte counts; a request beyond that range fails as if the heap were
-/// exhausted. A failed growth leaves the buffer unchanged. Not thread-safe: one object may be used by one
-/// thread at a time.
+/// exhausted. A failed growth leaves the buffer unchanged. One object may be used by one thread at a time.
 class ZVUTILIB_API CByteBuffer : public CBasicObject {
  public:
   /// Empty, with no storage.

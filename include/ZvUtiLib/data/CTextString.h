@@ -1,4 +1,4 @@
-// CTextString: the string class of the data room; 24 bytes on every target.
+// CTextString: the string class of the data and record classes; 24 bytes on every target.
 #pragma once
 
 #include <cstdarg>
