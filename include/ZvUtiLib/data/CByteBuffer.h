@@ -45,8 +45,9 @@ class ZVUTILIB_API CByteBuffer : public CBasicObject {
   /// appended to an empty buffer.
   unsigned char* Append(const void* bytes, unsigned count);
 
-  /// Appends a zero-terminated text without its terminator. The text may lie inside this buffer. When the
-  /// capacity grows, it at least doubles and leaves room for a terminator. Null appends nothing.
+  /// Appends a zero-terminated text without its terminator. The text may lie inside this buffer. The
+  /// capacity grows as with GrowDoubling, with room for a terminator, or only as far as needed if the heap
+  /// refuses that. Null appends nothing.
   void AppendText(const char* text);
 
   /// Makes room for `extra` bytes after those in use, cleared to zero. Returns the end of the bytes in

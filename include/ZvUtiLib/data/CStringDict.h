@@ -17,7 +17,8 @@
 /// The hash is not secret, so a peer can choose keys that all fall into one bucket. Long buckets are
 /// therefore searched with a tree: n pairs cost n log n steps, whatever the keys are.
 ///
-/// Throws std::bad_alloc if an allocation fails; the pairs are then unchanged. More than 76,695,844 pairs
+/// Throws std::bad_alloc if an allocation fails; the pairs are then unchanged, except that
+/// Parse keeps those stored before. More than 76,695,844 pairs
 /// throw std::length_error. One object may be used by one thread at a time.
 class ZVUTILIB_API CStringDict : public CBasicObject {
  public:

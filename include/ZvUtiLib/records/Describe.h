@@ -73,7 +73,7 @@ ZVUTILIB_API bool DumpRecord(const std::string& record, const void* bytes, std::
 /// On an error, returns false and no bytes, and sets `problem` to a description that begins with the path.
 /// Any value that could not be written exactly as given is an error: an unknown path, a number that does not
 /// fit its row (0 to 255 for a byte code), a text of more than 65,535 bytes, a row whose condition does not
-/// hold, two values for one path, a size or count that does not match the elements.
+/// hold, two different values for one path, a size or count that does not match the elements.
 ZVUTILIB_API bool FillRecord(const std::string& record, const std::vector<NamedValue>& values,
                              std::string& bytes, std::string& problem);
 

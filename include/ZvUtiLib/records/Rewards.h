@@ -64,7 +64,8 @@ struct ZVUTILIB_API BonusRule {
   /// Returns GetBonus plus 100 times Hundreds.
   std::int64_t GetTotalValue(std::int64_t amount) const;
   /// Stores in `grant` what the rule grants for `amount`. Amount3, Value2, Amount5 and Amount6 of the grant
-  /// stay, and so does everything in its entries for which the rule has no entry or no field.
+  /// stay. If the rule has entries, the grant gets as many, and fields of its entries that the rule does not
+  /// have stay. Otherwise the grant's entries stay.
   void FillGrant(std::int64_t amount, BonusGrant& grant) const;
   /// True if RuleId is above 0 and the sum of what the rule grants is above 0.
   bool IsUsable() const;
