@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int kEvenTicks = 50;   // spent at top speed before the wheel is told to stop
+constexpr int kEvenTicks = 50;   // spent at top speed before the wheel is asked to stop
 constexpr int kMaxTicks = 2000;  // of one spin
 
 // The prize wheel. Records the angle and speed at every tick, and the ticks at which the motion changes.

@@ -7,7 +7,7 @@
 
 namespace {
 
-// Scans the chat transcript again and again on its own thread until it is told to stop.
+// Scans the chat transcript again and again on its own thread until it is asked to stop.
 class ChatScanner : public CUtiThread {
  public:
   ~ChatScanner() override { Stop(); }
