@@ -48,8 +48,13 @@ AppendFile::AppendFile(const char* path)
     : handle_(open(NativePath(path).c_str(),
                    O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0666)) {}
 
+// close() is a cancellation point. A cancelled thread unwinds, and must not do that out of a destructor.
 AppendFile::~AppendFile() {
-  if (IsOpen()) close(static_cast<int>(handle_));
+  if (!IsOpen()) return;
+  int before = 0;
+  pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &before);
+  close(static_cast<int>(handle_));
+  pthread_setcancelstate(before, nullptr);
 }
 
 bool AppendFile::IsOpen() const { return handle_ >= 0; }

@@ -100,9 +100,15 @@ class Thread : public Waitable {
  private:
   static void* Run(void* object) {
     auto* const thread = static_cast<Thread*>(object);
-    const bool isKept = KeepForKey(thread);
+    // Without a key, the end of the entry counts as the end of the thread, also when it leaves by
+    // pthread_exit.
+    struct EndOfEntry {
+      Thread* thread;
+      ~EndOfEntry() {
+        if (thread) thread->End();
+      }
+    } const end{KeepForKey(thread) ? nullptr : thread};
     const auto code = static_cast<std::uint32_t>(thread->entry_(thread->argument_));
-    if (!isKept) thread->End();
     return reinterpret_cast<void*>(std::uintptr_t{code});
   }
 
@@ -127,8 +133,10 @@ class Thread : public Waitable {
   }
 
   void Join() {
+    // The thread itself must not take the lock: another thread may hold it while it waits for this one's end.
+    if (pthread_equal(thread_, pthread_self())) return;
     const std::lock_guard lock(joining_);
-    if (isJoined_ || pthread_equal(thread_, pthread_self())) return;
+    if (isJoined_) return;
     void* result = nullptr;
     pthread_join(thread_, &result);
     isJoined_ = true;

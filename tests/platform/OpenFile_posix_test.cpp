@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <signal.h>  // NOLINT(modernize-deprecated-headers)
 #include <sys/stat.h>
 #include <unistd.h>
@@ -45,6 +46,24 @@ TEST(OpenFile, FilesCloseWithTheirObjects) {
 
 // A write into a pipe whose reader has gone raises a signal, which has to go without a trace: neither what
 // the thread blocks nor what waits for it may change.
+// A cancelled thread that unwinds out of a destructor would end the process.
+TEST(AppendFile, ClosesInAThreadThatIsBeingCancelled) {
+  const test::TempFolder folder;
+  std::string path = folder.Path("log");
+  pthread_t thread;
+  const auto body = [](void* name) -> void* {
+    {
+      const zvuti::AppendFile file(static_cast<const char*>(name));
+      pthread_cancel(pthread_self());  // takes effect at the next call that may be cancelled
+    }
+    return name;
+  };
+  ASSERT_EQ(pthread_create(&thread, nullptr, body, path.data()), 0);
+  void* result = nullptr;
+  pthread_join(thread, &result);
+  EXPECT_EQ(result, path.data());
+}
+
 TEST(AppendFile, LeavesTheSignalsOfItsThreadAsTheyAre) {
   const test::TempFolder folder;
   const std::string path = folder.Path("pipe");

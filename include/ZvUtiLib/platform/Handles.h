@@ -24,8 +24,9 @@ constexpr DWORD STILL_ACTIVE = 259;        ///< exit code of a running thread
 ZVUTILIB_API int SetEvent(HANDLE event);
 
 /// Waits until an event is signalled or a thread has ended, for at most `milliseconds`. A thread has ended
-/// when its thread_local objects have been destroyed. Returns WAIT_OBJECT_0, WAIT_TIMEOUT, or WAIT_FAILED if
-/// the handle can't be waited on.
+/// when its thread_local objects have been destroyed. On Linux the wait for a thread that is just ending, or
+/// for any thread if the host system has no thread key left, can take longer. Returns WAIT_OBJECT_0,
+/// WAIT_TIMEOUT, or WAIT_FAILED if the handle can't be waited on.
 ZVUTILIB_API DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
 
 /// Stores the return value of the thread's entry point, or STILL_ACTIVE until the thread has ended, and
