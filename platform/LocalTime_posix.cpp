@@ -13,7 +13,7 @@ std::int64_t SecondsOfLocalTime(const std::tm& local) {
 }
 
 bool LocalTimeOfSeconds(std::int64_t seconds, std::tm& local) {
-  constexpr std::int64_t kLast = 32535244799;  // 3001-01-01 07:59:59 UTC, the end of 3000 in UTC+8
+  constexpr std::int64_t kLast = 32535244799;  // 3001-01-01 07:59:59 UTC
   const std::time_t moment = seconds;
   return seconds >= 0 && seconds <= kLast && localtime_r(&moment, &local) != nullptr;
 }

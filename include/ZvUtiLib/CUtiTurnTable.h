@@ -55,8 +55,8 @@ class ZVUTILIB_API CUtiTurnTable {
   /// running out. When called within a notification, the twenty turns are short by up to one tick's movement.
   /// With v, the speed at the call:
   /// - The wheel stops less than v * v / 2000 + 1e-9 beyond the bound (0.0004 for v up to 0.8), and at most
-  ///   1e-9 before it, due to rounding. So it stops in the slot for v from 0.004 to 32. On a wheel with n
-  ///   slots, 12 < n <= 1000, it does so for v from 0.004 to 112 / sqrt(n).
+  ///   1e-9 before it, due to rounding. So it stops in the slot, or that little before it, for v from 0.004
+  ///   to 32. On a wheel with n slots, 12 < n <= 1000, it does so for v from 0.004 to 112 / sqrt(n).
   /// - It takes 251 / v to 264 / v ticks, rounded up. That is 315 to 330 for v = 0.8, but millions for the
   ///   low speeds near the end of a run-out, so a second call there can take that long.
   /// - At v = 0 (at rest, and before the first tick after TurnTable_Start) the call returns 1 and sets

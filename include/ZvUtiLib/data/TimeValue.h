@@ -28,8 +28,8 @@ class ZVUTILIB_API CTimeSpanValue {
   std::int64_t seconds_;
 };
 
-/// A point in time: seconds since 1970-01-01 00:00 UTC. The calendar covers 0 to 32,535,244,799, the end of
-/// the year 3000 in UTC+8.
+/// A point in time: seconds since 1970-01-01 00:00 UTC. The calendar covers 0 to 32,535,244,799, which is
+/// 3001-01-01 07:59:59 UTC.
 class ZVUTILIB_API CTimeValue {
  public:
   /// The time `seconds` after 1970-01-01 00:00 UTC; 32 bits cover 1901 to 2038.

@@ -68,7 +68,7 @@ ZVUTILIB_API bool DumpRecord(const std::string& record, const void* bytes, std::
 /// sequence ends at its last given element, and no element before that may be missing. The entries of a map
 /// are written in ascending order, one for each key. The value of a map is its count. If it is given, the
 /// entries are written in the given order and keys may repeat; a count below 0 has no entries. In a
-/// CUtiBundleTable these values are "Groups[5].count", "group count" and "bundle count".
+/// CUtiBundleTable these values are "Groups[5].count" (at most 1,000,000), "group count" and "bundle count".
 ///
 /// On an error, returns false and no bytes, and sets `problem` to a description that begins with the path.
 /// Any value that could not be written exactly as given is an error: an unknown path, a number that does not
