@@ -31,7 +31,8 @@ template <class... Values>
 inline constexpr bool kHasObjects = ((std::is_class_v<Values> || std::is_union_v<Values>) || ...);
 
 /// Returns `value` as a C-variadic function takes it: the bytes of a string, valid as long as the string is;
-/// numbers, enumerations and pointers unchanged; arrays and functions as pointers. No other type compiles.
+/// numbers and pointers unchanged; enumerations as their numbers; arrays and functions as pointers. No other
+/// type compiles.
 template <class T>
 auto FormatValue(const T& value) {
   if constexpr (kIsFormatText<T>) {
@@ -42,6 +43,10 @@ auto FormatValue(const T& value) {
                   "Of any other object write what %s or %d shall print: .c_str() of a text, "
                   "std::string(view) of a view, .count() of a duration.");
     return 0;
+  } else if constexpr (std::is_enum_v<T>) {
+    // A scoped enumeration is not promoted: on 32-bit Windows a small one would bring unset upper bytes
+    // along.
+    return +static_cast<std::underlying_type_t<T>>(value);
   } else if constexpr (std::is_same_v<std::remove_cv_t<T>, float>) {
     return static_cast<double>(value);  // promoted anyway; explicit to avoid warnings in clients
   } else {
