@@ -20,10 +20,11 @@ namespace {
 // it has itself. Only entities and default attributes can add to that, and these are the bounds.
 constexpr std::size_t kExtraNodes = 1'000'000;
 constexpr std::size_t kExtraText = 128u << 20;
-// The name of a default attribute costs its length wherever the attribute is added: so many bytes for each of
-// the document, and so many more.
-constexpr std::size_t kDefaultNames = 16;
-constexpr std::size_t kExtraDefaultNames = 1u << 20;
+// Some names cost their length again where they are not written again: that of a default attribute wherever
+// it is added, that of an element for each attribute declared for it. So many bytes of the document each, and
+// so many more.
+constexpr std::size_t kRepeatedNames = 16;
+constexpr std::size_t kExtraRepeatedNames = 1u << 20;
 
 // A document whose entities do not refer to each other cannot grow out of proportion to the references in
 // it. Where they do, a few of them can stand for gigabytes: the parser's guard then sets in early. So it does
@@ -139,6 +140,7 @@ class Builder {
   void FlushText();
   void BeginText();
   void AddAttribute(NameId name, std::string_view value);
+  void CountRepeated(std::string_view name);
   std::size_t Position() const;
   std::string_view Written() const;
   void RestoreAttributeSpaces(std::uint32_t first, std::uint32_t end);
@@ -167,7 +169,7 @@ class Builder {
   bool hasDoctype_ = false, isInDoctype_ = false, isStopped_ = false, isOutOfMemory_ = false;
   int nestedEntities_ = 0;
   NameId xmlSpace_ = kNoName;
-  std::size_t defaultNames_ = 0;         // bytes in the names of all default attributes so far
+  std::size_t repeated_ = 0;             // bytes of names that were not written again so far
   NameTable types_;                      // of elements for which attributes are declared
   std::vector<std::uint32_t> declared_;  // how many, by the numbers of types_
 };
@@ -354,8 +356,7 @@ void Builder::StartElement(const char* name, const char** attributes) {
   for (const char** next = attributes; *next && !isStopped_; next += 2) {
     const std::string_view attribute = next[0], value = next[1];
     if (tree_.nodes[id].attributes.count >= written) {
-      defaultNames_ += attribute.size();
-      StopUnless(defaultNames_ <= source_.size() * kDefaultNames + kExtraDefaultNames);
+      CountRepeated(attribute);
     }
     AddAttribute(tree_.names.Intern(attribute), value);
     isAnyBlank |= value.find(' ') != value.npos;
@@ -382,6 +383,11 @@ void Builder::AddAttribute(NameId name, std::string_view value) {
   ++node.attributes.count;
   if (name == xmlSpace_ && value == "preserve") node.preservesSpace = true;
   if (name == xmlSpace_ && value == "default") node.preservesSpace = false;
+}
+
+void Builder::CountRepeated(std::string_view name) {
+  repeated_ += name.size();
+  StopUnless(repeated_ <= source_.size() * kRepeatedNames + kExtraRepeatedNames);
 }
 
 // Where in the source stands what is being handled. Within an entity: the reference to it.
@@ -427,6 +433,7 @@ void Builder::DeclareEntity(bool isParameter, std::string_view name, std::string
 }
 
 void Builder::DeclareAttribute(std::string_view element, bool hasDefault) {
+  CountRepeated(element);
   const NameId type = types_.Intern(element);
   if (type == declared_.size()) declared_.push_back(0);
   StopUnless(++declared_[type] <= kMostDeclaredAttributes && (!hasDefault || AreEntitiesKnownInDefault()));

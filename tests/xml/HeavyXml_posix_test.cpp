@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "tests/support/HeapFaults.h"
 #include "tests/support/RefuseEach.h"
@@ -141,6 +142,11 @@ TEST(HeavyXml, DefaultAttributesAreBounded) {
   // Names and declarations of namespaces count as well, before they are stored.
   const std::string longName = "<!ATTLIST b " + std::string(100'000, 'k') + " CDATA ''>";
   EXPECT_FALSE(Loads(Document(longName, "<a>" + Repeat("<b/>", 2000) + "</a>")));
+  for (const auto& [count, loads] : {std::pair(10, true), std::pair(200, false)}) {
+    const std::string several = many.substr(0, many.find(" k" + std::to_string(count) + " "));
+    EXPECT_EQ(Loads(Document("<!ATTLIST " + std::string(100'000, 'b') + several + ">", "<a/>")), loads)
+        << count;
+  }
   const std::string declaration = "<!ATTLIST b xmlns:p CDATA '" + std::string(100'000, 'u') + "'>";
   EXPECT_TRUE(Loads(Document(declaration, "<a><b p:k=''/></a>")));
   test::HeapFaults heap(0);
