@@ -49,10 +49,14 @@ TEST(AccountRecord, ADerivedStateTakesPart) {
   const auto record = MarkedAccount();
   record->State.GetTable().SetCounter(1, 2);
   record->State.SetFlag(3, FlagScopeDaily);
+  record->Text2.assign(2000, 'x');
   record->Text4 = "four";
   const std::string state = "\1\0\0\0\1\0\0\0\2\0\0\0\1\0\0\0\3\0\0\0\1\0\0\0\0\0\0\0"s,
                     behind = "\4\0four\0\0\0\0"s;
-  const std::string bytes = Written(*record);
+  CStreamReader whole;
+  whole << *record;
+  EXPECT_EQ(whole.Capacity(), 3 * 1024);  // no more than what is written needs
+  const std::string bytes = Bytes(whole);
   EXPECT_EQ(bytes.substr(bytes.size() - 40), state + "\xEE\xEE" + behind);
   CStreamReader stream(bytes + "!"), unmarked(std::string(bytes).replace(bytes.size() - 12, 2, "--"));
   stream >> *record;

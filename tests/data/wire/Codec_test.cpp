@@ -48,13 +48,24 @@ TEST(Codec, AnUnknownMemberEndsTheWritingInFrontOfIt) {
   EXPECT_EQ(Bytes(stream), "\x02\0\0\0\xEA\x4D\x2C\x72\0\0\0"s);
 }
 
+TEST(Codec, WhatDoesNotFitIntoACountIsCut) {
+  const std::string text(65'538, 'x');
+  EXPECT_EQ(test::Written(TextPair{text, "y"}), "\2\0xx\1\0y"s);
+  EXPECT_EQ(test::Written(std::vector<std::string>{text, "y"}), "\2\0\2\0xx\1\0y"s);
+  EXPECT_EQ(test::Written(std::vector<std::string>(65'537)), "\1\0\0\0"s);
+  EXPECT_EQ(test::Written(std::vector<SingleByte>(65'538, {7})), "\2\0\7\7"s);
+}
+
 TEST(Codec, WritingTakesOneBlockAndReadingOnePerContainer) {
   const std::vector<CodedAmount> records(65'535);
-  CStreamReader stream;
+  std::map<int, int> map;
+  for (int i = 0; i < 1000; ++i) map[i] = i;
+  CStreamReader stream, mapStream;
   {
     const test::HeapFaults counter(0);
     stream << records;
-    EXPECT_EQ(counter.Tried(), 1);
+    mapStream << map;
+    EXPECT_EQ(counter.Tried(), 2);
   }
   EXPECT_EQ(Bytes(stream), "\xFF\xFF" + std::string(std::size_t{19} * 65'535, '\0'));
   std::vector<CodedAmount> again;
