@@ -200,6 +200,14 @@ TEST(BundleTable, SamenessGoesOneWayAndTheLowestKeyWins) {
   EXPECT_EQ(key, 5u);
 }
 
+TEST(BundleEntry, ValuesAddUpAndWrap) {
+  BundleEntry entry = Entry(1, 1, 0, 7);
+  entry.AddValue2(-9);
+  EXPECT_EQ(entry.Value2, -2);
+  entry.AddValue2(INT32_MIN);
+  EXPECT_EQ(entry.Value2, INT32_MAX - 1);
+}
+
 TEST(BundleTable, LargeBundlesAreFoundAsTheWalkOverBothFindsThem) {
   std::mt19937 random(8);
   const auto below = [&](unsigned end) { return static_cast<unsigned>(random() % end); };
