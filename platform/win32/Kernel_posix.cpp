@@ -71,7 +71,7 @@ class Event : public Waitable {
 // entry returns, or leaves by pthread_exit, the host system destroys the thread's thread_local objects and
 // then, in up to PTHREAD_DESTRUCTOR_ITERATIONS rounds, the values of its keys. A key of our own comes back
 // for each round and signals in the last but one; the last is where heaps and sanitizers take leave of a
-// thread. Whoever has waited then joins, so that nothing of the thread runs any more when the wait is over.
+// thread. A wait that saw the signal then joins, so nothing of the thread runs after the wait.
 class Thread : public Waitable {
  public:
   Thread(LPTHREAD_START_ROUTINE entry, void* argument)

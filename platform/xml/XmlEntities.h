@@ -33,8 +33,8 @@ class Entities {
   bool AreKnownIn(std::string_view text);
   /// Whether all entities are known to which the start tags in the replacement of entity `name` refer.
   bool AreKnownInTagsOf(std::string_view name);
-  /// The same as AreKnownIn for a default value somewhere in a parameter entity. There are no bytes that
-  /// could be asked about, so one unknown name anywhere in the parameter entities is one too many.
+  /// The same for a default value that comes from a parameter entity. Its bytes are not at hand, so any
+  /// unknown name in any parameter entity counts.
   bool AreKnownInParameters();
 
  private:
