@@ -18,21 +18,8 @@ constexpr bool IsLeadByte(char byte) {
   return static_cast<unsigned char>(static_cast<unsigned char>(byte) - 0x81) < 0xFE - 0x81 + 1;
 }
 
-/// Number of bytes that AreLeadBytes tests at once: the size of a register, which is even.
+/// Number of bytes that AreDoubleBytes tests at once: the size of a register, which is even.
 inline constexpr std::size_t kRegister = sizeof(std::size_t);
-
-/// True if all kRegister bytes are lead bytes: each has its high bit set and is neither 0x80 nor 0xFF.
-///
-/// `low` has the lower seven bits of each byte, so no sum carries into the next byte. Adding 0x7F sets the
-/// high bit unless the seven bits are 0 (byte 0x80); adding 1 sets it only if they are 0x7F (byte 0xFF).
-inline bool AreLeadBytes(const char* bytes) {
-  constexpr std::size_t kOnes = ~std::size_t{0} / 0xFF;
-  constexpr std::size_t kHigh = kOnes * 0x80;
-  std::size_t all;
-  std::memcpy(&all, bytes, sizeof all);
-  const std::size_t low = all & ~kHigh;
-  return (all & (low + kOnes * 0x7F) & ~(low + kOnes) & kHigh) == kHigh;
-}
 
 /// True if all `length` bytes belong to double-byte characters. REQUIRES: `length` is a multiple of
 /// kRegister, the first byte starts a character, and no byte is zero.

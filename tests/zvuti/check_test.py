@@ -1,4 +1,5 @@
 """check on a client's folder with one fault of each kind."""
+import os
 import shutil
 import tempfile
 import unittest
@@ -108,6 +109,14 @@ class Check(unittest.TestCase):
         self.assertIn("there is no level.txt", lines[0])
         self.assertIn("rank.INI: the library looks for Rank.ini", lines[1])
         self.assertEqual(self.check("--ignore", "missing", "--ignore", "stray")[0], 0)
+
+    def test_pipes_and_devices_are_not_read(self):
+        (self.folder / "Maple/Task.ini").unlink()
+        os.mkfifo(self.folder / "Maple/Task.ini")
+        (self.folder / "words.txt").unlink()
+        (self.folder / "words.txt").symlink_to("/dev/zero")
+        code, lines = self.check()
+        self.assertEqual((code, [line.endswith("[unreadable]") for line in lines]), (1, [True, True, False]))
 
     def test_the_lobby_has_one_word_within_another(self):
         code, out, _ = run("check", SOURCE / "examples/lobby/app")

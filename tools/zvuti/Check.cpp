@@ -47,6 +47,13 @@ std::vector<fs::path> EntriesOf(const fs::path& folder) {
 }
 
 void CheckOne(Report& report, const std::string& file, CheckFile check) {
+  std::error_code error;
+  const fs::file_status status = fs::status(file, error);
+  if (fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status)) {
+    // Reading a pipe would wait, and a device may never end.
+    report.Add({file}, "unreadable", "a pipe or a device: the library reads regular files only");
+    return;
+  }
   std::string bytes;
   try {
     bytes = ReadAll(file);
