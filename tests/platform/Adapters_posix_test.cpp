@@ -130,7 +130,7 @@ TEST(Adapters, ABufferForOneAddressGetsTheOneOfTheLowestIndex) {
         1);
     const std::string all = std::string(6, '\2') + std::string(6, '\3');
     EXPECT_EQ(buffer.substr(0, static_cast<std::size_t>(length)),
-              all.substr(0, 6u * static_cast<unsigned>(room)));
+              all.substr(0, std::size_t{6} * static_cast<std::size_t>(room)));
   }
   const auto read = [](IP_ADAPTER_ADDRESSES* list, ULONG* size) {
     return GetAdaptersAddresses(2, 0, nullptr, list, size);

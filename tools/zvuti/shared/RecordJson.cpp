@@ -148,8 +148,11 @@ class Values {
       const Field* field = FindField(record, name);
       if (!field) {
         const bool isPlain = name.find_first_not_of(kPlain) == name.npos;
-        throw Failure(prefix + (isPlain ? name : Json(name).dump()) + ": there is no such field in " +
-                      record);
+        std::string message = prefix;
+        message.append(isPlain ? name : Json(name).dump())
+            .append(": there is no such field in ")
+            .append(record);
+        throw Failure(message);
       }
       Add(std::string(prefix).append(name), field->shape, value);
     }
