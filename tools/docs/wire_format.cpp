@@ -36,7 +36,7 @@ struct Size {
 
   bool IsFixed() const { return !isOpen && least == most; }
   std::string Text() const {
-    if (isOpen) return std::to_string(least) + " and more";
+    if (isOpen) return std::to_string(least) + " or more";
     return IsFixed() ? std::to_string(least) : std::to_string(least) + " or " + std::to_string(most);
   }
 };
@@ -143,7 +143,7 @@ void PutRecord(std::ostream& out, const std::string& record) {
   const Size whole = SizeOf(record);
   out << (whole.isOpen ? "At least " + std::to_string(whole.least) : whole.Text())
       << (whole.IsFixed() && whole.least == 1 ? " byte.\n\n" : " bytes.\n\n")
-      << "| At | Field | Form | Bytes |" << (hasConditions ? " Travels |\n" : "\n") << "|---|---|---|---|"
+      << "| At | Field | Form | Bytes |" << (hasConditions ? " Present |\n" : "\n") << "|---|---|---|---|"
       << (hasConditions ? "---|\n" : "\n");
   Size at;
   for (const zvuti::RecordRow& row : rows) {
