@@ -1,5 +1,5 @@
-// The sub-commands. Each adds itself, with its options and its help, to the program; parsing the
-// command line runs the one that was named, which leaves the exit code in `exitCode`.
+// The subcommands. Each function adds one, with its options and help, to the program. Parsing the command
+// line runs the subcommand that it names, which stores the exit code in `exitCode`.
 #pragma once
 
 #include <CLI/CLI.hpp>

@@ -1,4 +1,4 @@
-// The tokens of a rank or level file, read as the library reads them, with the lines where they stand.
+// Splits a rank or level file into tokens as the library does, and reports the line of each.
 #pragma once
 
 #include <algorithm>
@@ -12,11 +12,11 @@ namespace tool {
 template <class T>
 struct NumberToken {
   T value{};
-  std::string text;  ///< the whole token that the number begins
+  std::string text;  ///< the whole token, which starts with the number
   std::size_t line = 0;
   bool isThere = false;   ///< false at the end of the file
-  bool isNumber = false;  ///< that T can hold
-  bool isRunOn = false;   ///< something other than white space stands directly behind it
+  bool isNumber = false;  ///< true if the token starts with a number that fits T
+  bool isRunOn = false;   ///< other text follows the number directly
 };
 
 class TableTokens {
@@ -25,7 +25,7 @@ class TableTokens {
     in_.imbue(std::locale::classic());
   }
 
-  /// False at the end of the file.
+  /// Reads the next word and its line. Returns false at the end of the file.
   bool TakeWord(std::string& word, std::size_t& line) {
     if (!SkipSpace(line)) return false;
     return static_cast<bool>(in_ >> word);
@@ -44,7 +44,7 @@ class TableTokens {
     return token;
   }
 
-  /// The line of the last byte.
+  /// Returns the line of the last byte.
   std::size_t LastLine() const {
     const auto ends = static_cast<std::size_t>(std::count(bytes_.begin(), bytes_.end(), '\n'));
     return std::max<std::size_t>(1, ends + (bytes_.empty() || bytes_.back() == '\n' ? 0 : 1));
@@ -62,7 +62,7 @@ class TableTokens {
 
   const std::string& bytes_;
   std::istringstream in_;
-  std::ptrdiff_t counted_ = 0;  // line ends up to here are in line_
+  std::ptrdiff_t counted_ = 0;  // line_ includes the line ends before this offset
   std::size_t line_ = 1;
 };
 

@@ -1,4 +1,4 @@
-// Input and output of the commands: files, standard input, bytes written as hexadecimal digits.
+// Input and output: files, standard input and output, bytes as hexadecimal text.
 #pragma once
 
 #include <string>
@@ -6,18 +6,18 @@
 
 namespace tool {
 
-/// All bytes of a file, or of standard input where the path is "" or "-". Throws Failure.
+/// Returns all bytes of a file, or of standard input if the path is "" or "-". Throws Failure.
 std::string ReadAll(const std::string& path);
-/// What a message calls the file of that path.
+/// Returns the name of a file for messages: its path or "standard input".
 std::string NameOf(const std::string& path);
 
-/// Writes a file, or standard output where the path is "" or "-". Throws Failure.
+/// Writes a file, or to standard output if the path is "" or "-". Throws Failure.
 void WriteAll(const std::string& path, std::string_view bytes);
 
-/// The bytes that pairs of hexadecimal digits stand for, with white space, "0x" and any of ",;:-"
-/// between them. Throws Failure, naming `what` and the line.
+/// Parses pairs of hexadecimal digits, which may have white space, "0x" and any of ",;:-" between them. On
+/// other text throws a Failure that names `what`, the source of the text, and the line.
 std::string FromHex(std::string_view text, const std::string& what);
-/// "01 FF": pairs of digits with a blank between them.
+/// Formats bytes as "01 FF".
 std::string ToHex(std::string_view bytes);
 
 }  // namespace tool

@@ -1,7 +1,7 @@
-// Between the GBK of the files and the UTF-8 of the terminal: the one place where the two meet.
+// Converts between GBK, used in files, and UTF-8, used on the terminal. All conversions happen here.
 //
-// GBK is code page 936 with its areas for private use. About a hundred pairs that later standards have
-// given other characters count as no text here and show as their bytes.
+// GBK means code page 936 including its private-use characters. About a hundred pairs to which later
+// standards assigned other characters are not text here; they are shown as bytes.
 #pragma once
 
 #include <cstddef>
@@ -10,30 +10,33 @@
 
 namespace tool {
 
-/// UTF-8 of GBK bytes. A byte, or a pair, that makes no character shows as \x and two digits for each byte.
+/// Converts GBK to UTF-8. Each byte of an invalid byte or pair becomes \x and two digits.
 std::string Shown(std::string_view gbk);
 
-/// Index of the first byte that is no part of a character, npos where all is text.
+/// Returns the index of the first byte that is not part of a character, or npos.
 std::size_t FindBroken(std::string_view gbk);
 
-/// The start of the first character of `utf8` that GBK has not, or that is no UTF-8; npos without one.
+/// Returns the index of the first character of `utf8` that is not in GBK or not valid UTF-8, or npos.
 std::size_t FindForeign(std::string_view utf8);
-/// GBK bytes of UTF-8. Throws Failure, naming `what`, where GBK has no such character.
+/// Converts UTF-8 to GBK. If a character is not in GBK, throws a Failure that names `what`, the source of the
+/// text.
 std::string ToGbk(std::string_view utf8, const std::string& what);
 
-/// True when the bytes are well-formed UTF-8.
+/// Returns true if the bytes are well-formed UTF-8.
 bool IsUtf8(std::string_view bytes);
-/// True when the bytes are UTF-8 with characters of three bytes or more: hardly ever GBK, that is.
+/// Returns true if the bytes are UTF-8 with at least one character of three or more bytes. GBK text almost
+/// never is.
 bool LooksLikeUtf8(std::string_view bytes);
 
 inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-/// True when the bytes begin with a UTF-8 byte order mark.
+/// Returns true if the bytes start with a UTF-8 byte order mark.
 bool HasUtf8Mark(std::string_view bytes);
 
-/// "U+1F600" of the character, or "the byte 0xFF", that `utf8` begins with.
+/// Names the first character of `utf8`: "U+1F600", or "the byte 0xFF" if it is not valid UTF-8.
 std::string NameOfFirst(std::string_view utf8);
 
-/// Turns bytes of a named encoding into UTF-8; false when there is no such encoding or they break it.
+/// Converts bytes from a named encoding to UTF-8. Returns false if the encoding is unknown or the bytes are
+/// invalid in it.
 bool FromNamed(const std::string& encoding, std::string_view bytes, std::string& utf8);
 
 }  // namespace tool

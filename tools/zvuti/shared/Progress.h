@@ -1,4 +1,4 @@
-// A bar on standard error that shows how far a command has come, where that is a terminal.
+// A progress bar on standard error, shown only if that is a terminal.
 #pragma once
 
 #include <cstddef>
@@ -7,12 +7,13 @@ namespace tool {
 
 class Progress {
  public:
-  /// Shows nothing for fewer than a megabyte of work.
+  /// Starts a bar for that many bytes of work. Shows nothing for less than a megabyte.
   explicit Progress(std::size_t bytes);
   ~Progress();
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
+  /// Updates the bar: `bytes` are done so far.
   void Reach(std::size_t bytes);
 
  private:

@@ -1,6 +1,7 @@
-// A record as JSON and back: objects for records and for maps (keys as text), arrays for sequences,
-// numbers as they are, texts with the escapes of Describe.h. A map that no writer makes is an array of
-// pairs of key and value where its keys do not rise, and its count alone where that is below 0.
+// Converts records to JSON and back. Records are objects, sequences are arrays, numbers are numbers, and
+// texts have the escapes of Describe.h. A map is an object with its keys as strings. Two kinds of maps that
+// no writer produces have their own form: one with unsorted or repeated keys is an array of [key, value]
+// pairs, and one with a negative count is that number.
 #pragma once
 
 #include <string>
@@ -15,17 +16,17 @@ namespace tool {
 
 using Json = nlohmann::ordered_json;
 
-/// The fields that a dump shows, in wire order.
+/// Converts a dump to JSON, with the fields in wire order.
 Json ToJson(const std::string& record, const zvuti::RecordDump& dump);
 
-/// Whether a writer, too, would make these bytes of the values that the dump shows: maps with rising keys,
-/// and counted as they are.
+/// Returns true if a writer would produce exactly `bytes` from the values in the dump. It would not if, for
+/// example, the keys of a map are not sorted.
 bool IsAsWritten(const std::string& record, const zvuti::RecordDump& dump, std::string_view bytes);
 
-/// What to fill a record with. Throws Failure where a value cannot be one of its field.
+/// Converts JSON to values for FillRecord. Throws Failure if a value has the wrong kind for its field.
 std::vector<zvuti::NamedValue> ToValues(const std::string& record, const Json& json);
 
-/// The bytes of the record that the JSON describes. Throws Failure.
+/// Returns the bytes of the record that the JSON describes. Throws Failure.
 std::string ToBytes(const std::string& record, const Json& json);
 
 }  // namespace tool

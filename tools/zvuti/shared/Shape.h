@@ -1,4 +1,4 @@
-// What a record looks like from outside, as a tree: made of the rows that Describe.h lists, the only
+// The structure of a record as a tree, made from the rows that Describe.h lists. These rows are the only
 // source of names, widths and order.
 #pragma once
 
@@ -13,10 +13,10 @@ struct Shape {
   enum class Kind { kNumber, kText, kRecord, kList, kMap };
 
   Kind kind = Kind::kNumber;
-  std::string record;          ///< name of a record's type
-  std::vector<Shape> element;  ///< the one shape of what a list or a map holds
-  std::string sizePath;        ///< of a list: what stands behind its path where its size is set
-  std::string countPath;       ///< of a map in a framing: where its count is set; otherwise that is its path
+  std::string record;          ///< of a record: the name of its type
+  std::vector<Shape> element;  ///< of a list or map: the shape of its elements, as the only item
+  std::string sizePath;        ///< of a list: the suffix of the path that sets its size, such as ".count"
+  std::string countPath;       ///< of a map: the path that sets its count, if that is not its own path
 };
 
 struct Field {
@@ -24,14 +24,14 @@ struct Field {
   Shape shape;
 };
 
-/// The rows of a record. Throws Failure where there is no such record, with names that are near.
+/// Returns the rows of a record. If there is no such record, throws a Failure that suggests the nearest name.
 const std::vector<zvuti::RecordRow>& RowsOf(const std::string& record);
-/// The fields of a record, those of the records that it extends among them. Null where there is none.
+/// Returns a field of a record or of the records that it extends, or null.
 const Field* FindField(const std::string& record, const std::string& name);
-/// The map whose count stands elsewhere, at `path`. Null where there is none.
+/// Returns the map whose count is set by the separate path `path`, or null.
 const Field* FindCounted(const std::string& record, const std::string& path);
 
-/// Bytes that a row takes: at least, and at most (kAnyWidth where nothing bounds it).
+/// The size of a row in bytes. `most` is kAnyWidth if there is no limit.
 struct Width {
   std::size_t least = 0;
   std::size_t most = 0;
@@ -40,7 +40,7 @@ inline constexpr std::size_t kAnyWidth = static_cast<std::size_t>(-1);
 Width WidthOf(const zvuti::RecordRow& row);
 Width WidthOf(const std::string& record);
 
-/// How a form is shown: "32-bit" for "32", the others as they are.
+/// The form as shown to the user: "32-bit" for "32", others unchanged.
 std::string ShownForm(const std::string& form);
 
 }  // namespace tool

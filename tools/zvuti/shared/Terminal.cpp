@@ -23,7 +23,7 @@ bool& HasColor() {
 
 void Say(const std::string& message) {
   std::cout.flush();
-  std::cerr << ("zvuti: " + message + "\n");  // in one go, where two of us write to one terminal
+  std::cerr << ("zvuti: " + message + "\n");  // one write, so that two programs' messages do not mix
 }
 
 void UseColor(const std::string& when) {

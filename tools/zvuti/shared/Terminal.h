@@ -1,4 +1,4 @@
-// How the program talks: exit codes, messages, colours, columns.
+// Output to the user: exit codes, messages, colours, columns.
 #pragma once
 
 #include <cstddef>
@@ -10,29 +10,29 @@ namespace tool {
 
 enum ExitCode : int {
   kOk = 0,
-  kFound = 1,  ///< something was found, or the input is not whole
-  kUsage = 2,  ///< wrong use, or a file that cannot be read
+  kFound = 1,  ///< something was found, or the input is incomplete
+  kUsage = 2,  ///< wrong usage, or a file that cannot be read
 };
 
-/// Ends the command with kUsage and the message.
+/// Ends the program with the message and the exit code kUsage.
 struct Failure : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// A message of the program on standard error.
+/// Prints "zvuti: " and the message to standard error.
 void Say(const std::string& message);
 
-/// "auto", "always" or "never".
+/// Sets when to use colours: "auto", "always" or "never".
 void UseColor(const std::string& when);
 
 enum class Style { kPlain, kDim, kBold, kAlarm };
-/// The text in a style, plain where standard output takes no colours.
+/// Returns the text in a style, or unchanged if colours are off.
 std::string Styled(Style style, const std::string& text);
 
 bool IsOutputTerminal();
 bool IsErrorTerminal();
 
-/// ASCII text filled up with blanks to a width, at its end or at its start.
+/// Pads ASCII text with spaces to a width. Left pads at the end, Right at the start.
 std::string Left(std::string_view text, std::size_t width);
 std::string Right(std::string_view text, std::size_t width);
 

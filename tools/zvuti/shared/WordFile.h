@@ -1,4 +1,4 @@
-// The words of a forbidden-word file, line by line, as the library takes them.
+// Splits a file of forbidden words into words as the library does, and remembers their lines.
 #pragma once
 
 #include <cstddef>
@@ -12,19 +12,19 @@ namespace tool {
 
 struct Word {
   std::size_t line = 0;  ///< counted from 1
-  std::string text;      ///< GBK, as it stands in the file
-  CString folded;        ///< as it is looked for
-  bool isCut = false;    ///< the line goes on behind a zero byte
+  std::string text;      ///< GBK, as written in the file
+  CString folded;        ///< the form that is searched for
+  bool isCut = false;    ///< the line continues after a zero byte
 };
 
 struct WordFile {
   std::vector<Word> words;
-  std::size_t endLine = 0;  ///< the line in which an end-of-text byte ends the file early, or 0
+  std::size_t endLine = 0;  ///< the line where a byte 1A ends the list early, or 0
 };
 
 WordFile ParseWords(std::string_view bytes);
 
-/// How often a folded word occurs in a folded text; occurrences do not overlap.
+/// Counts the non-overlapping occurrences of a folded word in a folded text.
 std::size_t Occurrences(const CString& foldedText, const CString& word);
 
 }  // namespace tool

@@ -1,4 +1,4 @@
-// The picture of a spin: speed, turns and the last turn over the ticks.
+// Draws a spin: the speed, the distance and the angle during the last turn and a half, each over the ticks.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace tool {
 
-/// An SVG document.
+/// Returns the picture as an SVG document.
 std::string DrawSpin(const SpinOptions& options, const Spin& spin);
 
 }  // namespace tool
