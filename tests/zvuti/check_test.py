@@ -1,4 +1,4 @@
-"""check on a client's folder with one fault of each kind."""
+"""Tests check on a client's folder with one fault of each kind."""
 import os
 import shutil
 import tempfile
@@ -12,7 +12,7 @@ LEVELS = b"1 0\n2 100\n"
 TASKS = "[AutoTask]\n1=\u767b\u5f55\n".encode("gbk")
 WORDS = "\u5916\u6302\ncheat\n".encode("gbk")
 
-# The file, what it holds, and the start and kind of the one finding.
+# The file, its content, the start of the first finding after the file's name, and the kinds of all findings.
 FAULTS = [
     ("Maple/Rank.ini", b"a 5\nb 5\n[INTRODUCE]", ":2: ", "order"),
     ("Maple/Rank.ini", b"a 5\nb\n", ":2: ", "cut sentinel"),
@@ -75,11 +75,11 @@ class Check(unittest.TestCase):
         self.assertEqual(error, b"")
         return code, out.decode().splitlines()
 
-    def test_says_in_one_line_that_all_is_well(self):
+    def test_a_sound_folder_gives_one_line(self):
         self.assertEqual(self.check(), (0, ["1 game, 1 rank table (2 ranks), 1 level table (2 levels), 1 task file "
                                             "(1 task), 1 word list (2 words), 1 XML document: nothing found"]))
 
-    def test_passes_over_the_marks_that_the_library_skips(self):
+    def test_accepts_the_marks_that_the_library_skips(self):
         for path, content in (("Maple/level.txt", LEVELS), ("Maple/Task.ini", TASKS)):
             (self.folder / path).write_bytes(b"\xef\xbb\xbf" + content)
         code, lines = self.check()
@@ -118,7 +118,7 @@ class Check(unittest.TestCase):
         code, lines = self.check()
         self.assertEqual((code, [line.endswith("[unreadable]") for line in lines]), (1, [True, True, False]))
 
-    def test_the_lobby_has_one_word_within_another(self):
+    def test_the_lobby_has_one_word_inside_another(self):
         code, out, _ = run("check", SOURCE / "examples/lobby/app")
         self.assertEqual((code, out.count(b"[hidden-word]"), out.count(b"\n")), (1, 1, 2))
 

@@ -1,4 +1,4 @@
-"""Exit codes, the small commands, and the transcripts of the tour."""
+"""Tests exit codes, the small commands, completion, and the transcripts in the documents."""
 import re
 import shlex
 import subprocess
@@ -11,39 +11,39 @@ from support import PROGRAM, SOURCE, run
 
 APP = SOURCE / "examples/lobby/app"
 
-# Arguments, standard input, exit code, and a part of what is said.
+# Arguments, standard input, exit code, and a part of the output or message.
 CASES = [
     ([], b"", 2, "subcommand is required"),
     (["--version"], b"", 0, "zvuti 1."),
     (["decode"], b"", 2, "RECORD is required"),
-    (["decode", "ItmRecord"], b"", 2, "is it ItemRecord?"),
+    (["decode", "ItmRecord"], b"", 2, "did you mean ItemRecord?"),
     (["decode", "ItemRecord", "no-such-file"], b"", 2, "No such file"),
     (["decode", "ItemRecord", "/"], b"", 2, "it is a folder"),
     (["decode", "ItemRecord", "--hex"], b"00\n0g", 2, "line 2: not a pair"),
-    (["decode", "ItemRecord", "--skip", "9"], b"123", 2, "leads beyond the 3 bytes"),
+    (["decode", "ItemRecord", "--skip", "9"], b"123", 2, "is beyond the 3 bytes"),
     (["decode", "ItemRecord", "--skip", "-1"], b"123", 2, "--skip"),
     (["bogus"], b"", 2, "no command or option bogus"),
     (["records", "ItemRecord"], b"", 0, "ItemRecord: 22-26 bytes"),
     (["check", "no-such-folder"], b"", 2, "there is no folder"),
-    (["check", "."], b"", 2, "has nothing that a client reads"),
+    (["check", "."], b"", 2, "contains nothing that a client reads"),
     (["check", ".", "--ignore", "nothing"], b"", 2, "--ignore"),
     (["mask", APP / "words.txt"], "\u514d\u8d39\u5916\u6302 GOLD4U.example".encode(), 0, "******** **************"),
-    (["mask", APP / "words.txt"], b"\xcd\xe2\xb9\xd2", 2, "no UTF-8; --from gbk"),
+    (["mask", APP / "words.txt"], b"\xcd\xe2\xb9\xd2", 2, "not UTF-8; use --from gbk"),
     (["mask", APP / "words.txt", "--from", "gbk"], b"\xcd\xe2\xb9\xd2!", 0, "****!"),
-    (["number", "-5"], b"", 0, "none for a number below zero"),
+    (["number", "-5"], b"", 0, "none for negative numbers"),
     (["number", "abc"], b"", 2, "neither digits nor numerals"),
-    (["number", "12,34"], b"", 1, "not where the library sets them"),
-    (["time", "0x1FFFFFFFF"], b"", 2, "no word of 32 bits"),
+    (["number", "12,34"], b"", 1, "not where the library puts them"),
+    (["time", "0x1FFFFFFFF"], b"", 2, "does not fit in 32 bits"),
     (["time", "2013-02-29 00:00:00"], b"", 1, "there is no day 29"),
-    (["time", "1999-01-01"], b"", 1, "years are 2000 to 2063"),
-    (["time", "now", "nonsense"], b"", 2, "neither a word nor a time"),
-    (["mask", "/dev/null"], b"", 2, "no plain file"),
+    (["time", "1999-01-01"], b"", 1, "1999 is out of range and becomes 2063; years are 2000 to 2063"),
+    (["time", "now", "nonsense"], b"", 2, "neither a packed word nor a time"),
+    (["mask", "/dev/null"], b"", 2, "not a regular file"),
     (["wheel"], b"", 2, "--slot is required"),
     (["wheel", "--slot", "12"], b"", 2, "0 to 11"),
     (["wheel", "--slot", "0", "--gain", "0.8", "--even", "0", "--start", "4.746891450771299"], b"", 0,
-     "0.000000 before its low bound"),
+     "0.000000 before the slot's low\nbound"),
     (["wheel", "--slot", "1", "--slots", "1000", "--top-speed", "6", "--even", "1"], b"", 0, "outside the slot"),
-    (["wheel", "--slot", "1", "--gain", "nan"], b"", 2, "--gain is above 0"),
+    (["wheel", "--slot", "1", "--gain", "nan"], b"", 2, "--gain must be above 0"),
     (["wheel", "--slot", "1", "--gain", "1e-9"], b"", 2, "more than a million ticks"),
 ]
 
@@ -58,11 +58,11 @@ class Commands(unittest.TestCase):
                 if code == 2:
                     self.assertEqual(done[1], b"")
 
-    def test_says_that_a_list_has_no_words(self):
+    def test_reports_a_list_without_words(self):
         with tempfile.NamedTemporaryFile() as words:
             self.assertEqual(run("mask", words.name, stdin=b"text")[:2], (1, b"text"))
 
-    def test_says_that_a_mark_spoils_the_first_word(self):
+    def test_reports_a_byte_order_mark_before_the_first_word(self):
         with tempfile.NamedTemporaryFile() as words:
             words.write(b"\xef\xbb\xbffirst\nsecond\n")
             words.flush()
@@ -76,7 +76,7 @@ class Commands(unittest.TestCase):
             self.assertEqual(code, 0)
             self.assertIn(f"  zvuti {command}".encode(), out.split(b"Options:")[1])
 
-    def test_numerals_lead_back_to_their_number(self):
+    def test_numerals_convert_back_to_their_number(self):
         for digits in ("1", "10", "101", "20005", "110000010", "12345678901234567890", "99999999999999999999",
                        "100000000", "1000000000001", "10000000000000000000"):
             numerals = re.search("numerals   (.*)", run("number", digits)[1].decode()).group(1)
@@ -102,7 +102,7 @@ class Commands(unittest.TestCase):
         picture = xml.etree.ElementTree.fromstring(run("wheel", "--slot", 3, "--svg", "-")[1])
         self.assertIn("slot 3 of 12", "".join(picture.itertext()))
 
-    def test_the_tour_shows_what_the_program_prints(self):
+    def test_the_documents_show_what_the_program_prints(self):
         pages = "".join((SOURCE / page).read_text() for page in ("README.md", "docs/zvuti.md"))
         blocks = re.findall(r"```console\n(.*?)```", pages, re.S)
         transcripts = [part for block in blocks for part in re.split(r"^\$ ", block, flags=re.M)[1:]]

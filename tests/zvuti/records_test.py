@@ -1,4 +1,4 @@
-"""decode, encode and guess over all records."""
+"""Tests decode, encode and guess with all records."""
 import json
 import random
 import unittest
@@ -6,7 +6,7 @@ import unittest
 from support import SOURCE, run
 
 WIDE = {"8": 8, "16": 16, "32": 32, "64": 64}
-# Texts as the library's dump writes them: Chinese, escapes, a pair and a lone byte that are no text.
+# Texts as the library's dump writes them: Chinese, escapes, an invalid pair, a lone lead byte.
 TEXTS = ["", "plain", "\u67ab\u53f6 \u20ac", "\\x00\\x5C\\x0A", "\\x81\\x20 end", "half \\x81", "\ue000\ue4c6"]
 
 
@@ -16,7 +16,7 @@ def rows():
 
 
 class Content:
-    """Random content of records, by their listed rows. Signs are learnt from what encode refuses."""
+    """Random content for records, made from their listed rows."""
 
     def __init__(self, tables, seed):
         self.tables = tables
@@ -47,7 +47,7 @@ class Content:
 
     def keyed(self, kind, key):
         entry = self.record(kind)
-        first = next(iter(entry))  # blocks in maps begin with their key
+        first = next(iter(entry))  # a block in a map starts with its key
         entry[first] = key
         return entry
 
@@ -74,7 +74,7 @@ class Records(unittest.TestCase):
         self.assertEqual(run("encode", name, stdin=out)[1], wire, name)
         return shown
 
-    def test_all_records_come_back_as_they_went(self):
+    def test_all_records_survive_a_round_trip(self):
         tables = rows()
         self.assertGreater(len(tables), 20)
         for name in tables:
@@ -97,7 +97,7 @@ class Records(unittest.TestCase):
         self.assertEqual(code, 0)
         self.assertEqual(run("encode", "PlayerRecord", stdin=out)[1], wire)
 
-    def test_bytes_that_no_writer_makes_come_back(self):
+    def test_bytes_that_no_writer_makes_survive(self):
         key = [int.to_bytes(n, 4, "little") for n in range(3)]
         bundle = bytes(22)
         cases = [
@@ -119,10 +119,10 @@ class Records(unittest.TestCase):
             if shown:
                 self.assertEqual(json.loads(out), shown, name)
             self.assertEqual(run("encode", name, stdin=out), (0, wire, b""), name)
-            self.assertIn(b"unknown tag" if name == "PlayerStatus" else b"written again it has other bytes",
+            self.assertIn(b"unknown tag" if name == "PlayerStatus" else b"encoding it again gives other bytes",
                           run("guess", stdin=wire)[1])
 
-    def test_any_whole_bytes_come_back(self):
+    def test_any_bytes_that_decode_survive(self):
         source = random.Random(8)
         whole = 0
         tables = rows()
@@ -139,11 +139,11 @@ class Records(unittest.TestCase):
                     self.assertEqual(run("encode", name, stdin=out), (0, bytes(changed), b""), name)
         self.assertGreater(whole, 50)
 
-    def test_says_what_is_left_and_what_is_missing(self):
+    def test_reports_extra_and_missing_bytes(self):
         item = run("encode", "ItemRecord", stdin=b"{}")[1]
         code, _, error = run("decode", "ItemRecord", stdin=item + bytes(12))
         self.assertEqual(code, 1)
-        self.assertIn(b"12 bytes left behind the record, from offset 26", error)
+        self.assertIn(b"12 bytes left after the record, from offset 26", error)
         code, out, error = run("decode", "ItemRecord", stdin=item[:8])
         self.assertEqual(code, 1)
         self.assertIn(b"the bytes end in ItemId at offset 5: 4 needed, 3 left", error)
@@ -157,36 +157,36 @@ class Records(unittest.TestCase):
             self.assertEqual((code, out.split(b"\n")[1].split()[0].decode()), (0, record))
         self.assertEqual(run("guess", stdin=b"\x01\x02\x03\x04\x05")[0], 1)
 
-    def test_refuses_json_that_is_no_record(self):
+    def test_refuses_json_that_is_not_a_record(self):
         long_text = b'{"Text1": "%s"}' % (b"a" * 65540)
         cases = [
             ("ItemRecord", b"", b"parse error"),
             ("ItemRecord", b"{", b"parse error"),
             ("ItemRecord", b"[]", b"ItemRecord: an object of fields is needed"),
-            ("ItemRecord", b'{"Tag": ' + b"[" * 200000 + b"]" * 200000 + b"}", b"nested more than 64 deep"),
-            ("ItemRecord", b'{"Tag": ' + b'{"a": ' * 70 + b"1" + b"}" * 71, b"nested more than 64 deep"),
-            ("ItemRecord", b'{"Nothing": 1}', b"Nothing: there is no such field in ItemRecord"),
-            ("ItemRecord", b'{"Tag\\u0000": 1}', b'"Tag\\u0000": there is no such field in ItemRecord'),
+            ("ItemRecord", b'{"Tag": ' + b"[" * 200000 + b"]" * 200000 + b"}", b"nested more than 64 levels deep"),
+            ("ItemRecord", b'{"Tag": ' + b'{"a": ' * 70 + b"1" + b"}" * 71, b"nested more than 64 levels deep"),
+            ("ItemRecord", b'{"Nothing": 1}', b"Nothing: no such field in ItemRecord"),
+            ("ItemRecord", b'{"Tag\\u0000": 1}', b'"Tag\\u0000": no such field in ItemRecord'),
             ("ItemRecord", b'{"Tag": 256}', b"Tag: not a number that the field can hold"),
-            ("ItemRecord", b'{"Tag": 1.5}', b"Tag: a whole number is needed"),
-            ("ItemRecord", b'{"Tag": 1, "Tag": 2}', b'"Tag" comes twice'),
-            ("ItemRecord", b'{"Tag": null}', b"Tag: a whole number is needed"),
+            ("ItemRecord", b'{"Tag": 1.5}', b"Tag: an integer is needed"),
+            ("ItemRecord", b'{"Tag": 1, "Tag": 2}', b'"Tag" occurs twice'),
+            ("ItemRecord", b'{"Tag": null}', b"Tag: an integer is needed"),
             ("ItemRecord", b'{"Tag": NaN}', b"parse error"),
             ("ItemRecord", b'{"Tag": 1e400}', b"number overflow"),
-            ("ItemRecord", b'{"Tag": 99999999999999999999}', b"Tag: a whole number is needed"),
+            ("ItemRecord", b'{"Tag": 99999999999999999999}', b"Tag: an integer is needed"),
             ("ItemRecord", b'{"Tag": "1 "}', b"Tag: not a number that the field can hold"),
             ("ItemRecord", b'{"Tag": "\xff"}', b"parse error"),
             ("ItemRecord", b'{"ItemKey": 1000000000, "Count": 5}',
              b"Count: only on the wire if ItemKey < 1000000000"),
             ("CodedAmount", b'{"Code1": 300}', b"Code1: not a number that the field can hold"),
             ("TextPair", long_text, b"Text1: a text has up to 65535 bytes, not 65540"),
-            ("TextPair", b'{"Text1": 5}', b"Text1: a text in quotes is needed"),
+            ("TextPair", b'{"Text1": 5}', b"Text1: a string is needed"),
             ("NamedTexts", b'{"TextList": [%s]}' % b",".join([b'""'] * 65536), b"up to 65535"),
             ("NamedTexts", b'{"TextList": {"0": ""}}', b"TextList: an array is needed"),
             ("CUtiCounterTable", b'{"Counters": 2}', b"Counters: not the number of the entries given, 0"),
             ("CUtiCounterTable", b'{"Counters": {"x": 2}}', b"Counters[x]: no such element"),
             ("CUtiCounterTable", b'{"Counters": {"5": 1, "05": 2}}', b"Counters[05]: given twice"),
-            ("CUtiCounterTable", b'{"Counters": {"5]": 1}}', b"Counters: a number is needed for a key"),
+            ("CUtiCounterTable", b'{"Counters": {"5]": 1}}', b"Counters: a number is needed as a key"),
             ("CUtiCounterTable", b'{"Counters": [[1]]}', b"Counters: pairs of a key and a value are needed"),
             ("CUtiCounterTable", b'{"Counters": [[1.5, 2]]}', b"Counters: pairs of a key and a value"),
             ("CUtiBundleTable", b'{"Groups": 1}', b"group count: not the number of the entries given, 0"),
@@ -199,7 +199,7 @@ class Records(unittest.TestCase):
             self.assertLess(len(error), 300)
         code, _, error = run("encode", "PlayerRecord", stdin='{"Text1": "\U0001f600"}'.encode())
         self.assertEqual(code, 2)
-        self.assertIn(b"Text1: U+1F600 is no character of GBK", error)
+        self.assertIn(b"Text1: U+1F600 cannot be converted to GBK", error)
 
 
 if __name__ == "__main__":

@@ -1,4 +1,4 @@
-"""Runs the program under test, which the environment names."""
+"""Runs the program under test. The environment variable ZVUTI names it."""
 import os
 import subprocess
 from pathlib import Path
@@ -8,7 +8,7 @@ SOURCE = Path(os.environ["ZVUTI_SOURCE"])
 
 
 def run(*arguments, stdin=b"", cwd=None):
-    """Exit code, standard output and standard error, as bytes."""
+    """Runs the program. Returns its exit code, and its standard output and error as bytes."""
     environment = {**os.environ, "TZ": "Asia/Shanghai", "NO_COLOR": "1"}
     done = subprocess.run([PROGRAM, *map(str, arguments)], input=stdin, capture_output=True, cwd=cwd,
                           env=environment, timeout=120)

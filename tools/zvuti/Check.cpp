@@ -1,4 +1,4 @@
-// zvuti check: reads a client's folder as the library does, and says what the library says nothing of.
+// zvuti check: reads a client's folder as the library does, and reports what the library does not.
 #include <strings.h>
 
 #include <algorithm>
@@ -22,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr GameId kMostGames = 4096;  // ids looked at in the catalogue
+constexpr GameId kMostGames = 4096;  // ids looked up in the catalogue
 
 struct Options {
   std::string folder;
@@ -51,7 +51,7 @@ void CheckOne(Report& report, const std::string& file, CheckFile check) {
   const fs::file_status status = fs::status(file, error);
   if (fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status)) {
     // Reading a pipe would wait, and a device may never end.
-    report.Add({file}, "unreadable", "a pipe or a device: the library reads regular files only");
+    report.Add({file}, "unreadable", "this is a pipe or a device; the library reads only regular files");
     return;
   }
   std::string bytes;
@@ -107,10 +107,10 @@ class AppFolder {
       });
       if (near != entries.end()) {
         report_.Add({near->string()}, "stray",
-                    "the library looks for " + name + "; on Linux this file is not found");
+                    "the library looks for " + name + "; on Linux it does not find this file");
       } else {
         report_.Add({folder.string()}, "missing",
-                    "there is no " + name + ": the library answers as for an empty one");
+                    "there is no " + name + "; the library acts as if it were empty");
       }
     }
   }
@@ -120,12 +120,13 @@ class AppFolder {
                                    [&](const std::string& game) { return IsSameButCase(game, name); });
     if (near != games_.end()) {
       report_.Add({folder.string()}, "stray",
-                  "the library looks for " + *near + "; on Linux this folder is not found");
+                  "the library looks for " + *near + "; on Linux it does not find this folder");
       return;
     }
     for (const auto& [file, check] : GameFiles()) {
       if (!fs::exists(folder / file)) continue;
-      report_.Add({folder.string()}, "stray", "no game has this code name: the library never looks here");
+      report_.Add({folder.string()}, "stray",
+                  "no game has this code name, so the library never reads this folder");
       return;
     }
   }
@@ -183,7 +184,7 @@ int Check(const Options& options) {
       report.CountOf("game") + report.CountOf("word list") + report.CountOf("XML document");
   if (tables == 0 && findings.empty()) {
     throw Failure(options.folder +
-                  " has nothing that a client reads: no game's folder, no words.txt, no XML");
+                  " contains nothing that a client reads: no game folder, no words.txt, no XML");
   }
   std::cout << SummaryOf(report) << ": "
             << (findings.empty() ? "nothing found" : Count(findings.size(), "finding")) << '\n';
@@ -194,14 +195,14 @@ int Check(const Options& options) {
 
 void AddCheck(CLI::App& program, int& exitCode) {
   auto options = std::make_shared<Options>();
-  CLI::App* command =
-      program.add_subcommand("check", "report what the library swallows when it reads a client's folder");
-  command->add_option("APPDIR", options->folder, "the folder beside the client's program")
+  CLI::App* command = program.add_subcommand(
+      "check", "report what the library silently accepts or drops in a client's folder");
+  command->add_option("APPDIR", options->folder, "the folder of the client's program")
       ->required()
       ->type_name("");
   command
       ->add_option("--words", options->words,
-                   "a list of forbidden words in APPDIR (words.txt); may be repeated")
+                   "a file of forbidden words in APPDIR (words.txt); may be repeated")
       ->type_name("NAME")
       ->expected(1)
       ->take_all();
@@ -213,14 +214,15 @@ void AddCheck(CLI::App& program, int& exitCode) {
     kinds.insert(kind.name);
     list += std::string("  ") + Left(kind.name, 13) + kind.meaning + "\n";
   }
-  command->add_option("--ignore", options->ignored, "leave a kind of findings out; may be repeated")
+  command->add_option("--ignore", options->ignored, "do not report this kind of finding; may be repeated")
       ->check(CLI::IsMember(kinds).description(""))
       ->type_name("KIND")
       ->expected(1)
       ->take_all();
   command->footer(
-      "Reads Rank.ini, the level table and Task.ini of each game, the words, and the XML documents in all\n"
-      "folders, and prints file:line: message [kind]. Ends with 1 where something was found. The kinds:\n\n" +
+      "Reads Rank.ini, the level table and Task.ini of each game, the forbidden words, and the XML\n"
+      "documents in all folders. Prints file:line: message [kind]. Exits with 1 if something was found.\n\n"
+      "Kinds of findings:\n\n" +
       list + "\n  zvuti check /srv/lobby\n  zvuti check . --words chat.txt --ignore hidden-word");
   command->callback([options, &exitCode] { exitCode = Check(*options); });
 }

@@ -1,4 +1,4 @@
-// zvuti decode: bytes as the fields of a record.
+// zvuti decode: shows bytes as the fields of a record.
 #include <algorithm>
 #include <iostream>
 #include <string>
@@ -16,8 +16,8 @@
 namespace tool {
 namespace {
 
-constexpr std::size_t kShownBytes = 8;  // of a row, unless all are asked for
-constexpr std::size_t kShownRest = 16;  // of what is left behind the record
+constexpr std::size_t kShownBytes = 8;  // per row, without --all-bytes
+constexpr std::size_t kShownRest = 16;  // of the bytes after the record
 
 struct Options {
   std::string record, file;
@@ -29,7 +29,7 @@ struct Line {
   std::string offset, bytes, field, type, value;
 };
 
-// "Items[2].Count" as "Items", "[2]", "Count".
+// Splits "Items[2].Count" into "Items", "[2]" and "Count".
 std::vector<std::string> PartsOf(const std::string& path) {
   std::vector<std::string> parts;
   for (std::size_t at = 0; at < path.size();) {
@@ -68,7 +68,7 @@ std::string ValueShown(const zvuti::DumpRow& row) {
 
 std::vector<Line> LinesOf(const Options& options, const zvuti::RecordDump& dump, const std::string& bytes) {
   std::vector<Line> lines;
-  std::vector<std::string> open;  // the parts of the path above the last row, and the row itself
+  std::vector<std::string> open;  // the parts of the last row's path
   for (const zvuti::DumpRow& row : dump.rows) {
     const std::vector<std::string> parts = PartsOf(row.path);
     std::size_t common = 0;
@@ -115,8 +115,8 @@ int Decode(const Options& options) {
   std::string bytes = ReadAll(options.file);
   if (options.isHex) bytes = FromHex(bytes, NameOf(options.file));
   if (options.skip > bytes.size()) {
-    throw Failure("--skip " + std::to_string(options.skip) + " leads beyond the " +
-                  Count(bytes.size(), "byte") + " of " + NameOf(options.file));
+    throw Failure("--skip " + std::to_string(options.skip) + " is beyond the " + Count(bytes.size(), "byte") +
+                  " of " + NameOf(options.file));
   }
   bytes.erase(0, options.skip);
   zvuti::RecordDump dump;
@@ -131,16 +131,16 @@ int Decode(const Options& options) {
   const std::string sample =
       left == 0 ? "" : ": " + ToHex(rest.substr(0, kShownRest)) + (left > kShownRest ? " .." : "");
   if (!dump.isWhole) {
-    Say(options.record + " is not whole: " + dump.problem);
-    if (left > 0) Say(Count(left, "byte") + " not taken" + sample);
+    Say(options.record + " is incomplete: " + dump.problem);
+    if (left > 0) Say(Count(left, "byte") + " not decoded" + sample);
     return kFound;
   }
   if (left > 0) {
-    Say(Count(left, "byte") + " left behind the record, from offset " +
+    Say(Count(left, "byte") + " left after the record, from offset " +
         std::to_string(options.skip + dump.size) + sample);
     return kFound;
   }
-  if (!options.isJson) std::cout << "\n" << Count(dump.size, "byte") << ", all taken\n";
+  if (!options.isJson) std::cout << "\n" << Count(dump.size, "byte") << ", all decoded\n";
   return kOk;
 }
 
@@ -149,19 +149,19 @@ int Decode(const Options& options) {
 void AddDecode(CLI::App& program, int& exitCode) {
   auto options = std::make_shared<Options>();
   CLI::App* command = program.add_subcommand("decode", "show bytes as a record, field by field");
-  command->add_option("RECORD", options->record, "name of the record; zvuti records lists them")
+  command->add_option("RECORD", options->record, "name of the record; 'zvuti records' lists them")
       ->required()
       ->type_name("");
-  command->add_option("FILE", options->file, "the bytes; standard input without it")->type_name("");
-  command->add_flag("--hex", options->isHex, "the input is hexadecimal digits: 01 FF 0x2a");
-  command->add_flag("--json", options->isJson, "print JSON that zvuti encode takes");
+  command->add_option("FILE", options->file, "the bytes; default is standard input")->type_name("");
+  command->add_flag("--hex", options->isHex, "the input is hexadecimal text: 01 FF 0x2a");
+  command->add_flag("--json", options->isJson, "print JSON, which 'zvuti encode' reads");
   command->add_flag("--all-bytes", options->hasAllBytes,
-                    "show all bytes of a field, not only the first eight");
-  command->add_option("--skip", options->skip, "leave so many bytes at the start out")
-      ->check([](const std::string& text) { return text[0] == '-' ? "it counts bytes, from 0 on" : ""; }, "")
+                    "show all bytes of each field, not only the first eight");
+  command->add_option("--skip", options->skip, "skip the first N bytes")
+      ->check([](const std::string& text) { return text[0] == '-' ? "it must be 0 or more" : ""; }, "")
       ->type_name("N");
   command->footer(
-      "Ends with 1 where the bytes end too early, or where some are left behind the record.\n\n"
+      "Exits with 1 if the bytes end too early, or if some are left after the record.\n\n"
       "  zvuti decode PlayerSnapshot inbox/snapshot.bin\n"
       "  echo 05 00 00 00 02 00 41 42 | zvuti decode --hex --skip 4 NAME");
   command->callback([options, &exitCode] { exitCode = Decode(*options); });

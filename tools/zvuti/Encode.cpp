@@ -1,4 +1,4 @@
-// zvuti encode: the bytes of a record that JSON describes.
+// zvuti encode: makes the bytes of a record from JSON.
 #include <iostream>
 #include <set>
 #include <string>
@@ -18,17 +18,17 @@ struct Options {
   bool isHex = false;
 };
 
-constexpr int kMostDepth = 64;  // of JSON in JSON; no record comes near
+constexpr int kMostDepth = 64;  // of nested JSON; no record comes close to it
 
-// Of two members with one name the parser would silently take one.
+// Parses JSON. Refuses an object with two members of one name, of which the parser would silently keep one.
 Json ParseJson(const std::string& text) {
-  std::vector<std::set<std::string>> open;  // the names so far in each object that is not closed yet
+  std::vector<std::set<std::string>> open;  // the names seen so far in each open object
   return Json::parse(text, [&](int depth, Json::parse_event_t event, const Json& parsed) {
-    if (depth > kMostDepth) throw Failure("nested more than " + std::to_string(kMostDepth) + " deep");
+    if (depth > kMostDepth) throw Failure("nested more than " + std::to_string(kMostDepth) + " levels deep");
     if (event == Json::parse_event_t::object_start) open.emplace_back();
     if (event == Json::parse_event_t::object_end) open.pop_back();
     if (event == Json::parse_event_t::key && !open.back().insert(parsed.get<std::string>()).second) {
-      throw Failure(parsed.dump() + " comes twice in one object");
+      throw Failure(parsed.dump() + " occurs twice in one object");
     }
     return true;
   });
@@ -37,7 +37,7 @@ Json ParseJson(const std::string& text) {
 int Encode(const Options& options) {
   RowsOf(options.record);
   if (options.out.empty() && !options.isHex && IsOutputTerminal()) {
-    throw Failure("bytes are nothing for a terminal: take --hex, or -o FILE");
+    throw Failure("binary data is not written to a terminal; use --hex or -o FILE");
   }
   Json json;
   try {
@@ -57,18 +57,18 @@ int Encode(const Options& options) {
 void AddEncode(CLI::App& program, int& exitCode) {
   auto options = std::make_shared<Options>();
   CLI::App* command = program.add_subcommand("encode", "make the bytes of a record from JSON");
-  command->add_option("RECORD", options->record, "name of the record; zvuti records lists them")
+  command->add_option("RECORD", options->record, "name of the record; 'zvuti records' lists them")
       ->required()
       ->type_name("");
-  command->add_option("FILE", options->file, "the JSON; standard input without it")->type_name("");
-  command->add_flag("--hex", options->isHex, "write hexadecimal digits");
-  command->add_option("-o,--output", options->out, "write to a file, not to standard output")
+  command->add_option("FILE", options->file, "the JSON; default is standard input")->type_name("");
+  command->add_flag("--hex", options->isHex, "write hexadecimal text");
+  command->add_option("-o,--output", options->out, "write to FILE instead of standard output")
       ->type_name("FILE");
   command->footer(
-      "The JSON is what zvuti decode --json prints. Fields that it leaves out have their defaults; what\n"
-      "cannot be put into its field is refused.\n"
-      "Numbers may also be texts, \"0x3B9ACA00\"; texts take \\x and two digits for a byte (in JSON\n"
-      "\"\\\\x01\"), and a backslash is two of them.\n\n"
+      "The JSON has the form that 'zvuti decode --json' prints. A missing field gets its default value; a\n"
+      "value that does not fit its field is an error.\n"
+      "A number may also be a string: \"0x3B9ACA00\". In a text, \\x and two digits stand for a byte\n"
+      "(in JSON \"\\\\x01\"), and two backslashes for one.\n\n"
       "  zvuti decode ItemRecord item.bin --json | sed 's/\"Count\": 1/\"Count\": 2/' |\n"
       "    zvuti encode ItemRecord -o item2.bin\n"
       "  echo '{\"ItemId\": 7101}' | zvuti encode ItemRecord --hex");

@@ -1,4 +1,4 @@
-// zvuti guess: which record a file may hold.
+// zvuti guess: lists the records that a file may contain.
 #include <algorithm>
 #include <iostream>
 #include <string>
@@ -16,7 +16,7 @@
 namespace tool {
 namespace {
 
-constexpr std::size_t kMostNear = 5;  // records named where none fits
+constexpr std::size_t kMostNear = 5;  // records listed if none fits
 
 struct Options {
   std::string file;
@@ -27,7 +27,7 @@ struct Candidate {
   std::string record;
   std::size_t taken = 0;
   std::size_t rows = 0;
-  std::size_t counted = 0;  ///< texts, sequences and maps, each with a count that came out right
+  std::size_t counted = 0;  ///< texts, sequences and maps, whose lengths and counts all fit the bytes
   std::vector<std::string> doubts;
   bool isWhole = false;
 };
@@ -36,7 +36,7 @@ std::string PlaceAndPath(const char* what, const zvuti::DumpRow& row) {
   return std::string(what) + " in " + row.path;
 }
 
-// What a program would hardly have written; the first of each kind.
+// What a program is unlikely to have written; only the first of each kind.
 std::vector<std::string> DoubtsOf(const std::string& record, const zvuti::RecordDump& dump,
                                   std::string_view bytes) {
   std::vector<std::string> doubts;
@@ -47,7 +47,7 @@ std::vector<std::string> DoubtsOf(const std::string& record, const zvuti::Record
       isTagKnown = false;
     } else if (isTextSound && row.form == "text" &&
                (FindBroken(row.value) != std::string::npos || row.value.find("\\x") != std::string::npos)) {
-      doubts.push_back(PlaceAndPath("bytes that are no text", row));
+      doubts.push_back(PlaceAndPath("bytes that are not text", row));
       isTextSound = false;
     } else if (isReservedClear && row.form.rfind("reserved ", 0) == 0 &&
                row.value.find_first_not_of("0 ") != std::string::npos) {
@@ -56,7 +56,7 @@ std::vector<std::string> DoubtsOf(const std::string& record, const zvuti::Record
     }
   }
   if (isTagKnown && !IsAsWritten(record, dump, bytes))
-    doubts.emplace_back("written again it has other bytes");
+    doubts.emplace_back("encoding it again gives other bytes");
   return doubts;
 }
 
@@ -96,7 +96,7 @@ int PrintFits(std::vector<Candidate>& fits) {
 }
 
 int PrintNear(std::vector<Candidate>& others, const std::string& name, std::size_t size) {
-  Say("no record has exactly the " + Count(size, "byte") + " of " + name);
+  Say("no record fits the " + Count(size, "byte") + " of " + name + " exactly");
   others.erase(std::remove_if(others.begin(), others.end(),
                               [](const Candidate& c) { return !c.isWhole || c.taken == 0; }),
                others.end());
@@ -104,7 +104,7 @@ int PrintNear(std::vector<Candidate>& others, const std::string& name, std::size
                    [](const Candidate& a, const Candidate& b) { return a.taken > b.taken; });
   if (others.size() > kMostNear) others.resize(kMostNear);
   for (const Candidate& near : others) {
-    std::cout << near.record << " takes " << near.taken << " and leaves " << size - near.taken << '\n';
+    std::cout << near.record << " uses " << near.taken << " and leaves " << size - near.taken << '\n';
   }
   return kFound;
 }
@@ -125,13 +125,13 @@ int Guess(const Options& options) {
 
 void AddGuess(CLI::App& program, int& exitCode) {
   auto options = std::make_shared<Options>();
-  CLI::App* command = program.add_subcommand("guess", "find the records that bytes may be");
-  command->add_option("FILE", options->file, "the bytes; standard input without it")->type_name("");
-  command->add_flag("--hex", options->isHex, "the input is hexadecimal digits");
+  CLI::App* command = program.add_subcommand("guess", "list the records that bytes may be");
+  command->add_option("FILE", options->file, "the bytes; default is standard input")->type_name("");
+  command->add_flag("--hex", options->isHex, "the input is hexadecimal text");
   command->footer(
-      "Lists the records that fit exactly, best first: those without doubts, then those with the most\n"
-      "counts of texts, sequences and maps that came out right. Ends with 1 where none fits, and names\n"
-      "those that fit the start of the bytes.\n\n"
+      "Lists the records that fit the bytes exactly. Those with the fewest doubts come first, and among\n"
+      "them those with the most texts, sequences and maps. If no record fits, lists those that fit the\n"
+      "start of the bytes, and exits with 1.\n\n"
       "  zvuti guess inbox/reward.bin");
   command->callback([options, &exitCode] { exitCode = Guess(*options); });
 }

@@ -1,4 +1,4 @@
-// zvuti mask: text with its forbidden words masked, or how often each of them occurs.
+// zvuti mask: masks the forbidden words in a text, or counts them.
 #include <algorithm>
 #include <iostream>
 #include <map>
@@ -23,7 +23,7 @@ struct Options {
   bool hasCounts = false;
 };
 
-// The text in GBK. A file is GBK; what comes from a terminal or another program is UTF-8.
+// Returns the text in GBK. Without --from, a file is GBK and standard input is UTF-8.
 std::string ReadText(const Options& options) {
   const bool isStandard = options.file.empty() || options.file == "-";
   std::string text = ReadAll(options.file);
@@ -33,14 +33,15 @@ std::string ReadText(const Options& options) {
   for (std::string_view rest = text; !rest.empty();) {
     const std::size_t length = std::min(rest.find('\n'), rest.size() - 1) + 1;
     const std::string where = NameOf(options.file) + ", line " + std::to_string(++line);
-    if (!IsUtf8(rest.substr(0, length))) throw Failure(where + ": no UTF-8; --from gbk reads GBK");
+    if (!IsUtf8(rest.substr(0, length)))
+      throw Failure(where + ": not UTF-8; use --from gbk if the text is GBK");
     gbk += ToGbk(rest.substr(0, length), where);
     rest.remove_prefix(length);
   }
   return gbk;
 }
 
-// Calls visit(piece, end) for each line and what ends it: a line end, a zero byte or nothing.
+// Calls visit(line, end) for each line; `end` is the line end, a zero byte or empty.
 template <class Visit>
 void VisitLines(std::string_view text, Visit visit) {
   constexpr std::string_view kEnds("\n\0", 2);
@@ -81,7 +82,7 @@ int PrintCounts(const CUtiBlackList& list, const WordFile& file, std::string_vie
                    [](const Tally& a, const Tally& b) { return a.count > b.count; });
   for (const Tally& tally : found)
     std::cout << Right(std::to_string(tally.count), 8) << "  " << tally.shown << '\n';
-  std::cout << Right(std::to_string(all), 8) << "  in all, of " << Count(found.size(), "word") << ", in "
+  std::cout << Right(std::to_string(all), 8) << "  in total, of " << Count(found.size(), "word") << ", in "
             << hitLines << " of " << Count(lines, "line") << '\n';
   return kOk;
 }
@@ -103,13 +104,12 @@ int MaskText(const CUtiBlackList& list, const Options& options, std::string_view
 }
 
 int Mask(const Options& options) {
-  const std::string bytes = ReadAll(options.words);  // says why where the library only fails
+  const std::string bytes = ReadAll(options.words);  // its failure gives the reason; the library's does not
   CUtiBlackList list;
-  if (list.Load(options.words.c_str()) == 0) throw Failure(options.words + " is no plain file");
+  if (list.Load(options.words.c_str()) == 0) throw Failure(options.words + " is not a regular file");
   const std::string text = ReadText(options);
-  if (HasUtf8Mark(bytes))
-    Say(options.words + ": the UTF-8 byte order mark is taken for part of the first word");
-  if (list.IsLoaded() == 0) Say(options.words + " has no words");
+  if (HasUtf8Mark(bytes)) Say(options.words + ": the UTF-8 byte order mark becomes part of the first word");
+  if (list.IsLoaded() == 0) Say(options.words + " contains no words");
   const int code =
       options.hasCounts ? PrintCounts(list, ParseWords(bytes), text) : MaskText(list, options, text);
   return list.IsLoaded() == 0 ? int{kFound} : code;
@@ -120,20 +120,21 @@ int Mask(const Options& options) {
 void AddMask(CLI::App& program, int& exitCode) {
   auto options = std::make_shared<Options>();
   CLI::App* command = program.add_subcommand("mask", "mask forbidden words in text, or count them");
-  command->add_option("WORDS", options->words, "the words: GBK, one on each line")->required()->type_name("");
-  command->add_option("FILE", options->file, "the text, GBK; without it standard input, UTF-8")
+  command->add_option("WORDS", options->words, "the forbidden words: GBK, one per line")
+      ->required()
       ->type_name("");
-  command->add_flag("--count", options->hasCounts,
-                    "print how often each word occurs, the most frequent first");
-  command->add_option("--from", options->from, "encoding of the text: gbk or utf-8")
+  command->add_option("FILE", options->file, "the text in GBK; default is standard input, in UTF-8")
+      ->type_name("");
+  command->add_flag("--count", options->hasCounts, "print how often each word occurs, most frequent first");
+  command->add_option("--from", options->from, "encoding of the text, gbk or utf-8")
       ->check(CLI::IsMember({"gbk", "utf-8"}, CLI::ignore_case))
       ->type_name("ENC");
   CLI::Option* out =
-      command->add_option("-o,--output", options->out, "write to a file, in GBK")->type_name("FILE");
+      command->add_option("-o,--output", options->out, "write to FILE, in GBK")->type_name("FILE");
   out->excludes("--count");
   command->footer(
-      "Each line is masked by itself, as a chat message is. Bytes that are no text show as \\x and two\n"
-      "digits; a file written with -o has them as they were.\n\n"
+      "Masks each line separately, like a chat message. Bytes that are not text are shown as \\x and two\n"
+      "digits; -o writes them unchanged.\n\n"
       "  zvuti mask words.txt chat.txt\n"
       "  zvuti mask words.txt --count < evening.txt");
   command->callback([options, &exitCode] { exitCode = Mask(*options); });

@@ -1,4 +1,4 @@
-// zvuti number: digits, groups of four and Chinese capital numerals, in all directions.
+// zvuti number: converts between digits, groups of four digits and Chinese capital numerals.
 #include <array>
 #include <iostream>
 #include <string>
@@ -14,7 +14,7 @@
 namespace tool {
 namespace {
 
-constexpr std::size_t kMostDigits = 20;  // that can be spelled
+constexpr std::size_t kMostDigits = 20;  // that the library can spell
 constexpr std::size_t kGroup = 4;
 
 std::string Spelled(const std::string& digits) {
@@ -22,10 +22,11 @@ std::string Spelled(const std::string& digits) {
   return CUtiNumber::ChangeLowerNum2UpperNum(digits.c_str(), spelled) == 1 ? spelled.GetString() : "";
 }
 
-// What the characters of a spelling mean, learnt from spellings of the library.
+// The numeral characters, taken from numbers that the library spells. A spelling of 100 is "one hundred", so
+// what follows "one" is the character for hundred.
 struct Numerals {
   std::array<std::string, 10> capital, plain;
-  std::array<std::string, 4> place;  ///< units of ten, hundred, thousand
+  std::array<std::string, 4> place;  ///< [1] ten, [2] hundred, [3] thousand
   std::string group, square;         ///< 10^4 and 10^8
 
   Numerals() {
@@ -49,7 +50,7 @@ bool Take(std::string_view& text, const std::string& start) {
   return true;
 }
 
-// The digits of a spelling; "" where it is none.
+// Returns the digits of a number in numerals, or "" if the text is not one.
 std::string DigitsOf(std::string_view spelling) {
   static const Numerals numerals;
   std::string digits(kMostDigits, '0');
@@ -106,23 +107,23 @@ int Convert(const std::string& given) {
     const bool isLong = digits.size() > kMostDigits;
     const std::string spelled = Spelled(digits);
     Print(digits, !spelled.empty()   ? Shown(spelled)
-                  : digits[0] == '-' ? "(none for a number below zero)"
-                  : isLong           ? "(none beyond 20 digits)"
+                  : digits[0] == '-' ? "(none for negative numbers)"
+                  : isLong           ? "(none for more than 20 digits)"
                                      : "(none for zero)");
     CString separated;
     CUtiNumber::InsertSeparator(digits.c_str(), separated);
     if (given == digits || given == separated.GetString()) return kOk;
-    Say(given + ": the commas are not where the library sets them, at every four digits");
+    Say(given + ": the commas are not where the library puts them, between groups of four digits");
     return kFound;
   }
-  if (FindForeign(given) != given.npos) throw Failure("'" + given + "' is no number");
+  if (FindForeign(given) != given.npos) throw Failure("'" + given + "' is not a number");
   const std::string spelling = ToGbk(given, given);
   const std::string read = DigitsOf(spelling);
   if (read.empty()) throw Failure("'" + given + "' is neither digits nor numerals");
   const std::string spelled = Spelled(read);
   Print(read, spelled.empty() ? "(none for zero)" : Shown(spelled));
   if (spelled == spelling) return kOk;
-  Say(given + ": the library spells this number another way");
+  Say(given + ": the library spells this number differently");
   return kFound;
 }
 
@@ -131,12 +132,12 @@ int Convert(const std::string& given) {
 void AddNumber(CLI::App& program, int& exitCode) {
   auto given = std::make_shared<std::vector<std::string>>();
   CLI::App* command =
-      program.add_subcommand("number", "numbers as digits, in groups of four, in Chinese numerals");
-  command->add_option("NUMBER", *given, "digits with commas or without, or Chinese numerals")
+      program.add_subcommand("number", "show numbers as digits, in groups of four and in Chinese numerals");
+  command->add_option("NUMBER", *given, "digits with or without commas, or Chinese numerals")
       ->required()
       ->type_name("");
   command->footer(
-      "Ends with 1 where the library would write the number another way.\n\n"
+      "Exits with 1 if the library would write the number differently.\n\n"
       "  zvuti number 1234567\n"
       "  zvuti number 123,4567 -5");
   command->callback([given, &exitCode] {

@@ -1,4 +1,4 @@
-// zvuti records: which records there are, and how they stand on the wire.
+// zvuti records: lists the records and their layout on the wire.
 #include <algorithm>
 #include <array>
 #include <iostream>
@@ -82,12 +82,12 @@ int PrintJson(const std::string& record) {
 
 void AddRecords(CLI::App& program, int& exitCode) {
   auto options = std::make_shared<Options>();
-  CLI::App* command = program.add_subcommand("records", "list the records, or the rows of one in wire order");
+  CLI::App* command = program.add_subcommand("records", "list all records, or the rows of one in wire order");
   command->add_option("RECORD", options->record, "the record whose rows to list")->type_name("");
-  command->add_flag("--names", options->hasNamesOnly, "print the names of the records alone");
+  command->add_flag("--names", options->hasNamesOnly, "print only the names of the records");
   command->add_flag("--json", options->isJson, "print JSON");
   command->footer(
-      "Bytes are those of the whole row: 2+ are at least two, 22-26 are 22 up to 26.\n\n"
+      "The bytes are the size of a row or record: 2+ means two or more, 22-26 means 22 to 26.\n\n"
       "  zvuti records\n"
       "  zvuti records ItemRecord");
   command->callback([options, &exitCode] {

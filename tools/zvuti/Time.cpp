@@ -1,4 +1,4 @@
-// zvuti time: packed time words as text, and back.
+// zvuti time: converts between packed time words and text.
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
@@ -16,14 +16,15 @@
 namespace tool {
 namespace {
 
-// Digits, or 0x and hexadecimal ones: a word. A text of a point in time has more in it.
+// Parses a packed word: decimal digits, or 0x and hexadecimal digits. Returns false for other text, which may
+// be a date. Throws Failure if the word is too large or malformed.
 bool ParseWord(std::string_view text, std::uint32_t& word) {
   const bool isHex = text.substr(0, 2) == "0x" || text.substr(0, 2) == "0X";
   if (isHex) text.remove_prefix(2);
   if (text.empty() || (!isHex && text.find_first_not_of("0123456789") != text.npos)) return false;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), word, isHex ? 16 : 10);
-  if (error == std::errc::result_out_of_range) throw Failure(std::string(text) + " is no word of 32 bits");
-  if (end != text.data() + text.size()) throw Failure("'" + std::string(text) + "' is no number");
+  if (error == std::errc::result_out_of_range) throw Failure(std::string(text) + " does not fit in 32 bits");
+  if (end != text.data() + text.size()) throw Failure("'" + std::string(text) + "' is not a number");
   return true;
 }
 
@@ -34,12 +35,12 @@ std::string NowText() {
   return text;
 }
 
-// What is odd about the fields of a word; "" for a day of the calendar.
+// Returns what is wrong with the date or time of a word, or "" if it exists.
 std::string OddityOf(unsigned long word) {
   const unsigned long month = CKxTime::GetMonthFromWord(word), day = CKxTime::GetDayFromWord(word);
   if (month < 1 || month > 12) return "there is no month " + std::to_string(month);
   constexpr unsigned kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  const bool isLeap = CKxTime::GetYearFromWord(word) % 4 == 0;  // so from 2000 to 2063
+  const bool isLeap = CKxTime::GetYearFromWord(word) % 4 == 0;  // right for 2000 to 2063
   const unsigned long most = kDays[month - 1] + (month == 2 && isLeap ? 1u : 0u);
   if (day < 1 || day > most) return "there is no day " + std::to_string(day) + " in this month";
   if (CKxTime::GetHourFromWord(word) > 23)
@@ -51,7 +52,8 @@ std::string OddityOf(unsigned long word) {
   return {};
 }
 
-// The numbers of a text as far as the library reads them: six of them, as they were meant.
+// Returns the numbers in a text, at most six, as written. The library reads the same ones but may change them
+// to fit.
 std::vector<long long> NumbersOf(const std::string& text) {
   long long n[6] = {};
   const int count = std::sscanf(text.c_str(), "%18lld-%18lld-%18lld %18lld:%18lld:%18lld", &n[0], &n[1],
@@ -67,12 +69,12 @@ void Print(unsigned long word) {
   std::cout << line << '\n';
 }
 
-// A word, or the text of a point in time.
+// An argument: a packed word, or a date and time as text.
 struct Given {
   explicit Given(const std::string& given)
       : argument(given), isWord(ParseWord(given, word)), text(given == "now" ? NowText() : given) {
     if (!isWord && NumbersOf(text).size() < 3) {
-      throw Failure("'" + given + "' is neither a word nor a time, as in \"2013-08-29 12:34:56\"");
+      throw Failure("'" + given + "' is neither a packed word nor a time like \"2013-08-29 12:34:56\"");
     }
   }
 
@@ -98,8 +100,8 @@ int Convert(const Given& time) {
   const std::vector<long long> kept = NumbersOf(CKxTime::DWord2String(word).GetString());
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     if (numbers[i] == kept[i]) continue;
-    Say(given + ": " + std::to_string(numbers[i]) + " does not fit the word, which holds " +
-        std::to_string(kept[i]) + " instead" + (i == 0 ? "; years are 2000 to 2063" : ""));
+    Say(given + ": " + std::to_string(numbers[i]) + " is out of range and becomes " +
+        std::to_string(kept[i]) + (i == 0 ? "; years are 2000 to 2063" : ""));
     return kFound;
   }
   const std::string oddity = OddityOf(word);
@@ -112,17 +114,20 @@ int Convert(const Given& time) {
 
 void AddTime(CLI::App& program, int& exitCode) {
   auto given = std::make_shared<std::vector<std::string>>();
-  CLI::App* command = program.add_subcommand("time", "packed time words as text, and back");
-  command->add_option("TIME", *given, "a word (decimal, or 0x...), a text \"2013-08-29 12:34:56\", or now")
+  CLI::App* command = program.add_subcommand("time", "convert packed time words to text, and back");
+  command
+      ->add_option("TIME", *given,
+                   "a packed word (decimal, or 0x...), a text like \"2013-08-29 12:34:56\", or now")
       ->required()
       ->type_name("");
   command->footer(
-      "Prints the text, the word in both forms, and its bytes in a file. Ends with 1 where a number\n"
-      "does not fit its field, or the fields are no point on the calendar.\n\n"
+      "Prints the text, the word in hexadecimal and in decimal, and its bytes in wire order. Exits with 1\n"
+      "if a number does not fit its field, or if the date or time does not exist.\n\n"
       "  zvuti time 0x363AC8B8\n"
       "  zvuti time '2013-08-29 12:34:56' now");
   command->callback([given, &exitCode] {
-    const std::vector<Given> times(given->begin(), given->end());  // all of them are times, or none is shown
+    // Parse all of them first, so that nothing is printed if one is invalid.
+    const std::vector<Given> times(given->begin(), given->end());
     for (const Given& time : times) exitCode = std::max(exitCode, Convert(time));
   });
 }

@@ -1,4 +1,4 @@
-// zvuti wheel: a spin of the prize wheel as numbers or as a picture.
+// zvuti wheel: shows a spin of the prize wheel as numbers or as a picture.
 #include <cmath>
 #include <cstdio>
 #include <iostream>
@@ -45,20 +45,20 @@ void PrintTable(const Options& options, const Spin& spin) {
                   tick.speed);
     std::cout << line << (*note ? "  " : "") << Styled(Style::kBold, note) << '\n';
   }
-  // Rounding may end the way just before the bound: for slot 0 that is just below a full turn.
+  // Because of rounding, the wheel may stop just before the bound. For slot 0 that is just below a full turn.
   const double beyond = std::remainder(spin.ticks.back().angle - spin.slotLow, kFullTurn);
   char line[256];
   std::snprintf(line, sizeof line,
-                "\nslot %d of %d is %.4f to %.4f rad; the wheel stops at %.4f, %.6f %s its low bound%s,\n"
-                "after losing %.6f of speed per tick\n",
+                "\nslot %d of %d is %.4f to %.4f rad; the wheel stops at %.4f, %.6f %s the slot's low\n"
+                "bound%s, after losing %.6f of speed per tick\n",
                 options.spin.slot, options.spin.slots, spin.slotLow, spin.slotHigh, spin.ticks.back().angle,
-                std::fabs(beyond), beyond < 0 ? "before" : "beyond",
+                std::fabs(beyond), beyond < 0 ? "before" : "past",
                 beyond < spin.slotHigh - spin.slotLow ? "" : " and outside the slot", spin.deceleration);
   std::cout << line;
 }
 
 int Turn(const Options& options) {
-  if (options.every < 1) throw Failure("--every is 1 or more");
+  if (options.every < 1) throw Failure("--every must be 1 or more");
   const Spin spin = MakeSpin(options.spin);
   if (!options.svg.empty()) {
     WriteAll(options.svg, DrawSpin(options.spin, spin));
@@ -77,21 +77,21 @@ void AddWheel(CLI::App& program, int& exitCode) {
   auto options = std::make_shared<Options>();
   SpinOptions& spin = options->spin;
   CLI::App* command =
-      program.add_subcommand("wheel", "a spin of the prize wheel, as numbers or as a picture");
+      program.add_subcommand("wheel", "show a spin of the prize wheel as numbers or as a picture");
   command->add_option("--slot", spin.slot, "the slot to stop in, counted from 0")->required()->type_name("N");
-  command->add_option("--slots", spin.slots, "slots of the wheel (12)")->type_name("N");
+  command->add_option("--slots", spin.slots, "number of slots (12)")->type_name("N");
   command->add_option("--top-speed", spin.topSpeed, "radians per tick (0.8)")->type_name("V");
   command->add_option("--gain", spin.gain, "speed gained per tick (0.004)")->type_name("V");
-  command->add_option("--start", spin.start, "angle at which the wheel stands, in radians (0)")
-      ->type_name("A");
-  command->add_option("--even", spin.even, "ticks at the top speed before the slot is chosen (60)")
+  command->add_option("--start", spin.start, "angle at the start, in radians (0)")->type_name("A");
+  command->add_option("--even", spin.even, "ticks at top speed before the slot is chosen (60)")
       ->type_name("N");
   CLI::Option* every =
-      command->add_option("--every", options->every, "ticks between two lines of the table (40)")
+      command->add_option("--every", options->every, "ticks between the lines of the table (40)")
           ->type_name("N");
   CLI::Option* csv =
-      command->add_flag("--csv", options->isCsv, "print all ticks with all digits, separated by commas");
-  CLI::Option* svg = command->add_option("--svg", options->svg, "draw a picture instead")->type_name("FILE");
+      command->add_flag("--csv", options->isCsv, "print every tick with full precision, as CSV");
+  CLI::Option* svg =
+      command->add_option("--svg", options->svg, "write a picture to FILE instead")->type_name("FILE");
   csv->excludes(every)->excludes(svg);
   svg->excludes(every);
   command->footer(

@@ -1,4 +1,4 @@
-# Bash completion of zvuti: commands, options, names of records, files.
+# Bash completion for zvuti: commands, options, record names, files.
 _zvuti() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local commands='decode encode records guess check mask number time wheel'
@@ -18,7 +18,7 @@ _zvuti() {
     --from) mapfile -t COMPREPLY < <(compgen -W 'gbk utf-8' -- "$current"); return ;;
     --ignore)
       mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" check --help 2>/dev/null |
-        sed -n '/The kinds:/,$s/^  \([a-z-]*\)  .*/\1/p')" -- "$current")
+        sed -n '/Kinds of findings:/,$s/^  \([a-z-]*\)  .*/\1/p')" -- "$current")
       return
       ;;
   esac

@@ -1,4 +1,4 @@
-// zvuti: looks at what ZvUtiLib reads and writes, from a terminal.
+// zvuti: shows what ZvUtiLib reads and writes, from a terminal.
 #include <exception>
 #include <iostream>
 #include <new>
@@ -10,8 +10,8 @@
 
 namespace {
 
-// "-5" is a number here, and no option begins with a digit: everything from such an argument on is
-// taken as it stands.
+// The arguments for the parser. No option starts with a digit, so "-5" is a number: an argument "--" is
+// inserted before it, and the parser takes the rest literally.
 std::vector<std::string> Arguments(int argc, char** argv) {
   std::vector<std::string> arguments;
   bool isPlain = false;
@@ -26,14 +26,14 @@ std::vector<std::string> Arguments(int argc, char** argv) {
     }
     arguments.push_back(argument);
   }
-  return {arguments.rbegin(), arguments.rend()};  // as the parser takes them, last one first
+  return {arguments.rbegin(), arguments.rend()};  // the parser expects them in reverse order
 }
 
 int Run(int argc, char** argv) {
   int exitCode = tool::kOk;
   CLI::App program(
-      "Looks at what ZvUtiLib reads and writes: wire records, a client's folder, words,\n"
-      "numbers, times, the prize wheel. Files are GBK, the terminal has UTF-8.",
+      "Shows what ZvUtiLib reads and writes: wire records, a client's folder, words,\n"
+      "numbers, times, the prize wheel. Files are in GBK, the terminal is in UTF-8.",
       "zvuti");
   program.set_version_flag("--version", "zvuti " ZVUTI_VERSION);
   program.require_subcommand(1);
@@ -45,9 +45,9 @@ int Run(int argc, char** argv) {
       ->type_name("WHEN")
       ->each([](const std::string& when) { tool::UseColor(when); });
   program.footer(
-      "Exit codes: 0 well done; 1 something was found, or the input is not whole; 2 wrong use, or a\n"
+      "Exit codes: 0 success; 1 something was found, or the input is incomplete; 2 wrong usage, or a\n"
       "file that cannot be read.\n\n"
-      "  zvuti COMMAND --help     has the options of a command, and examples");
+      "  zvuti COMMAND --help     shows the options of a command, and examples");
   for (const auto add : {tool::AddDecode, tool::AddEncode, tool::AddRecords, tool::AddGuess, tool::AddCheck,
                          tool::AddMask, tool::AddNumber, tool::AddTime, tool::AddWheel}) {
     add(program, exitCode);

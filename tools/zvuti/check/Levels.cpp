@@ -3,6 +3,7 @@
 #include "check/Report.h"
 #include "check/TableTokens.h"
 #include "shared/GbkText.h"
+#include "shared/Terminal.h"
 
 namespace tool {
 
@@ -14,17 +15,18 @@ void CheckLevels(Report& report, const std::string& file, const std::string& byt
   for (;;) {
     const auto level = tokens.TakeNumber<int>();
     if (!level.isThere) break;
-    const std::string before = "; the table ends with the " + std::to_string(levels) + " levels before it";
+    const std::string before = "; the table ends after " + Count(levels, "level");
     if (!level.isNumber) {
-      report.Add({file, level.line}, "cut", Quoted(level.text) + " is no level" + before);
+      report.Add({file, level.line}, "cut", Quoted(level.text) + " is not a valid level" + before);
       break;
     }
     const auto exp = tokens.TakeNumber<std::int64_t>();
     if (!exp.isThere || !exp.isNumber) {
-      report.Add(
-          {file, exp.isThere ? exp.line : level.line}, "cut",
-          (exp.isThere ? Quoted(exp.text) + " is no experience of level " : "no experience follows level ") +
-              std::to_string(level.value) + before);
+      report.Add({file, exp.isThere ? exp.line : level.line}, "cut",
+                 (exp.isThere ? Quoted(exp.text) + " is not a valid experience for level " +
+                                    std::to_string(level.value)
+                              : "level " + std::to_string(level.value) + " has no experience") +
+                     before);
       break;
     }
     for (const std::string& text : {level.isRunOn ? level.text : "", exp.isRunOn ? exp.text : ""}) {
@@ -32,18 +34,18 @@ void CheckLevels(Report& report, const std::string& file, const std::string& byt
     }
     if (static_cast<std::size_t>(level.value) != levels + 1) {
       report.Add({file, level.line}, "order",
-                 "level " + std::to_string(level.value) + " stands in the place of level " +
-                     std::to_string(levels + 1));
+                 "level " + std::to_string(level.value) + " is where level " + std::to_string(levels + 1) +
+                     " should be");
     }
     if (levels > 0 && exp.value <= last) {
       report.Add({file, exp.line}, "order",
                  "the experience " + std::to_string(exp.value) + " of level " + std::to_string(level.value) +
-                     " is not above " + std::to_string(last));
+                     " is not above the " + std::to_string(last) + " before it");
     }
     last = exp.value;
     ++levels;
   }
-  if (levels == 0) report.Add({file, 1}, "cut", "there is no level in this file");
+  if (levels == 0) report.Add({file, 1}, "cut", "this file contains no levels");
   report.Read("level table");
   report.Read("level", levels);
 }

@@ -7,6 +7,7 @@
 #include "check/Report.h"
 #include "check/TableTokens.h"
 #include "shared/GbkText.h"
+#include "shared/Terminal.h"
 
 namespace tool {
 namespace {
@@ -23,13 +24,12 @@ bool LooksLikeEndWord(const std::string& name) {
 void CheckRanks(Report& report, const std::string& file, const std::string& bytes) {
   std::string_view text = bytes;
   if (HasUtf8Mark(text)) {
-    report.Add({file, 1}, "encoding",
-               "the UTF-8 byte order mark at the start becomes part of the first rank's name");
+    report.Add({file, 1}, "encoding", "the UTF-8 byte order mark becomes part of the first rank's name");
     text.remove_prefix(kUtf8Mark.size());
   }
   CheckEncoding(report, file, text);
   TableTokens tokens(bytes);
-  std::map<std::string, std::size_t> lines;  // of names
+  std::map<std::string, std::size_t> lines;  // of the names
   std::size_t ranks = 0, line = 0;
   std::string name, lastName;
   std::int64_t last = 0;
@@ -40,42 +40,42 @@ void CheckRanks(Report& report, const std::string& file, const std::string& byte
     if (LooksLikeEndWord(name)) {
       report.Add(
           {file, line}, "sentinel",
-          Quoted(name) + " does not end the table: only " + kEndWord + ", in capitals and by itself, does");
+          Quoted(name) + " does not end the table; only " + kEndWord + ", in capitals and by itself, does");
     }
     const auto threshold = tokens.TakeNumber<std::int64_t>();
     if (!threshold.isThere || !threshold.isNumber) {
-      const std::string why = !threshold.isThere ? "no threshold follows the rank " + Quoted(name)
-                                                 : Quoted(threshold.text) + " behind the rank " +
-                                                       Quoted(name) + " is no threshold";
+      const std::string why = !threshold.isThere ? "the rank " + Quoted(name) + " has no threshold"
+                                                 : Quoted(threshold.text) + " after the rank " +
+                                                       Quoted(name) + " is not a valid threshold";
       report.Add({file, threshold.isThere ? threshold.line : line}, "cut",
-                 why + "; the table ends with the " + std::to_string(ranks) + " ranks before it");
+                 why + "; the table ends after " + Count(ranks, "rank"));
       break;
     }
     if (threshold.isRunOn) {
       report.Add({file, threshold.line}, "run-on",
                  "only the number at the start of " + Quoted(threshold.text) +
-                     " is the threshold; the rest begins the next name");
+                     " is the threshold; the rest starts the next name");
     }
     if (ranks > 0 && threshold.value <= last) {
       report.Add({file, threshold.line}, "order",
                  "the threshold " + std::to_string(threshold.value) + " of " + Quoted(name) +
-                     " is not above " + std::to_string(last) + " of " + Quoted(lastName));
+                     " is not above the " + std::to_string(last) + " of " + Quoted(lastName));
     }
     const auto [known, isNew] = lines.emplace(name, line);
     if (!isNew) {
-      report.Add(
-          {file, line}, "duplicate",
-          "the rank " + Quoted(name) + " stands in line " + std::to_string(known->second) + " already");
+      report.Add({file, line}, "duplicate",
+                 "the rank " + Quoted(name) + " is already in line " + std::to_string(known->second));
     }
     last = threshold.value;
     lastName = name;
     ++ranks;
   }
   if (!isEnded) {
-    report.Add({file, tokens.LastLine()}, "sentinel",
-               std::string("no ") + kEndWord + " ends the table: text added here would be read as ranks");
+    report.Add(
+        {file, tokens.LastLine()}, "sentinel",
+        std::string("the table has no ") + kEndWord + " at its end: text added here would be read as ranks");
   }
-  if (ranks == 0) report.Add({file, 1}, "cut", "there is no rank in this file");
+  if (ranks == 0) report.Add({file, 1}, "cut", "this file contains no ranks");
   report.Read("rank table");
   report.Read("rank", ranks);
 }

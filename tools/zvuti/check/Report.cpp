@@ -29,7 +29,7 @@ std::string Quoted(std::string_view gbk) {
 
 void CheckEncoding(Report& report, const std::string& file, std::string_view bytes) {
   if (LooksLikeUtf8(bytes)) {
-    report.Add({file, 1}, "encoding", "this is UTF-8; the library takes the bytes for GBK");
+    report.Add({file, 1}, "encoding", "this is UTF-8, but the library reads it as GBK");
     return;
   }
   for (std::size_t line = 1; !bytes.empty(); ++line) {
@@ -38,8 +38,8 @@ void CheckEncoding(Report& report, const std::string& file, std::string_view byt
     const std::size_t broken = FindBroken(text);
     if (broken != text.npos) {
       report.Add({file, line}, "encoding",
-                 "the bytes " + ToHex(text.substr(broken, 2)) + " behind " + Quoted(text.substr(0, broken)) +
-                     " make no character of GBK");
+                 "the bytes " + ToHex(text.substr(broken, 2)) + " after " + Quoted(text.substr(0, broken)) +
+                     " are not a GBK character");
     }
     bytes.remove_prefix(std::min(length + 1, bytes.size()));
   }

@@ -1,4 +1,4 @@
-// What a check has found, and what it has read.
+// Collects what a check finds and counts what it reads.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace tool {
 
-/// Where a finding stands: a file, in it a line and a column counted from 1, 0 where there is none.
+/// The position of a finding. Line and column are counted from 1; 0 means none.
 struct Place {
   std::string file;
   std::size_t line = 0;
@@ -25,7 +25,7 @@ struct Finding {
 class Report {
  public:
   void Add(const Place& place, const std::string& kind, const std::string& message);
-  /// Counts things that were read: "rank", "words".
+  /// Adds to the number of things read, for example of kind "rank".
   void Read(const std::string& what, std::size_t count = 1) { read_[what] += count; }
 
   const std::vector<Finding>& Findings() const { return findings_; }
@@ -36,7 +36,7 @@ class Report {
   std::map<std::string, std::size_t> read_;
 };
 
-/// The kinds of findings, with a few words about each.
+/// A kind of finding, and what it means.
 struct Kind {
   const char* name;
   const char* meaning;
@@ -44,27 +44,27 @@ struct Kind {
 inline constexpr Kind kKinds[] = {
     {"unreadable", "a file that cannot be read"},
     {"missing", "a game's folder without one of its files"},
-    {"stray", "a folder or file under a name that the library does not look for"},
-    {"encoding", "text that is no GBK"},
-    {"cut", "a record that cannot be read whole; it ends its table"},
-    {"run-on", "a number that runs into other text"},
-    {"order", "a rank or level that does not rise above the one before it"},
-    {"duplicate", "a name, key, section or word that stands twice"},
+    {"stray", "a folder or file whose name the library does not look for"},
+    {"encoding", "text that is not GBK"},
+    {"cut", "a table that ends early or is empty"},
+    {"run-on", "a number with other text directly after it"},
+    {"order", "ranks or levels that are not in ascending order"},
+    {"duplicate", "a name, key, section or word that occurs twice"},
     {"sentinel", "a rank table without its end word"},
-    {"task", "a task that no number reaches, or without a name"},
-    {"dead-word", "a forbidden word that is never found in sound text"},
-    {"odd-word", "a forbidden word with blanks around it, or with half a character"},
-    {"hidden-word", "a forbidden word that holds another one"},
-    {"xml", "a document that the library refuses, or text in it that GBK has not"},
+    {"task", "a task without a name or a valid number"},
+    {"dead-word", "a forbidden word that valid text never contains"},
+    {"odd-word", "a forbidden word with spaces around it, or with half a character"},
+    {"hidden-word", "a forbidden word that contains another one"},
+    {"xml", "a document that the library refuses, or text in it that is not in GBK"},
 };
 
-/// Quoted UTF-8 of GBK bytes, cut where they are many.
+/// Converts GBK to UTF-8 in quotes, shortened if it is long.
 std::string Quoted(std::string_view gbk);
 
-/// Reports what in the bytes of a file is no GBK, line by line.
+/// Reports each line that is not GBK, or once that the whole file is UTF-8.
 void CheckEncoding(Report& report, const std::string& file, std::string_view bytes);
 
-// The checks of single files; `file` is the path as messages have it.
+// Each of these checks one file. `file` is its path, `bytes` its content.
 void CheckRanks(Report& report, const std::string& file, const std::string& bytes);
 void CheckLevels(Report& report, const std::string& file, const std::string& bytes);
 void CheckTasks(Report& report, const std::string& file, const std::string& bytes);

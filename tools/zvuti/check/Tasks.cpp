@@ -23,7 +23,7 @@ std::string_view Trimmed(std::string_view text) {
 
 std::string Folded(std::string_view text) { return CString(text).MakeUpper().GetString(); }
 
-// The number as the library asks for it; "1" is one, "01" and "+1" are none.
+// Returns true if the key is a number in the form that the library looks up: "1", but not "01" or "+1".
 bool IsTaskNumber(std::string_view key) {
   int number = 0;
   const auto [end, error] = std::from_chars(key.data(), key.data() + key.size(), number);
@@ -41,28 +41,29 @@ class TaskFile {
     if (!isInside_) return;
     const std::size_t equals = line.find('=');
     if (equals == line.npos) {
-      Add(number, "task", Quoted(line) + " has no '=' and is passed over");
+      Add(number, "task", Quoted(line) + " has no '=' and is ignored");
       return;
     }
     const std::string key(Trimmed(line.substr(0, equals)));
     const std::string_view value = Trimmed(line.substr(equals + 1));
     if (!IsTaskNumber(key)) {
       Add(number, "task",
-          "the key " + Quoted(key) + " is no task number: its name " + Quoted(value) + " is never shown");
+          "the key " + Quoted(key) + " is not a task number, so the name " + Quoted(value) +
+              " is never shown");
       return;
     }
     const auto [known, isNew] = keys_.emplace(key, number);
     if (!isNew) {
       Add(number, "duplicate",
-          "task " + key + " has its name in line " + std::to_string(known->second) +
-              " already; this one is never shown");
+          "task " + key + " already has a name in line " + std::to_string(known->second) +
+              "; this one is never shown");
     } else if (value.empty() || value == "\"\"" || value == "''") {
       Add(number, "task", "task " + key + " has no name");
     }
   }
 
   void End() {
-    if (sectionLine_ == 0) Add(0, "task", "there is no section [AutoTask]: no task has a name");
+    if (sectionLine_ == 0) Add(0, "task", "there is no section [AutoTask], so no task has a name");
     report_.Read("task file");
     report_.Read("task", keys_.size());
   }
@@ -75,11 +76,11 @@ class TaskFile {
         Trimmed(line.substr(1, close < 0 ? line.npos : static_cast<std::size_t>(close) - 1));
     isInside_ = Folded(name) == kSection;
     if (!isInside_) return;
-    if (close < 0) Add(number, "task", "the section's name lacks its closing bracket");
+    if (close < 0) Add(number, "task", "the section's name has no closing bracket");
     if (sectionLine_ != 0) {
       Add(number, "duplicate",
-          "the section [AutoTask] begins in line " + std::to_string(sectionLine_) +
-              " already; this one is passed over");
+          "the section [AutoTask] is already in line " + std::to_string(sectionLine_) +
+              "; this one is ignored");
       isInside_ = false;
     } else {
       sectionLine_ = number;
@@ -92,23 +93,24 @@ class TaskFile {
 
   Report& report_;
   const std::string& file_;
-  std::map<std::string, std::size_t> keys_;  // and their lines
+  std::map<std::string, std::size_t> keys_;  // and the line of each
   std::size_t sectionLine_ = 0;
   bool isInside_ = false;
 };
 
-// The text as the library takes it: UTF-16 with its mark is turned into GBK, a UTF-8 mark is dropped.
+// Returns the text as the library reads it: UTF-16 with a byte order mark becomes GBK, a UTF-8 mark is
+// dropped.
 std::string TextOf(Report& report, const std::string& file, const std::string& bytes) {
   if (bytes.compare(0, 2, "\xFF\xFE") == 0) {
     std::string utf8;
     const bool isSound = FromNamed("UTF-16LE", std::string_view(bytes).substr(2), utf8);
     const std::size_t foreign = isSound ? FindForeign(utf8) : 0;
     if (foreign == utf8.npos) return ToGbk(utf8, file);
-    report.Add({file, 1 + static_cast<std::size_t>(std::count(
-                              utf8.begin(), utf8.begin() + static_cast<std::ptrdiff_t>(foreign), '\n'))},
-               "encoding",
-               isSound ? NameOfFirst(std::string_view(utf8).substr(foreign)) + " has no place in GBK"
-                       : "broken UTF-16");
+    report.Add(
+        {file, 1 + static_cast<std::size_t>(
+                       std::count(utf8.begin(), utf8.begin() + static_cast<std::ptrdiff_t>(foreign), '\n'))},
+        "encoding",
+        isSound ? NameOfFirst(std::string_view(utf8).substr(foreign)) + " is not in GBK" : "invalid UTF-16");
     return {};
   }
   std::string text = HasUtf8Mark(bytes) ? bytes.substr(kUtf8Mark.size()) : bytes;

@@ -18,7 +18,7 @@ std::string_view ViewOf(const CString& text) {
 
 bool IsControl(char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F; }
 
-// The words by their folded form; of equal ones the first.
+// The words by their folded form. Of equal words only the first is kept.
 using Lines = std::unordered_map<std::string, const Word*>;
 
 class WordCheck {
@@ -31,49 +31,51 @@ class WordCheck {
   }
 
   void CheckOne(const Word& word) {
-    if (word.isCut) Add(word, "odd-word", "a zero byte cuts this line; the word is " + Quoted(word.text));
+    if (word.isCut)
+      Add(word, "odd-word", "a zero byte cuts this line short; the word is " + Quoted(word.text));
     if (word.text.empty()) return;
     CheckBytes(word);
     const Word* const first = lines_.at(std::string(ViewOf(word.folded)));
     if (first != &word) {
-      Add(word, "duplicate",
-          Quoted(word.text) + " stands in line " + std::to_string(first->line) + " already");
+      Add(word, "duplicate", Quoted(word.text) + " is already in line " + std::to_string(first->line));
     } else if (const Word* const inner = InnerOf(word)) {
       Add(word, "hidden-word",
-          Quoted(word.text) + " holds " + Quoted(inner->text) + " of line " + std::to_string(inner->line) +
-              ": a text with it is refused for that one already");
+          Quoted(word.text) + " contains " + Quoted(inner->text) + " of line " + std::to_string(inner->line) +
+              ", which already matches every text with this word");
     }
   }
 
  private:
   void CheckBytes(const Word& word) {
     const std::string& text = word.text;
-    if (text == kUtf8Mark) return Add(word, "odd-word", "the UTF-8 byte order mark is taken for a word");
+    if (text == kUtf8Mark) return Add(word, "odd-word", "the UTF-8 byte order mark becomes a word");
     if (HasUtf8Mark(text)) {
       return Add(word, "dead-word",
-                 "the UTF-8 byte order mark is taken for part of the word, which is not found without it");
+                 "the UTF-8 byte order mark becomes part of the word, which does not match without it");
     }
     const auto control = std::find_if(text.begin(), text.end(), IsControl);
     if (control != text.end()) {
-      return Add(
-          word, "dead-word",
-          Quoted(text) + " has the control byte " + ToHex({&*control, 1}) + ", which no chat text has");
+      return Add(word, "dead-word",
+                 Quoted(text) + " contains the control byte " + ToHex({&*control, 1}) +
+                     ", which chat text never contains");
     }
     const std::size_t broken = FindBroken(text);
     if (broken != text.npos && broken + 1 == text.size()) {
-      Add(word, "odd-word", Quoted(text) + " ends in half a character: it masks halves of other characters");
+      Add(word, "odd-word",
+          Quoted(text) + " ends in half a character, so it masks halves of other characters");
     } else if (broken != text.npos) {
       Add(word, "dead-word",
-          Quoted(text) + " has the bytes " + ToHex(std::string_view(text).substr(broken, 2)) +
-              ", which make no character: it is never found in sound text");
+          Quoted(text) + " contains the bytes " + ToHex(std::string_view(text).substr(broken, 2)) +
+              ", which are not a character, so it never matches valid text");
     } else if (text.find_first_not_of(' ') == text.npos) {
-      Add(word, "odd-word", "a line of blanks is a word: it masks the blanks of every text");
+      Add(word, "odd-word", "a line of spaces is a word, which masks the spaces in every text");
     } else if (text.front() == ' ' || text.back() == ' ') {
-      Add(word, "odd-word", Quoted(text) + " is only found with its blanks");
+      Add(word, "odd-word", Quoted(text) + " only matches together with its spaces");
     }
   }
 
-  // Another word within a word; each piece as long as one of the words is looked up.
+  // Returns another word of the list that occurs within `word`, or null. Looks up each part of `word` whose
+  // length is that of some word.
   const Word* InnerOf(const Word& word) const {
     const std::string folded(ViewOf(word.folded));
     for (std::size_t at = 0; at < folded.size(); ++at) {
@@ -103,15 +105,15 @@ void CheckWords(Report& report, const std::string& file, const std::string& byte
   const std::string_view all = bytes;
   if (LooksLikeUtf8(HasUtf8Mark(all) ? all.substr(kUtf8Mark.size()) : all)) {
     report.Add({file, 1}, "encoding",
-               "this is UTF-8; the library takes the bytes for GBK, and finds no word that is not ASCII");
+               "this is UTF-8, but the library reads it as GBK: only ASCII words will match");
   }
   const WordFile words = ParseWords(bytes);
   WordCheck check(report, file, words);
   for (const Word& word : words.words) check.CheckOne(word);
   if (words.endLine != 0) {
-    report.Add({file, words.endLine}, "cut", "the byte 1A ends the list here for the library");
+    report.Add({file, words.endLine}, "cut", "the library stops reading here, at the byte 1A");
   }
-  if (words.words.empty()) report.Add({file, 1}, "cut", "there is no word in this file");
+  if (words.words.empty()) report.Add({file, 1}, "cut", "this file contains no words");
   report.Read("word list");
   report.Read("word", words.words.size());
 }

@@ -1,5 +1,5 @@
-// A document is good when the library loads it. Why it does not is told by the parser beneath, on the
-// same text.
+// Checks that the library loads an XML document. If it does not, Expat, its XML parser, reads the same text
+// to find the reason and the position.
 #include <expat.h>
 
 #include <algorithm>
@@ -23,7 +23,7 @@ std::size_t LineAt(std::string_view text, std::size_t at) {
                  std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
 }
 
-// The column in characters: bytes that go on with a character do not count.
+// The column in characters, counted from 1. Continuation bytes of UTF-8 do not count.
 std::size_t ColumnAt(std::string_view utf8, std::size_t at) {
   const std::size_t lineEnd = utf8.substr(0, at).rfind('\n');
   const std::size_t begin = lineEnd == utf8.npos ? 0 : lineEnd + 1;
@@ -47,7 +47,8 @@ bool IsGbkName(std::string name) {
   return name.find("gb") == 0 || name == "cp936" || name == "x-gbk";
 }
 
-// The document in UTF-8; without one, the place and the message are filled in.
+// Returns the document in UTF-8. If it cannot be converted, sets the message, and the position if that is
+// known.
 std::optional<std::string> InUtf8(const std::string& bytes, Place& place, std::string& message) {
   const std::string_view view = bytes;
   if (view.substr(0, 3) == kUtf8Mark) return bytes.substr(3);
@@ -56,11 +57,11 @@ std::optional<std::string> InUtf8(const std::string& bytes, Place& place, std::s
   std::string utf8;
   if (isLittle || isBig) {
     if (FromNamed(isLittle ? "UTF-16LE" : "UTF-16BE", view.substr(2), utf8)) return utf8;
-    message = "broken UTF-16";
+    message = "invalid UTF-16";
     return std::nullopt;
   }
   if (const std::size_t zero = view.substr(0, 2).find('\0'); zero != view.npos) {
-    message = "UTF-16 without a byte order mark, which has to be declared";
+    message = "UTF-16 without a byte order mark needs an encoding declaration";
     const bool isText = FromNamed(zero == 1 ? "UTF-16LE" : "UTF-16BE", view, utf8);
     return isText && !DeclaredEncoding(utf8).empty() ? std::optional(utf8) : std::nullopt;
   }
@@ -72,16 +73,16 @@ std::optional<std::string> InUtf8(const std::string& bytes, Place& place, std::s
     const std::string before = Shown(view.substr(0, broken));
     place.line = LineAt(before, before.size());
     place.column = ColumnAt(before, before.size());
-    message = "the bytes " + ToHex(view.substr(broken, 2)) + " make no character of " + name;
+    message = "the bytes " + ToHex(view.substr(broken, 2)) + " are not a character of " + name;
     return std::nullopt;
   }
   if (FromNamed(name, view, utf8)) return utf8;
-  message = "the declared encoding " + name + " is unknown, or the bytes break it";
+  message = "the declared encoding " + name + " is unknown, or the bytes are invalid in it";
   return std::nullopt;
 }
 
-// Counts the attributes declared for each type of element, and ends where there are more than the library
-// takes: the parser would go over all of them again and again.
+// Counts the attributes declared for each element type, and stops the parser when there are more than the
+// library allows: Expat compares each declaration with all earlier ones.
 struct Declarations {
   static constexpr int kMost = 256;
   static void Count(void* data, const char* element, const char*, const char*, const char*, int) {
@@ -104,9 +105,8 @@ void ExplainRefusal(const std::string& utf8, Place& place, std::string& message)
   if (utf8.size() > 0x7FFFFFFF ||
       XML_Parse(parser.get(), utf8.data(), static_cast<int>(utf8.size()), 1) != XML_STATUS_ERROR) {
     message =
-        "the library refuses the document, though it would do without namespaces and bounds: a prefix is not "
-        "declared, an attribute refers to an entity that is not, or more is to be expanded than the library "
-        "takes";
+        "the library refuses the document, although it is well-formed: a namespace prefix or an entity in an "
+        "attribute is not declared, or its entities expand beyond the library's limit";
     return;
   }
   const auto at = std::min(
@@ -114,11 +114,11 @@ void ExplainRefusal(const std::string& utf8, Place& place, std::string& message)
   place.line = LineAt(utf8, at);
   place.column = ColumnAt(utf8, at);
   message = declarations.isBeyond
-                ? "more attributes are declared for one type of element than the library takes"
+                ? "more attributes are declared for one element type than the library allows"
                 : XML_ErrorString(XML_GetErrorCode(parser.get()));
 }
 
-// Texts come out of the library in GBK.
+// The library converts all texts to GBK. Reports characters that are not in it, at most one per line.
 void CheckCharacters(Report& report, const std::string& file, std::string_view utf8) {
   for (std::string_view rest = utf8; !rest.empty();) {
     const std::size_t foreign = FindForeign(rest);
@@ -126,8 +126,8 @@ void CheckCharacters(Report& report, const std::string& file, std::string_view u
     const std::size_t at = utf8.size() - rest.size() + foreign;
     report.Add({file, LineAt(utf8, at), ColumnAt(utf8, at)}, "xml",
                NameOfFirst(rest.substr(foreign)) +
-                   " has no place in GBK: it is read as its nearest likeness, or as ?");
-    const std::size_t lineEnd = rest.find('\n', foreign);  // one for each line is enough
+                   " is not in GBK; the library replaces it with a similar character or ?");
+    const std::size_t lineEnd = rest.find('\n', foreign);  // one per line is enough
     rest.remove_prefix(lineEnd == rest.npos ? rest.size() : lineEnd);
   }
 }

@@ -24,10 +24,10 @@ class Converter {
 
   bool IsOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
 
-  /// Appends what the whole of `in` means; false when it breaks the encoding.
+  /// Converts all of `in` and appends it to `out`. Returns false if `in` is invalid in its encoding.
   bool Convert(std::string_view in, std::string& out) {
     iconv(handle_, nullptr, nullptr, nullptr, nullptr);
-    char* from = const_cast<char*>(in.data());  // the call takes it so, and reads it only
+    char* from = const_cast<char*>(in.data());  // iconv takes char* but does not write to it
     std::size_t left = in.size();
     for (bool isEnding = false;;) {
       std::array<char, 4096> buffer;
@@ -51,13 +51,15 @@ constexpr bool IsLead(char byte) {
   return value >= 0x81 && value <= 0xFE;
 }
 
-// A lead byte takes the byte behind it along, whatever that is, but for a zero byte and the text's end.
+// The length of the character at `at`. A lead byte and the next byte form one character, whatever that byte
+// is, unless it is a zero byte or the text ends.
 std::size_t LengthAt(std::string_view text, std::size_t at) {
   return IsLead(text[at]) && at + 1 < text.size() && text[at + 1] != '\0' ? 2 : 1;
 }
 
-// Both directions of the page, from the system's converters. The converter of the page itself leaves the
-// areas for private use out; that of its successor has them, but has moved other pairs.
+// Both directions of the code page, taken from the system's converters. CP936 has no private-use characters;
+// GB18030 has them but maps some other pairs differently. So a pair is looked up in CP936 first, and in
+// GB18030 only if it is a private-use character there.
 class Page {
  public:
   Page() : unicode_(0x10000), bytes_(0x10000) {
@@ -71,13 +73,13 @@ class Page {
     }
   }
 
-  /// The UTF-16 unit of a character of one or two bytes, 0 where there is none.
+  /// The UTF-16 unit of a character of one or two bytes, 0 if there is none.
   char16_t Unicode(std::string_view character) const {
     const auto first = static_cast<unsigned char>(character[0]);
     if (character.size() == 1) return first < 0x80 ? first : unicode_[first];
     return unicode_[static_cast<unsigned>(first << 8 | static_cast<unsigned char>(character[1]))];
   }
-  /// The bytes of a character above 0x7F as a number, 0 where there is none.
+  /// The bytes of a character above 0x7F as a number (0xB0A1 for B0 A1), 0 if there is none.
   std::uint16_t Bytes(char32_t character) const { return character < 0x10000 ? bytes_[character] : 0; }
 
  private:
@@ -121,7 +123,8 @@ void AppendUtf8(std::string& out, char16_t c) {
 
 constexpr char32_t kNone = 0xFFFFFFFF;
 
-// Takes a character off the front; kNone, and one byte, where the bytes are no UTF-8.
+// Removes the first character from `text` and returns it. Removes one byte and returns kNone if it is not
+// valid UTF-8.
 char32_t TakeUtf8(std::string_view& text) {
   const auto first = static_cast<unsigned char>(text[0]);
   const std::size_t length = first < 0x80   ? 1
@@ -192,7 +195,7 @@ std::string ToGbk(std::string_view utf8, const std::string& what) {
       continue;
     }
     const std::uint16_t bytes = character == kNone ? std::uint16_t{0} : ThePage().Bytes(character);
-    if (bytes == 0) throw Failure(what + ": " + NameOfFirst(here) + " is no character of GBK");
+    if (bytes == 0) throw Failure(what + ": " + NameOfFirst(here) + " cannot be converted to GBK");
     if (bytes > 0xFF) out += static_cast<char>(bytes >> 8);
     out += static_cast<char>(bytes & 0xFF);
   }

@@ -26,14 +26,15 @@ Json Number(const std::string& text) {
   return text;
 }
 
-// Whether a row below an entry of a map begins a further entry: what `entry` began with comes again.
+// Returns true if a row below a map entry starts another entry with the same key: it repeats the first row of
+// `entry`.
 bool BeginsEntry(const Json& entry, const Shape& shape, std::string_view rest) {
   if (shape.kind == Shape::Kind::kList) return rest == shape.sizePath;
   return shape.kind != Shape::Kind::kRecord || rest.substr(1) == entry.begin().key();
 }
 
-// The entry of a map that a row belongs to. Rising keys are the members of an object; where one does not
-// rise, the map goes on as an array of pairs.
+// Returns the map entry that a row belongs to, and adds it if it is new. The map is an object as long as its
+// keys are in ascending order. The first key that is not turns it into an array of [key, value] pairs.
 Json& Entry(Json& map, const std::string& key, const Shape& shape, std::string_view rest) {
   if (map.is_object()) {
     auto& members = map.get_ref<Json::object_t&>();
@@ -62,8 +63,8 @@ Json& Element(Json& list, const std::string& index) {
 
 Json EmptyOf(const Shape& shape) { return shape.kind == Shape::Kind::kList ? Json::array() : Json::object(); }
 
-// Puts the value of one row where its path leads. Rows of a framing name no field, and are passed by, but
-// for a count below 0: it stands in the place of the map, as others of its kind do.
+// Stores the value of one row in the JSON at the row's path. Rows that only frame a record, such as counts,
+// do not name a field and are skipped. A negative count is stored in place of its map.
 void Put(Json& root, const std::string& record, const zvuti::DumpRow& row) {
   std::string_view path = row.path;
   const auto takeName = [&path] {
@@ -111,7 +112,7 @@ void Put(Json& root, const std::string& record, const zvuti::DumpRow& row) {
   }
 }
 
-// Names of these letters are shown as they are; a zero byte would end the message.
+// Names of these characters appear unquoted in messages. Others, such as a zero byte, are escaped.
 constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_ ";
 
 class Values {
@@ -120,10 +121,10 @@ class Values {
     switch (shape.kind) {
       case Shape::Kind::kNumber:
         if (json.is_string()) return Push(path, json.get<std::string>());
-        if (!json.is_number_integer()) Refuse(path, "a whole number is needed", json);
+        if (!json.is_number_integer()) Refuse(path, "an integer is needed", json);
         return Push(path, json.dump());
       case Shape::Kind::kText:
-        if (!json.is_string()) Refuse(path, "a text in quotes is needed", json);
+        if (!json.is_string()) Refuse(path, "a string is needed", json);
         return Push(path, ToGbk(json.get_ref<const std::string&>(), path));
       case Shape::Kind::kRecord:
         return AddFields(path + ".", shape.record, json);
@@ -149,9 +150,7 @@ class Values {
       if (!field) {
         const bool isPlain = name.find_first_not_of(kPlain) == name.npos;
         std::string message = prefix;
-        message.append(isPlain ? name : Json(name).dump())
-            .append(": there is no such field in ")
-            .append(record);
+        message.append(isPlain ? name : Json(name).dump()).append(": no such field in ").append(record);
         throw Failure(message);
       }
       Add(std::string(prefix).append(name), field->shape, value);
@@ -181,11 +180,11 @@ class Values {
 
   void AddEntry(const std::string& path, const std::string& key, const Shape& shape, const Json& json) {
     if (key.find_first_not_of("-0123456789abcdefABCDEFxX") != key.npos)
-      Refuse(path, "a number is needed for a key", key);
+      Refuse(path, "a number is needed as a key", key);
     const std::string entry = Inside(path, key);
     const std::size_t count = values_.size();
     Add(entry, shape.element[0], json);
-    if (values_.size() == count) Refuse(entry, "an entry needs at least one field", json);
+    if (values_.size() == count) Refuse(entry, "an object with at least one field is needed", json);
   }
 
   static std::string Inside(const std::string& path, const std::string& key) {

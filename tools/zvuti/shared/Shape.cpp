@@ -31,8 +31,9 @@ Shape ShapeOf(const std::string& form, const std::string& type) {
   return shape;
 }
 
-// A record with a framing of its own lists its maps and lists as "Groups[key][index]", their counts as
-// "Groups[key].count", and the rest of the framing without brackets.
+// Builds the shape for the bracketed part of a row's name. A record with its own framing lists a list within
+// a map as "Groups[key][index]", the size of that list as "Groups[key].count", and the count of the map in a
+// row of its own without brackets.
 Shape BracketedShape(const std::string& brackets, const zvuti::RecordRow& row) {
   if (brackets.empty()) return ShapeOf(row.form, row.type);
   Shape shape;
@@ -50,7 +51,7 @@ std::vector<Field> FieldsOf(const std::string& record) {
   const bool isFramed = std::any_of(rows.begin(), rows.end(), [](const zvuti::RecordRow& row) {
     return row.name.find('[') != row.name.npos;
   });
-  std::vector<std::string> counts;  // of a framing: in front, in the order of the maps
+  std::vector<std::string> counts;  // of the maps, in their order; only in a record with its own framing
   for (const zvuti::RecordRow& row : rows) {
     const std::size_t bracket = row.name.find('[');
     if (isFramed && row.name.find_first_of(".[") == row.name.npos) {
@@ -77,7 +78,8 @@ const Field* FindIf(const std::string& record, Wanted isWanted) {
   return found == fields->second.end() ? nullptr : &*found;
 }
 
-// Letters to change, add or drop to come from one name to the other.
+// The edit distance: how many letters to change, insert or remove to turn one name into the other. Ignores
+// case.
 std::size_t Distance(const std::string& a, const std::string& b) {
   std::vector<std::size_t> row(b.size() + 1);
   for (std::size_t i = 0; i < row.size(); ++i) row[i] = i;
@@ -118,7 +120,7 @@ const std::vector<zvuti::RecordRow>& RowsOf(const std::string& record) {
   if (!zvuti::ListRecord(record, rows)) {
     const std::string nearest = NearestName(record);
     throw Failure("there is no record " + record +
-                  (nearest.empty() ? "; zvuti records lists them" : "; is it " + nearest + "?"));
+                  (nearest.empty() ? "; 'zvuti records' lists them" : "; did you mean " + nearest + "?"));
   }
   return listed[record] = std::move(rows);
 }
@@ -151,7 +153,7 @@ Width WidthOf(const zvuti::RecordRow& row) {
     width = WidthOf(row.type);
   }
   if (!row.condition.empty()) width.least = 0;
-  // A row of a framing stands there as often as its count says, maybe never.
+  // In a record with its own framing, a count says how often this row occurs; it may be never.
   if (row.name.find("key") != row.name.npos) width = {0, kAnyWidth};
   return width;
 }

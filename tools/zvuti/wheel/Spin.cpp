@@ -76,16 +76,17 @@ void Require(bool holds, const std::string& what) {
 
 Spin MakeSpin(const SpinOptions& options) {
   Require(options.slots >= 1 && options.slots <= kMostSlots,
-          "--slots is 1 up to " + std::to_string(kMostSlots));
+          "--slots must be 1 to " + std::to_string(kMostSlots));
   Require(options.slot >= 0 && options.slot < options.slots, "--slot " + std::to_string(options.slot) +
-                                                                 ": the slots of this wheel are 0 to " +
+                                                                 ": this wheel has slots 0 to " +
                                                                  std::to_string(options.slots - 1));
-  // A tick of more than a turn would be seen as a shorter one.
+  // Note() sees only the angle, so it would count a tick of more than a turn as less than one.
   Require(options.topSpeed > 0 && options.topSpeed < kFullTurn,
-          "--top-speed is above 0 and below a turn, 6.283 radians per tick");
-  Require(std::isfinite(options.gain) && options.gain > 0, "--gain is above 0");
-  Require(options.start >= 0 && options.start <= kFullTurn, "--start is 0 up to a turn, 6.283 radians");
-  Require(options.even >= 0, "--even is 0 or more");
+          "--top-speed must be above 0 and below a full turn, 6.283 radians per tick");
+  Require(std::isfinite(options.gain) && options.gain > 0, "--gain must be above 0");
+  Require(options.start >= 0 && options.start <= kFullTurn,
+          "--start must be 0 to a full turn, 6.283 radians");
+  Require(options.even >= 0, "--even must be 0 or more");
   return Wheel(options).Run(options);
 }
 

@@ -9,7 +9,7 @@ namespace {
 
 constexpr double kWidth = 960, kLeft = 84, kRight = 936;
 constexpr double kHeight = 800;
-constexpr std::size_t kMostPoints = 2000;  // of a curve: more than the picture has columns
+constexpr std::size_t kMostPoints = 2000;  // per curve; the picture is 960 pixels wide
 
 template <class... Values>
 std::string Formatted(const char* format, Values... values) {
@@ -18,7 +18,8 @@ std::string Formatted(const char* format, Values... values) {
   return text;
 }
 
-// A distance between marks, 1, 2 or 5 times a power of ten, that makes about `wanted` of them.
+// Returns a round distance between grid lines, 1, 2 or 5 times a power of ten, for about `wanted` lines over
+// `span`.
 double StepFor(double span, int wanted) {
   const double rough = span / wanted;
   const double power = std::pow(10.0, std::floor(std::log10(rough)));
@@ -61,7 +62,7 @@ class Panel {
                       (top_ + bottom_) / 2, unit);
   }
 
-  // `mark` goes in front of its line's top, on the side where there is room.
+  // Draws a vertical line at the tick, with the text `mark` at its foot, on the side where there is room.
   void Mark(std::size_t tick, const char* mark) {
     const double x = X(static_cast<double>(tick));
     const bool isRight = x > kRight - 170;
@@ -141,12 +142,12 @@ std::string DrawSpin(const SpinOptions& options, const Spin& spin) {
   speed.Stop(last, 0);
 
   Panel turns(out, 306, 466, 0, last, stop.turned / kFullTurn);
-  turns.Frame("Way", "turns", StepFor(stop.turned / kFullTurn, 4), "%.4g");
+  turns.Frame("Distance", "turns", StepFor(stop.turned / kFullTurn, 4), "%.4g");
   frame(turns, false);
   turns.Curve(spin, [](const Tick& tick) { return tick.turned / kFullTurn; });
   turns.Stop(last, stop.turned / kFullTurn);
 
-  // The last turn and a half: there the wheel is slow enough for the slots to be seen.
+  // Only the last turn and a half, where the wheel is slow enough for the slot to be visible.
   std::size_t from = last;
   while (from > 0 && stop.turned - spin.ticks[from].turned < 1.5 * kFullTurn) --from;
   Panel angle(out, 536, 756, from, last, kFullTurn);
