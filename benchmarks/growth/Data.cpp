@@ -8,6 +8,7 @@
 #include <ZvUtiLib/data/Crc16.h>
 #include <ZvUtiLib/data/ParseInt.h>
 #include <ZvUtiLib/platform/CString.h>
+#include <ZvUtiLib/platform/CStringList.h>
 
 #include "benchmarks/growth/Growth.h"
 #include "tests/support/CollidingKeys.h"
@@ -78,6 +79,14 @@ Work AppendOneByOne(std::size_t count) {
           }};
 }
 
+Work AddTexts(std::size_t count) {
+  return {count * 4, [count] {
+            CStringList list;
+            for (std::size_t i = 0; i < count; ++i) list.AddTail("text");
+            for (POSITION at = list.GetHeadPosition(); at;) list.GetNext(at);
+          }};
+}
+
 template <class Text>
 Work FormatOf(const std::string& format) {
   return {format.size(), [format] {
@@ -125,6 +134,13 @@ std::vector<Shape> DataShapes() {
        [](std::size_t n) {
          return OnText<CTextString>(n, std::string(n, 'x'), [](auto& text) { text.ReplaceAll("xx", "y"); });
        }},
+      {"CTextString::replace/middle", kText,
+       [](std::size_t n) {
+         return OnText<CTextString>(n, std::string(n, 'x'), [](auto& text) {
+           text.replace(text.size() / 2, 1, text.data(), text.size());
+           text.erase(1, 2);
+         });
+       }},
       {"CTextString::Format/percents", kText,
        [](std::size_t n) { return FormatOf<CTextString>(Filled("%%", n)); }},
       {"CTextString::Format/heads", kText,
@@ -142,6 +158,20 @@ std::vector<Shape> DataShapes() {
        [](std::size_t n) {
          return OnText<CString>(n, std::string(n, 'a'), [](CString& text) { text.MakeUpper().MakeLower(); });
        }},
+      {"CString::Mid/parts", kText,
+       [](std::size_t n) {
+         return OnText<CString>(n, std::string(n, '\x81'), [](CString& text) {
+           text = text.Left(text.GetLength() - 1) + text.Right(9) + text.Mid(3);
+           text.Replace('\x81', 'x');
+         });
+       }},
+      {"CString::CompareNoCase/equal", kText,
+       [](std::size_t n) {
+         return OnText<CString>(n, std::string(n, 'a'), [](CString& text) {
+           if (text.CompareNoCase(CString(text)) != 0) text.Empty();
+         });
+       }},
+      {"CStringList::AddTail/texts", kText, AddTexts},
       {"ParseInt/digits", kText,
        [](std::size_t n) {
          return OnText<CString>(n, std::string(n, '1'), [](CString& text) {

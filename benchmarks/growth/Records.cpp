@@ -86,6 +86,30 @@ CUtiBundleTable Table(std::size_t groups) {
   return table;
 }
 
+// Each operation that changes or searches the table, `count` times or over `count` entries.
+Work Groups(std::size_t count) {
+  return {count * 8, [count] {
+            CUtiBundleTable table;
+            for (unsigned i = 0; i < count; ++i) table.AddToGroup(i, 1);
+            std::vector<std::uint32_t> found;
+            table.GetGroup(1, found);
+            table.IsInGroup(~0u, 1);
+            table.FindGroupsOf(~0u, found);
+            table.RemoveGroup(1);
+          }};
+}
+
+Work Bundles(std::size_t count) {
+  return {count * 8, [count] {
+            CUtiBundleTable table = Table(count);
+            std::vector<std::uint32_t> found;
+            table.FindBundlesWithItem(2, found);
+            table.FindSingleItemBundles(1, found);
+            for (unsigned i = 0; i < count; ++i) table.IsMarked(i);
+            table.Clear();
+          }};
+}
+
 // Bundles of which all but the last entry are alike, in the other order.
 Work FindBundle(std::size_t entries) {
   BundleRecord wanted;
@@ -145,6 +169,8 @@ std::vector<Shape> RecordShapes() {
       {"CUtiBundleTable::Read/table", 500, [](std::size_t n) { return ReadBack(Table(n)); }},
       {"CUtiBundleTable::Write/table", 500, [](std::size_t n) { return Write(Table(n)); }},
       {"CUtiBundleTable::FindBundle/alike", 1000, FindBundle},
+      {"CUtiBundleTable::AddToGroup/one-group", 1000, Groups},
+      {"CUtiBundleTable::SetBundle/many", 1000, Bundles},
       {"DumpRecord/items", 200,
        [](std::size_t n) { return Dump("PlayerSnapshot", BytesOf(bench::MakeSnapshot(n))); }},
       {"DumpRecord/all-ones", 2000,

@@ -29,13 +29,21 @@ Work FindLevel(std::size_t count) {
   auto levels = std::make_shared<CUtiExpLevel>();
   levels->LoadLevelConfig(WriteFile("level.txt", Levels(count)));
   return {count * 8, [levels] {
-            if (levels->GetLevelByExp(INT64_MAX) < 0) levels->LoadLevelConfig("");
+            if (levels->GetLevelByExp(INT64_MAX) < 0 || levels->GetExpByLevel(-1) < 0)
+              levels->LoadLevelConfig("");
           }};
 }
 
 Work LoadRanks(const std::string& bytes) {
   WriteFile(GetGameCodeName(kGame) + "/Rank.ini", bytes);
   return {bytes.size(), [] { CUtiRank().LoadRankConfig(kGame); }};
+}
+
+Work FindRank(std::size_t bytes) {
+  WriteFile(GetGameCodeName(kGame) + "/Rank.ini", Filled("name 10\n", bytes));
+  auto ranks = std::make_shared<CUtiRank>();
+  ranks->LoadRankConfig(kGame);
+  return {bytes, [ranks] { ranks->GetRank(0); }};
 }
 
 Work LoadTasks(const std::string& bytes) {
@@ -69,6 +77,7 @@ std::vector<Shape> TableShapes() {
        [](std::size_t n) { return LoadRanks(Filled("name 10\n", n)); }},
       {"CUtiRank::LoadRankConfig/one-name", kText,
        [](std::size_t n) { return LoadRanks(std::string(n, 'n')); }},
+      {"CUtiRank::GetRank/none", kText, FindRank},
       {"CUtiTaskAuto::Load/keys", kText, [](std::size_t n) { return LoadTasks(Keys(n, "", "=name\n")); }},
       {"CKxIniFileReaderSuite::FindIniFileReader/sections", kText,
        [](std::size_t n) { return ReadIni(Keys(n, "[s", "]\nk=v\n")); }},

@@ -5,6 +5,7 @@
 #include <ZvUtiLib/CKxTime.h>
 #include <ZvUtiLib/CUtiBase.h>
 #include <ZvUtiLib/CUtiBlackList.h>
+#include <ZvUtiLib/CUtiIO.h>
 #include <ZvUtiLib/CUtiNumber.h>
 
 #include "benchmarks/growth/Growth.h"
@@ -76,7 +77,14 @@ constexpr auto kNames = [](const char* text, CString&) {
 };
 constexpr auto kDigits = [](const char* text, CString&) { CUtiBase::IsDigit(CString(text)); };
 constexpr auto kChat = [](const char* text, CString&) { CUtiBase::IsChatValid(text); };
+constexpr auto kCopy = [](const char* text, CString&) { CUtiBase::CopyToClipboard(text); };
+constexpr auto kPath = [](const char* text, CString&) { CUtiIO::GetGamePath(1, text); };
 constexpr auto kLog = [](const char* text, CString&) { CDebug::LogOut("%s", text); };
+
+Work ReadFirstWord(std::size_t size) {
+  const std::string path = WriteFile("word", std::string(size, 'x'));
+  return {size, [path] { CUtiIO::ReadDWordFromFile(path.c_str()); }};
+}
 
 }  // namespace
 
@@ -129,6 +137,10 @@ std::vector<Shape> TextShapes() {
       {"CUtiBase::IsDigit/digits", kText, [](std::size_t n) { return OnText<kDigits>(std::string(n, '1')); }},
       {"CUtiBase::IsChatValid/blanks", kText,
        [](std::size_t n) { return OnText<kChat>(std::string(n, ' ')); }},
+      {"CUtiBase::CopyToClipboard/long", kText,
+       [](std::size_t n) { return OnText<kCopy>(std::string(n, 'x')); }},
+      {"CUtiIO::GetGamePath/long", kText, [](std::size_t n) { return OnText<kPath>(std::string(n, 'x')); }},
+      {"CUtiIO::ReadDWordFromFile/large", kText, ReadFirstWord},
       {"CDebug::LogOut/long", kText, [](std::size_t n) { return OnText<kLog>(std::string(n, 'x')); }},
       {"CDebug::LogOut/half-characters", kText,
        [](std::size_t n) { return OnText<kLog>(std::string(n, '\x81')); }},
