@@ -11,7 +11,7 @@ bool ReadTableFile(const char* path, const std::function<void(std::istream&)>& r
   if (!IsRegularFile(path)) return false;  // opening a folder succeeds; only reading it fails
   std::ifstream file;
   file.imbue(std::locale::classic());
-  file.open(NativePath(path));
+  file.open(WithNativeSeparators(path));
   if (!file) return false;
   // Without this the stream would catch exceptions, and the file would seem to end there.
   file.exceptions(std::ios_base::badbit);

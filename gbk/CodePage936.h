@@ -21,11 +21,12 @@ constexpr bool IsLeadByte(char byte) {
 /// Number of bytes that AreDoubleBytes tests at once: the size of a register, which is even.
 inline constexpr std::size_t kRegister = sizeof(std::size_t);
 
-/// True if all `length` bytes belong to double-byte characters. REQUIRES: `length` is a multiple of
-/// kRegister, the first byte starts a character, and no byte is zero.
+/// True if every second byte, from the first on, is a lead byte. If the first byte starts a character, all
+/// bytes then belong to double-byte characters. REQUIRES: `length` is a multiple of kRegister, and no byte is
+/// zero.
 ///
-/// It is enough to test every second byte for a lead byte. `first` has these bytes, each in 16 bits, so no
-/// sum carries into the next one. Adding 0x7F sets bit 8 for 0x81 to 0xFF; adding 1 sets it for 0xFF only.
+/// `first` has every second byte, each in 16 bits, so no sum carries into the next one. Adding 0x7F sets bit
+/// 8 for 0x81 to 0xFF; adding 1 sets it for 0xFF only.
 inline bool AreDoubleBytes(const char* bytes, std::size_t length) {
   constexpr std::size_t kOnes = ~std::size_t{0} / 0xFFFF;
   std::size_t leads = kOnes * 0x100;

@@ -6,12 +6,12 @@
 
 namespace zvuti {
 
-/// Open from its construction to its end. Each Append reaches the end of the file as one piece, so
+/// The file is open as long as the object lives. Each Append reaches the end of the file as one piece, so
 /// what several threads or processes append never mixes and is never lost to each other.
 class AppendFile {
  public:
-  /// Opens `path`, which is made where it is missing; its folder is not. A pipe that nobody reads
-  /// does not open; nothing here waits for a reader.
+  /// Opens the file at `path`. Creates the file if it is missing, but not its folder. A pipe that nobody
+  /// reads does not open; nothing here waits for a reader.
   explicit AppendFile(const char* path);
   ~AppendFile();
   AppendFile(const AppendFile&) = delete;

@@ -45,7 +45,7 @@ class SignalsWait {
 
 // Not blocking: where a pipe stands at this path, neither the open nor a write must wait for its reader.
 AppendFile::AppendFile(const char* path)
-    : handle_(open(NativePath(path).c_str(),
+    : handle_(open(WithNativeSeparators(path).c_str(),
                    O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0666)) {}
 
 // close() is a cancellation point. A cancelled thread unwinds, and must not do that out of a destructor.

@@ -15,9 +15,9 @@ HANDLE HandleOf(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle);
 // The right to append and no other: then the system moves to the end and writes in one step. The append
 // mode of the runtime library's files seeks first, and lines of two threads overwrite each other.
 AppendFile::AppendFile(const char* path)
-    : handle_(reinterpret_cast<std::intptr_t>(CreateFileA(NativePath(path).c_str(), FILE_APPEND_DATA,
-                                                          FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                                          OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr))) {}
+    : handle_(reinterpret_cast<std::intptr_t>(CreateFileA(
+          WithNativeSeparators(path).c_str(), FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+          OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr))) {}
 
 AppendFile::~AppendFile() {
   if (IsOpen()) CloseHandle(HandleOf(handle_));

@@ -1,4 +1,5 @@
-// Opening and reading files. All code that reads a file opens it here.
+// Opening and reading files. All code that reads a file opens it here, except gameconfig/TableFile.cpp, which
+// reads numbers with a standard stream.
 #pragma once
 
 #include <cstdint>

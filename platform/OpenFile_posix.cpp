@@ -9,7 +9,7 @@ namespace zvuti {
 
 std::FILE* OpenForReading(const char* path, bool /*shared*/) {
   // O_NONBLOCK, because opening a named pipe would otherwise wait until somebody writes to it.
-  const int descriptor = open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  const int descriptor = open(WithNativeSeparators(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (descriptor < 0) return nullptr;
   struct stat status {};
   std::FILE* file = nullptr;

@@ -9,9 +9,9 @@
 namespace zvuti {
 
 std::FILE* OpenForReading(const char* path, bool shared) {
-  const HANDLE handle =
-      CreateFileA(NativePath(path).c_str(), GENERIC_READ, shared ? FILE_SHARE_READ | FILE_SHARE_WRITE : 0,
-                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE handle = CreateFileA(WithNativeSeparators(path).c_str(), GENERIC_READ,
+                                    shared ? FILE_SHARE_READ | FILE_SHARE_WRITE : 0, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
   if (handle == INVALID_HANDLE_VALUE) return nullptr;
   // The descriptor takes ownership of the handle, and the stream takes ownership of the descriptor.
   int descriptor = -1;

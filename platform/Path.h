@@ -1,7 +1,7 @@
-// Converts paths from the callers' form to the host system's form.
+// Gives paths the host system's separators.
 //
 // Callers separate folders with both backslashes and slashes. All code that opens, tests or creates a file or
-// folder converts its path here.
+// folder passes its path through WithNativeSeparators. On Linux the encoding of a path is not converted.
 #pragma once
 
 #include <string>
@@ -10,8 +10,8 @@
 namespace zvuti {
 
 /// The path with the host system's separators. On Linux backslashes become slashes, except those that are
-/// trail bytes of GBK characters. Returns "" for null.
-std::string NativePath(const char* path);
+/// trail bytes of GBK characters, and all other bytes stay as they are. Returns "" for null.
+std::string WithNativeSeparators(const char* path);
 
 /// The part of `path` up to and including its last separator of either kind, or "" if it has none.
 std::string_view FolderOf(std::string_view path);

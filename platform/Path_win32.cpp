@@ -6,7 +6,7 @@ namespace zvuti {
 namespace {
 
 bool Exists(const char* path, bool isFolder) {
-  const DWORD attributes = GetFileAttributesA(NativePath(path).c_str());
+  const DWORD attributes = GetFileAttributesA(WithNativeSeparators(path).c_str());
   return attributes != INVALID_FILE_ATTRIBUTES &&
          ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) == isFolder &&
          (attributes & FILE_ATTRIBUTE_DEVICE) == 0;
@@ -15,13 +15,13 @@ bool Exists(const char* path, bool isFolder) {
 }  // namespace
 
 // Windows accepts both separators and recognises trail bytes.
-std::string NativePath(const char* path) { return path ? path : ""; }
+std::string WithNativeSeparators(const char* path) { return path ? path : ""; }
 
 bool IsRegularFile(const char* path) { return Exists(path, false); }
 bool IsFolder(const char* path) { return Exists(path, true); }
 
 bool MakeFolder(const char* path) {
-  return CreateDirectoryA(NativePath(path).c_str(), nullptr) != 0 || IsFolder(path);
+  return CreateDirectoryA(WithNativeSeparators(path).c_str(), nullptr) != 0 || IsFolder(path);
 }
 
 }  // namespace zvuti

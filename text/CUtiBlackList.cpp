@@ -19,10 +19,14 @@ std::string_view ViewOf(const CString& text) {
   return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
 }
 
-// Calls visit(word), until it returns true, for each word that is not in the index: all, if there is none.
+// Calls visit(word), until it returns true, for each word that must be scanned for: those that end in half a
+// character, or all words if there is no index.
 template <class Visit>
 bool VisitScannedWords(const CStringList& words, const zvuti::WordIndex* index, Visit visit) {
-  if (index) return std::any_of(index->HalfWords().begin(), index->HalfWords().end(), visit);
+  if (index) {
+    const auto& scanned = index->WordsWithHalfEnd();
+    return std::any_of(scanned.begin(), scanned.end(), visit);
+  }
   for (POSITION position = words.GetHeadPosition(); position;) {
     if (visit(ViewOf(words.GetNext(position)))) return true;
   }

@@ -1,5 +1,5 @@
 // Formatting: the measuring pass, bounded and whole writing, and the system's own printf where it has a
-// say. The first byte picks the arguments; a format follows, and behind a zero byte the text that all
+// say. The first byte picks the arguments; a format follows, and after a zero byte the text that all
 // conversions of texts are given.
 //
 // The format is also given the arguments that the parser says it takes, and the bytes pick heads from a list

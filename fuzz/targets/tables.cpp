@@ -41,7 +41,7 @@ class AppFolder {
     path_ = name + "/";
     zvuti::TheDoors().applicationFolder = [] { return path_; };
     for (const char* file : {"Rank.ini", "Task.ini"}) {
-      const std::string link(zvuti::NativePath(CUtiIO::GetGamePath(kUnknownGame, file)));
+      const std::string link(zvuti::WithNativeSeparators(CUtiIO::GetGamePath(kUnknownGame, file)));
       std::filesystem::create_directories(std::filesystem::path(link).parent_path());
       std::filesystem::create_symlink(File().Path(), link);
     }

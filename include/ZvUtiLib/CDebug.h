@@ -1,4 +1,5 @@
-// CDebug: writes the client's log file, "log/lobby.log" in the program's folder.
+// CDebug: writes the client's log file, "log/lobby.log" in the program's folder. The path is fixed; no caller
+// can change it.
 #pragma once
 
 #include <type_traits>

@@ -31,8 +31,9 @@ class NarrowDocument {
   /// Loads the document from UTF-8, white space in front of it skipped; false when it is not well-formed.
   /// Throws std::bad_alloc when the heap refuses.
   virtual bool Load(std::string_view text) = 0;
-  /// Loads the file at a path with either separator, or at a file:// address; its bytes name the file. False
-  /// when it can't be read or is not well-formed. Throws std::bad_alloc when the heap refuses.
+  /// Loads the file at a path with either separator, or at a file:// address. Its bytes are passed to the
+  /// system unconverted, except that backslashes become slashes and %XX escapes may be undone. Returns false
+  /// if the file can't be read or is not well-formed. Throws std::bad_alloc if an allocation fails.
   virtual bool LoadFile(std::string_view path) = 0;
 
  protected:

@@ -12,7 +12,8 @@
 namespace zvuti {
 
 /// Loads a document from the file at a path or an address; a null path reads as "". On Linux the bytes of the
-/// path name the file, whatever characters they are.
+/// name are passed to the system unconverted, except that backslashes become slashes and %XX escapes may be
+/// undone.
 HRESULT LoadFile(IXMLDOMDocument& document, const char* path, VARIANT_BOOL* isLoaded);
 /// Loads a document from its text, whatever encoding it declares; a null text reads as "".
 HRESULT LoadText(IXMLDOMDocument& document, const char* text, VARIANT_BOOL* isLoaded);

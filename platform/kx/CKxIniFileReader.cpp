@@ -116,7 +116,8 @@ CKxIniFileReaderSuite::CKxIniFileReaderSuite() = default;
 CKxIniFileReaderSuite::~CKxIniFileReaderSuite() = default;
 
 CKxIniFileReader* CKxIniFileReaderSuite::FindIniFileReader(const char* path) {
-  std::unique_ptr<CKxIniFileReader>& reader = readers_[zvuti::NativePath(path)];
+  // This is the cache key only; opening the file converts the path again.
+  std::unique_ptr<CKxIniFileReader>& reader = readers_[zvuti::WithNativeSeparators(path)];
   if (!reader) reader.reset(new CKxIniFileReader);
   reader->sections_ = Parse(ReadText(path));
   return reader.get();

@@ -8,7 +8,7 @@
 #include "platform/Path.h"
 
 HMODULE LoadLibraryA(const char* path) {
-  std::string name = zvuti::NativePath(path);
+  std::string name = zvuti::WithNativeSeparators(path);
   if (name.empty()) return nullptr;  // the system would take it for the program itself
   if (name.find('/') == std::string::npos) {
     const std::string beside = zvuti::TheDoors().applicationFolder() + name;

@@ -5,5 +5,5 @@
 
 int PathFileExistsA(const char* path) {
   struct stat status {};
-  return stat(zvuti::NativePath(path).c_str(), &status) == 0 ? 1 : 0;
+  return stat(zvuti::WithNativeSeparators(path).c_str(), &status) == 0 ? 1 : 0;
 }

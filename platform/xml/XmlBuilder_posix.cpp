@@ -400,7 +400,8 @@ std::string_view Builder::Written() const {
   return source_.substr(Position(), static_cast<std::size_t>(XML_GetCurrentByteCount(parser_.get())));
 }
 
-// The first literal in the tag is the value of the first attribute, and so on. Behind `end` stand defaults.
+// The first literal in the tag is the value of the first attribute, and so on. From `end` on the attributes
+// are defaults.
 void Builder::RestoreAttributeSpaces(std::uint32_t first, std::uint32_t end) {
   std::string_view tag = Written();
   if (tag.substr(0, 1) != "<" || !HasTabsOrLineEnds(tag)) return;

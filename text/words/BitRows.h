@@ -1,10 +1,12 @@
-// BitRows: can a word start at one of two neighboring positions of a text? One row of bits answers for both.
+// BitRows: can a word start at one of two neighboring positions of a text? One bit row answers for both.
 //
-// The idea. The bytes that a word covers from whichever of the two it starts are the key that selects a row.
-// The low half of the row lists the bytes allowed before the key (the word starts at the first position), the
-// high half those allowed after it (it starts at the second). WordIndex.h has a picture.
+// The idea. A word covers certain bytes whether it starts at the first or the second position. These bytes
+// are the key, which selects a bit row. The low half of the bit row lists the bytes allowed before the key
+// (the word starts at the first position), the high half those allowed after it (it starts at the second).
+// WordIndex.h has a picture.
 //
-// Invariant: a byte that was allowed stays allowed. Bytes share bits, and keys share rows, so others may be.
+// Invariant: a byte that was allowed stays allowed. Bytes share bits, and keys share bit rows, so other bytes
+// may be allowed, too.
 #pragma once
 
 #include <array>
@@ -20,7 +22,7 @@ namespace zvuti {
 template <class Row>
 class BitRows {
  public:
-  /// 2^logRows empty rows, 1 <= logRows <= 31.
+  /// 2^logRows empty bit rows, 1 <= logRows <= 31.
   explicit BitRows(unsigned logRows) : rows_(std::size_t{1} << logRows), shift_(32 - logRows) {}
 
   void AllowBefore(std::uint32_t key, std::uint32_t byte) { RowOf(key) |= kLowBits[byte]; }
@@ -57,7 +59,7 @@ class BitRows {
   Row& RowOf(std::uint32_t key) { return rows_[HashOf(key) >> shift_]; }
 
   std::vector<Row> rows_;
-  const unsigned shift_;  // from a hash to the index of a row
+  const unsigned shift_;  // from a hash to the index of a bit row
 };
 
 }  // namespace zvuti

@@ -36,9 +36,10 @@ inline Character CharacterAt(const char* text) {
   return {static_cast<unsigned char>(gbk::ToUpper(*text)), 1};
 }
 
-/// Whether a character starts at `index`, if one starts at `known`, which is not after it. One starts after
-/// each byte that is no lead byte. In a run of lead bytes each takes the next one as its trail byte, so one
-/// starts after every even number of them.
+/// True if a character starts at `index`. REQUIRES: `known` <= `index`, and a character starts at `known`.
+///
+/// The byte after one that is not a lead byte starts a character. In a run of lead bytes each first one takes
+/// the next one as its trail byte, so a character starts after every even number of them.
 inline bool IsCharacterStart(std::string_view text, std::size_t known, std::size_t index) {
   std::size_t run = index;
   while (run > known && gbk::IsLeadByte(text[run - 1])) --run;

@@ -6,7 +6,7 @@ namespace {
 // With more words the filter names positions too often to be worth its time.
 constexpr std::size_t kMostWords = std::size_t{1} << 15;
 
-// 4 KB to 64 KB, four rows a word in between.
+// 4 KB to 64 KB, four bit rows a word in between.
 unsigned LogRowsFor(std::size_t words) {
   unsigned log = 9;
   while (log < 13 && std::size_t{1} << log < words * 4) ++log;

@@ -1,12 +1,12 @@
 // DoubleByteFilter: which characters of a run of double-byte characters can start a word of the list?
 //
 // The idea. Chinese text is runs of double-byte characters, and inside a run it is known where characters
-// start. A word that starts at p or p+2 covers the character at p+2, the key of a row (BitRows.h). So 枫叶,
-// B7 E3 D2 B6, is entered twice: B7 is allowed before the key D2 B6, and D2 after the key B7 E3.
+// start. A word that starts at p or p+2 covers the character at p+2, the key of a bit row (BitRows.h). So
+// 枫叶, B7 E3 D2 B6, is entered twice: B7 is allowed before the key D2 B6, and D2 after the key B7 E3.
 //
 // Invariant: it never rules out a position where a word starts.
 //
-// Costs: two rows and one branch for eight bytes of clean text; 4 to 64 KB.
+// Costs: two bit rows and one branch for eight bytes of clean text; 4 to 64 KB.
 #pragma once
 
 #include <cstddef>
@@ -53,7 +53,7 @@ class DoubleByteFilter {
   using Row = std::uint64_t;
   using Rows = BitRows<Row>;
 
-  static constexpr std::size_t kStep = 4;       // bytes of the two characters that one row answers for
+  static constexpr std::size_t kStep = 4;       // bytes of the two characters that one bit row answers for
   static constexpr unsigned kAllStarts = 0x55;  // each character of a block
 
   static std::uint32_t KeyAt(const char* character) {

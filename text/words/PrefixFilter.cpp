@@ -3,7 +3,7 @@
 namespace zvuti {
 namespace {
 
-// Up to 8 rows a word, so that false alarms are rare, while the rows fit the first-level cache (32 KB);
+// Up to 8 bit rows a word, so that false alarms are rare, while they fit the first-level cache (32 KB);
 // beyond that only 2, and no more than 256 KB.
 unsigned LogRowsFor(std::size_t words) {
   unsigned log = 11;

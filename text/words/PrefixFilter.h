@@ -1,6 +1,6 @@
 // PrefixFilter: which positions of a text can start a word of the list?
 //
-// The idea. A word of four or more bytes that starts at p or p+1 covers bytes p+1..p+3, the key of a row
+// The idea. A word of four or more bytes that starts at p or p+1 covers bytes p+1..p+3, the key of a bit row
 // (BitRows.h). So CHEAP is entered twice: C is allowed before the key HEA, and A after the key CHE. Words of
 // one to three bytes are too short for that; a table lists the pairs of bytes that they can start with.
 //
@@ -9,7 +9,8 @@
 //
 // Invariant: it never rules out a position where a word starts.
 //
-// Costs: four rows and one branch for eight bytes of clean text; 8 to 256 KB, 64 KB more with short words.
+// Costs: four bit rows and one branch for eight bytes of clean text; 8 to 256 KB, 64 KB more with short
+// words.
 #pragma once
 
 #include <cstddef>
@@ -60,7 +61,7 @@ class PrefixFilter {
   using Row = std::uint32_t;
   using Rows = BitRows<Row>;
 
-  static constexpr std::size_t kStep = 2;                // positions that one row answers for
+  static constexpr std::size_t kStep = 2;                // positions that one bit row answers for
   static constexpr std::uint32_t kCaseBit = 0x20;        // differs between a and A
   static constexpr std::uint32_t kKeyBits = 0xDFDFDF00;  // the last three of four bytes, without case
 

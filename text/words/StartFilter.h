@@ -1,10 +1,11 @@
 // StartFilter: where in a text can a word of the list start?
 //
 // The idea. It takes the text in blocks of eight bytes. Blocks of double-byte characters go through
-// DoubleByteFilter, and what that names through PrefixFilter, too; all other blocks go through PrefixFilter
-// alone. Whether a position is inside a character is asked last, of the few that were named.
+// DoubleByteFilter. Positions that DoubleByteFilter names are also checked by PrefixFilter. All other blocks
+// go through PrefixFilter alone. Whether a position is inside a character is checked last, and only for
+// positions that the filters named.
 //
-// Invariant: it never keeps back a position where both a character and a word start. It may name others.
+// Invariant: it names every position where a word starts at the start of a character. It may name others.
 //
 // Costs: nearly all that a clean text costs, 6 to 12 instructions a byte.
 #pragma once
@@ -24,16 +25,16 @@ namespace zvuti {
 class StartFilter {
  public:
   /// A filter without words, sized for `words`.
-  explicit StartFilter(std::size_t words) : prefixes_(words), characters_(words) {}
+  explicit StartFilter(std::size_t words) : prefixes_(words), doubleBytes_(words) {}
 
   /// REQUIRES: the word is not empty, ends with a whole character and is followed by a zero byte.
   void Add(std::string_view word) {
     prefixes_.Add(word);
-    characters_.Add(word);
+    doubleBytes_.Add(word);
   }
 
-  /// Calls onStart(at), from left to right, for each character of the text where a word may start. It returns
-  /// where to go on: at a character after `at`, or at text.size() to end.
+  /// Calls onStart(at), from left to right, for each character of the text where a word may start. `onStart`
+  /// returns where to go on: at a character after `at`, or at text.size() to end.
   /// REQUIRES: no zero byte in the text, but one after it.
   template <class OnStart>
   void Visit(std::string_view text, OnStart onStart) const {
@@ -44,7 +45,7 @@ class StartFilter {
     }
   }
 
-  /// Whether a word of less than four bytes may start at `at`, which lies in a text that Visit takes.
+  /// True if a word of up to three bytes may start at `at`. REQUIRES: `at` < text.size(), a text as in Visit.
   bool MayStartShort(std::string_view text, std::size_t at) const {
     return prefixes_.MayStartShort(text.data() + at);
   }
@@ -58,7 +59,7 @@ class StartFilter {
   class Walk;
 
   PrefixFilter prefixes_;
-  DoubleByteFilter characters_;
+  DoubleByteFilter doubleBytes_;
 };
 
 // One visit of a text.
@@ -66,7 +67,7 @@ template <bool kWithShort, class OnStart>
 class StartFilter::Walk {
  public:
   Walk(const StartFilter& filter, std::string_view text, OnStart& onStart)
-      : prefixes_(filter.prefixes_), characters_(filter.characters_), text_(text), onStart_(onStart) {}
+      : prefixes_(filter.prefixes_), doubleBytes_(filter.doubleBytes_), text_(text), onStart_(onStart) {}
 
   void Run() {
     std::size_t at = 0;
@@ -76,7 +77,7 @@ class StartFilter::Walk {
         if (next_ < at) next_ = IsCharacterStart(text_, next_, at) ? at : at + 1;
         at = next_ = VisitRun(next_);
       } else {
-        Report(at, prefixes_.StartsIn<kWithShort>(block));
+        VisitStarts(at, prefixes_.StartsIn<kWithShort>(block));
         at = std::max(next_, at + kBlock);
       }
     }
@@ -88,10 +89,10 @@ class StartFilter::Walk {
   // or fewer than kReach bytes are left.
   std::size_t VisitRun(std::size_t at) {
     while (true) {
-      at = characters_.PassOver(text_, at);
+      at = doubleBytes_.PassOver(text_, at);
       const char* block = text_.data() + at;
       if (at + kReach > text_.size() || !gbk::AreDoubleBytes(block, kBlock)) return at;
-      unsigned starts = characters_.StartsIn(block);
+      unsigned starts = doubleBytes_.StartsIn(block);
       while (starts != 0 && !prefixes_.MayStart<kWithShort>(block + std::countr_zero(starts))) {
         starts &= starts - 1;
       }
@@ -112,11 +113,11 @@ class StartFilter::Walk {
     for (std::size_t i = kBlock; i < kBlock + 2; ++i) {
       if (kWithShort && prefixes_.MayStartShort(block + i)) starts |= 1u << i;
     }
-    Report(first, starts & ((1u << (text_.size() - first)) - 1));
+    VisitStarts(first, starts & ((1u << (text_.size() - first)) - 1));
   }
 
   // Calls onStart for the starts of a block that are not before next_ and not inside a character.
-  void Report(std::size_t block, unsigned starts) {
+  void VisitStarts(std::size_t block, unsigned starts) {
     for (; starts != 0; starts &= starts - 1) {
       const std::size_t at = block + static_cast<std::size_t>(std::countr_zero(starts));
       if (at >= next_) next_ = IsCharacterStart(text_, next_, at) ? onStart_(at) : at + 1;
@@ -124,7 +125,7 @@ class StartFilter::Walk {
   }
 
   const PrefixFilter& prefixes_;
-  const DoubleByteFilter& characters_;
+  const DoubleByteFilter& doubleBytes_;
   const std::string_view text_;
   OnStart& onStart_;
   std::size_t next_ = 0;  // a character starts here, and the caller wants no earlier one

@@ -29,9 +29,9 @@ class WordAutomaton {
   static constexpr Index kNone = 0xFFFFFFFF;
 
   struct Word {
-    std::uint32_t length;   // in bytes
-    Index shorter = kNone;  // the longest shorter word that ends wherever this one does
-    Index loop = kNone;     // numbers the words that can overlap themselves; kNone for all others
+    std::uint32_t length;     // in bytes
+    Index shorter = kNone;    // the longest shorter word that ends wherever this one does
+    Index overlapId = kNone;  // numbers the words that can overlap themselves; kNone for all others
   };
 
   /// What nearly every step reads. It is small because the nodes of a long list exceed the caches.
@@ -57,11 +57,11 @@ class WordAutomaton {
   const Node& NodeAt(Index node) const { return nodes_[node]; }
   const NodeLinks& LinksOf(Index node) const { return links_[node]; }
   const Word& WordAt(Index word) const { return words_[word]; }
-  /// How many words can overlap themselves.
-  Index Loops() const { return loops_; }
+  /// How many words can overlap themselves. Their overlapIds are the numbers below.
+  Index OverlapIds() const { return overlapIds_; }
 
-  /// The node of the whole characters of a prefix; kNone if no word starts with it. If a word ends on the way
-  /// there, it is kRoot: the search must not skip that word.
+  /// The node of the whole characters of a prefix; kNone if no word starts with it. Returns kRoot if a
+  /// shorter word ends before that node, so that the search does not skip it.
   Index EntryOf(std::uint32_t prefix) const {
     const Entry* entry = entries_.Find(HashOf(prefix), [&](const Entry& e) { return e.prefix == prefix; });
     if (!entry) return kNone;
@@ -106,7 +106,7 @@ class WordAutomaton {
   std::vector<Word> words_;
   ProbeTable<Edge> edges_;
   ProbeTable<Entry> entries_;
-  Index loops_ = 0;
+  Index overlapIds_ = 0;
 };
 
 }  // namespace zvuti

@@ -33,8 +33,8 @@ void WordAutomatonBuilder::Add(std::string_view word) {
   }
   if (built_.nodes_[node].hasWord) return;  // added before
   SetWord(node, static_cast<Index>(built_.words_.size()));
-  const Index loop = CanOverlapItself(word) ? built_.loops_++ : kNone;
-  built_.words_.push_back({static_cast<std::uint32_t>(word.size()), kNone, loop});
+  const Index overlapId = CanOverlapItself(word) ? built_.overlapIds_++ : kNone;
+  built_.words_.push_back({static_cast<std::uint32_t>(word.size()), kNone, overlapId});
   AddEntry(word, entry);
 }
 
@@ -111,7 +111,7 @@ void WordAutomatonBuilder::SetFallback(Index index) {
 
 // Whether a proper prefix of the word is also a suffix (a border). The borders of all prefixes are computed
 // as Knuth, Morris and Pratt do (1977). It compares bytes: an overlap in the middle of a character, which no
-// search finds, numbers a word needlessly and does no harm.
+// search finds, gives a word a needless overlapId and does no harm.
 bool WordAutomatonBuilder::CanOverlapItself(std::string_view word) {
   const std::string_view first = word.substr(0, CharacterAt(word.data()).length);
   if (word.find(first, 1) == std::string_view::npos) return false;

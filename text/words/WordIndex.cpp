@@ -26,7 +26,7 @@ WordIndex::WordIndex(const CStringList& words)
     const CString& text = words.GetNext(position);
     const std::string_view word(text.GetString(), static_cast<std::size_t>(text.GetLength()));
     if (EndsInHalfCharacter(word)) {
-      halfWords_.emplace_back(word);
+      wordsWithHalfEnd_.emplace_back(word);
     } else {
       filter_.Add(word);
       builder.Add(word);
@@ -36,8 +36,8 @@ WordIndex::WordIndex(const CStringList& words)
 }
 
 // Calls onWord(word, end) for the longest word that ends at each position. Returns true as soon as onWord
-// does. A position may come twice: after a search the filter goes on up to three bytes before its end. They
-// are so few that the whole stays linear.
+// does. onWord may get the same match twice, because the filter resumes up to three bytes before the end of a
+// search. That is at most three bytes a search, so the cost stays linear.
 template <class OnWord>
 bool WordIndex::Search(std::string_view text, OnWord onWord) const {
   bool isStopped = false;
@@ -71,8 +71,12 @@ std::size_t WordIndex::SearchFrom(std::string_view text, std::size_t at, OnWord&
   }
 }
 
-// Looks up the first four bytes at `at`. Sets `node` to their entry, and advances `at` past their characters
-// unless that is the root. Returns false if no word can start at `at`.
+// Looks up the first four bytes at `at`. Returns false if no word can start there. Otherwise `node`, which
+// is the root before, becomes their entry. It stays the root if
+// - fewer than four bytes are left,
+// - no word starts with the four bytes, but one of up to three bytes may start at `at`,
+// - a word of up to three bytes ends before the entry's node.
+// If the entry is not the root, `at` moves past its whole characters.
 bool WordIndex::Enter(std::string_view text, std::size_t& at, WordAutomaton::Index& node) const {
   if (text.size() - at < Prefix::kBytes) return true;
   const Prefix prefix(text.data() + at);
@@ -88,17 +92,17 @@ bool WordIndex::IsMatched(std::string_view text) const {
 }
 
 bool WordIndex::Mask(std::string_view text, char* out) const noexcept {
-  std::unique_ptr<std::size_t[]> loopEnds;  // where the last match of each self-overlapping word ended
+  std::unique_ptr<std::size_t[]> lastEnds;  // by overlapId: where the word's last match ended
   const bool isStopped = Search(text, [&](WordAutomaton::Index index, std::size_t end) {
     while (index != WordAutomaton::kNone) {
       const WordAutomaton::Word word = automaton_.WordAt(index);
       index = word.shorter;
       const std::size_t start = end - word.length;
-      if (word.loop != WordAutomaton::kNone) {
-        if (!loopEnds) loopEnds.reset(new (std::nothrow) std::size_t[automaton_.Loops()]());
-        if (!loopEnds) return true;
-        if (start < loopEnds[word.loop]) continue;
-        loopEnds[word.loop] = end;
+      if (word.overlapId != WordAutomaton::kNone) {
+        if (!lastEnds) lastEnds.reset(new (std::nothrow) std::size_t[automaton_.OverlapIds()]());
+        if (!lastEnds) return true;
+        if (start < lastEnds[word.overlapId]) continue;
+        lastEnds[word.overlapId] = end;
       }
       std::memset(out + start, '*', word.length);
     }

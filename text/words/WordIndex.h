@@ -1,35 +1,39 @@
-// WordIndex: does a text contain a word of the list, and where? This is the door of the word search.
+// WordIndex: does a text contain a word of the list, and where? Start reading here.
 //
-// How a line is answered. The list is CHEAP, HEAPS and 枫叶 (B7 E3 D2 B6), the line
+// How a line is searched. The list is CHEAP, HEAPS and 枫叶 (B7 E3 D2 B6), the line
 //
 //     buy cheaps, 枫叶 or cheat
 //
-// 1. Filter (StartFilter.h). Nearly all text is clean, so first it is asked where a word can start at all. A
-//    row of bits answers that for two positions at once. Three bytes select the row: those that a word covers
-//    whether it starts at p or at p+1. At the c of "cheaps" they are h, e and a:
+// 1. Filter (StartFilter.h). Nearly all text is clean, so the filter first finds where a word can start at
+//    all. A bit row answers that for two positions at once. Bytes p+1 to p+3 select the bit row; a word of
+//    four bytes or more covers them from either start. At the c of "cheaps" they are h, e and a:
 //
-//        text        p = c    p+1 = h    p+2 = e    p+3 = a    p+4 = p
-//                             `------ select the row ------'
+//        text         p = c    p+1 = h    p+2 = e    p+3 = a    p+4 = p
+//                              `---- select the bit row -----'
 //
-//        the row     |     high half: bytes at p+4     |      low half: bytes at p       |
-//        of HEA      |  P: HEAPS can start at p+1      |  C: CHEAP can start at p        |
+//        the bit row  |     high half: bytes at p+4     |      low half: bytes at p       |
+//        of HEA       |  P: HEAPS can start at p+1      |  C: CHEAP can start at p        |
 //
 //    Both bits are set, so words may start at c and at h. At the c of "cheat" only the low one is: "heat" is
-//    ruled out. Letters like those of "buy" find no bit set and are passed by.
+//    ruled out. For letters like those of "buy" no bit is set, and the filter skips them. (The picture leaves
+//    out that bit rows are looked up at every second position only, since each answers for two.)
 //
-//    In a run of Chinese characters the two positions are two characters, p and p+2, and the character at p+2
-//    selects the row. The row of 叶 has B7 in its low half: 枫叶 can start at p.
+//    The bytes of 枫叶 are treated like letters: E3 D2 B6 select a bit row that has B7 in its low half. In
+//    longer runs of Chinese characters, of eight bytes or more, the two positions are two characters, p and
+//    p+2, and the character at p+2 selects the bit row. There 叶 selects one that has B7 in its low half.
 //
 // 2. Entry (WordAutomaton.h). The first four bytes, folded to capitals, are looked up. CHEA leads to the node
 //    C-H-E-A of the trie of all words, and B7 E3 D2 B6 to the node 枫-叶, where a word ends already. If no
 //    word starts with the four bytes, it was a false alarm, and the filter goes on at the next character.
+//    Words of one to three bytes have no entry. Where one may start, the search goes on from the root.
 //
 // 3. Trie. From C-H-E-A the P of "cheaps" leads to C-H-E-A-P, where the word CHEAP ends.
 //
 // 4. Fallback. No edge leads from there by S. The longest suffix of CHEAP in the trie is H-E-A-P, and from
 //    there S leads to HEAPS. In "cheat" no edge leads from C-H-E-A by T. The longest suffix, H-E-A, is
 //    shorter than the four bytes that filter and entries look at, so the search ends and the filter goes on
-//    at the h.
+//    at the h. (Scanning word by word, which replaces an index that can't be allocated, is in
+//    CUtiBlackList.cpp.)
 //
 // 5. Mask. Wherever a word ends, asterisks overwrite its bytes. The masks of CHEAP and HEAPS add up:
 //
@@ -43,7 +47,7 @@
 // - A match starts only where a character starts: the filter names no other position, and from there on the
 //   trie takes whole characters.
 // - A word that ends in half a character, a lone lead byte, can end inside a character of the text. It is
-//   kept out of the index, in HalfWords, and has to be scanned for.
+//   kept out of the index, in WordsWithHalfEnd, and must be scanned for.
 //
 // Costs: time linear in the text and in the matches that are masked, whatever the list: 6 to 12 instructions
 // a byte of clean text, some 40 a byte if all words of the text lack their last character. Only Mask
@@ -76,7 +80,7 @@ class WordIndex {
   bool Mask(std::string_view text, char* out) const noexcept;
 
   /// The words of the list that are not in the index, because they end in half a character.
-  const std::vector<std::string>& HalfWords() const { return halfWords_; }
+  const std::vector<std::string>& WordsWithHalfEnd() const { return wordsWithHalfEnd_; }
 
  private:
   template <class OnWord>
@@ -87,7 +91,7 @@ class WordIndex {
 
   StartFilter filter_;
   WordAutomaton automaton_;
-  std::vector<std::string> halfWords_;
+  std::vector<std::string> wordsWithHalfEnd_;
 };
 
 }  // namespace zvuti

@@ -4,9 +4,9 @@
 
 namespace zvuti {
 
-// After a match the candidates step on from its end. If the word ends in half a character, that is the middle
-// of a character of the text, and the candidates may stay out of step with its characters. Which bytes are
-// letters, and thus folded, still depends on the text's own characters, so both are tracked.
+// After a match the next candidate is the end of the match. If the word ends in half a character, that is
+// inside a character of the text, and later candidates may be too. Which bytes are letters, and thus folded,
+// still depends on the text's own characters, so both are tracked.
 std::size_t WordScan::Next() {
   while (text_.size() - at_ >= word_.size()) {
     std::size_t next;

@@ -6,8 +6,8 @@
 
 namespace zvuti {
 
-/// Finds what searching a copy of the text, folded to capitals, finds: from the left, each search starting
-/// after the last match. It makes no copy. Text and word contain no zero byte and must outlive the scan.
+/// Gives the matches that a search of the text in capitals would give, left to right without overlaps. It
+/// makes no copy. Text and word contain no zero byte and must outlive the scan.
 class WordScan {
  public:
   /// REQUIRES: the word is folded and not empty.

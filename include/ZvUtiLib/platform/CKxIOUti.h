@@ -3,8 +3,8 @@
 
 #include <ZvUtiLib/platform/CString.h>
 
-/// Paths are GBK bytes with separators of either kind. A null path counts as "". Stateless: any thread may
-/// call.
+/// Paths are GBK bytes with separators of either kind. On Linux GetAppPath returns the folder in the system's
+/// own encoding, and no path is converted. A null path counts as "". Stateless: any thread may call.
 class ZVUTILIB_API CKxIOUti {
  public:
   CKxIOUti() = default;

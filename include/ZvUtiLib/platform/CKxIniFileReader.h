@@ -41,5 +41,6 @@ class ZVUTILIB_API CKxIniFileReaderSuite {
   CKxIniFileReader* FindIniFileReader(const char* path);
 
  private:
-  std::unordered_map<std::string, std::unique_ptr<CKxIniFileReader>> readers_;  // keyed by native path
+  // By path with native separators.
+  std::unordered_map<std::string, std::unique_ptr<CKxIniFileReader>> readers_;
 };
