@@ -139,19 +139,21 @@ TEST_F(CUtiThreadTest, AWaitThatFailsCountsAsEnded) {
 TEST_F(CUtiThreadTest, ACopyOwnsHandlesAndStopsTheSharedRun) {
   Worker worker;
   ASSERT_EQ(worker.StartThread(), 1);
-  for (const int most : {0, 1, 2}) {  // duplicates that the system grants
-    static int granted;
-    granted = most;
+  const std::pair<int, Calls> cases[] = {
+      {0, {}}, {1, {"set", "close"}}, {2, {"set", "wait", "close", "close"}}};
+  for (const auto& [granted, ending] : cases) {  // duplicates before the one that is refused
+    static int left;
+    left = granted;
     doors_->kernel.duplicateHandle = [](HANDLE handle) {
-      return granted-- > 0 ? System().duplicateHandle(handle) : nullptr;
+      return left-- == 0 ? nullptr : System().duplicateHandle(handle);
     };
     auto copy = std::make_unique<Worker>(worker);
-    EXPECT_EQ(copy->stopEvent != nullptr, most > 0);
-    EXPECT_EQ(copy->threadHandle != nullptr, most > 1);
+    EXPECT_EQ(copy->stopEvent != nullptr, granted > 0);
+    EXPECT_EQ(copy->threadHandle != nullptr, granted > 1);
     EXPECT_NE(copy->stopEvent, worker.stopEvent);
     EXPECT_NE(copy->threadHandle, worker.threadHandle);
     copy.reset();
-    EXPECT_EQ(worker.IsStopSignalled(), most > 0);
+    EXPECT_EQ(TakeCalls(), ending);
   }
   EXPECT_EQ(worker.ExitCode(), 0xFFFFFFF1u);
 }

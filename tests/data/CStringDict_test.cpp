@@ -72,7 +72,9 @@ TEST(CStringDict, ATreeThatCannotGrowIsDropped) {
         [&](CStringDict& dict) { Set(dict, keys[depth], "new"); },
         [&](CStringDict& dict) {
           Set(dict, keys[depth + 1], "next");
-          return testing::PrintToString(PairsOf(dict));
+          std::string state;
+          for (const auto& [key, value] : PairsOf(dict)) state.append(key).append(value).append(" ");
+          return state;
         });
   }
 }

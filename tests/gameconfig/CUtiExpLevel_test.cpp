@@ -48,7 +48,7 @@ TEST(CUtiExpLevel, KeepsTheWholeRecordsBeforeOneThatCannotBeRead) {
       {mark + "1 10\r\n2 20", {{1, 10}, {2, 20}}},
       {mark + "\n1 10", {{1, 10}}},
       {mark + mark + "1 10", {}},
-      {"\xEF\xBB\x31 10", {}},  // half a mark is not a number
+      {"\xEF\xBB\x31 10 20", {}},  // half a mark is not a number
       {"\n" + mark + "1 10", {}},
       {"", {}},
       {std::string("\0\xFF\x81", 3), {}},
