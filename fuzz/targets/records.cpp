@@ -1,13 +1,10 @@
 // Every record's reader. The first byte picks the record (its lower seven bits) and whether the target is
 // a default record or a filled one; the others are the bytes to read.
-#include <algorithm>
-#include <functional>
 #include <random>
 #include <string>
 
-#include <ZvUtiLib/records/Describe.h>
-
-#include "fuzz/Check.h"
+#include "fuzz/HostileCount.h"
+#include "fuzz/Input.h"
 #include "records/Units.h"
 #include "tests/support/LiteralRecords.h"
 
@@ -19,15 +16,14 @@ using zvuti::wire::RecordType;
 // A wild count gives tens of thousands of elements; comparing all of them would only cost time.
 constexpr std::size_t kMostCompared = 20'000;
 
-// A count without the bytes for it costs a thousand times what other inputs do: a few of these will do.
-bool IsPassedOver(const RecordType& type, const std::string& bytes) {
-  zvuti::RecordDump dump;
-  zvuti::DumpRecord(type.name, bytes.data(), bytes.size(), dump);
-  const auto isWild = [](const zvuti::DumpRow& row) {
-    return row.form.rfind("sequence", 0) == 0 && row.value.size() >= 4;
-  };
-  return !dump.isWhole && std::any_of(dump.rows.begin(), dump.rows.end(), isWild) &&
-         std::hash<std::string>()(bytes) % 64 != 0;
+// Counts without the bytes for them make thousands of elements or long texts, which cost a hundred to a
+// thousand times what other inputs do: a few of these will do.
+bool IsPassedOver(const RecordType& type, std::string_view bytes) {
+  if (!type.walk) return false;
+  fuzz::CountWalk counts(bytes);
+  counts.Record("", type, type.make().get(), zvuti::wire::Embedding::kNested);
+  return (counts.MissingElements() > 500 && !fuzz::IsChosen(bytes, 1024)) ||
+         (counts.MissingText() > 4'000 && !fuzz::IsChosen(bytes, 16));
 }
 
 Outcome Written(const RecordType& type, void* record, bool isLiteral) {
