@@ -4,7 +4,6 @@
 #include <string>
 
 #include "fuzz/HostileCount.h"
-#include "fuzz/Input.h"
 #include "records/Units.h"
 #include "tests/support/LiteralRecords.h"
 
@@ -15,16 +14,6 @@ using zvuti::wire::RecordType;
 
 // A wild count gives tens of thousands of elements; comparing all of them would only cost time.
 constexpr std::size_t kMostCompared = 20'000;
-
-// Counts without the bytes for them make thousands of elements or long texts, which cost a hundred to a
-// thousand times what other inputs do: a few of these will do.
-bool IsPassedOver(const RecordType& type, std::string_view bytes) {
-  if (!type.walk) return false;
-  fuzz::CountWalk counts(bytes);
-  counts.Record("", type, type.make().get(), zvuti::wire::Embedding::kNested);
-  return (counts.MissingElements() > 500 && !fuzz::IsChosen(bytes, 1024)) ||
-         (counts.MissingText() > 4'000 && !fuzz::IsChosen(bytes, 16));
-}
 
 Outcome Written(const RecordType& type, void* record, bool isLiteral) {
   CStreamReader stream;
@@ -49,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool isFilled = data[0] >= 0x80 && hasRows;
   const std::string bytes(fuzz::BytesOf(data + 1, size - 1));
 
-  if (IsPassedOver(type, bytes)) return 0;
+  if (fuzz::IsPassedOver(type, bytes)) return 0;
 
   const auto record = Target(type, isFilled);
   CStreamReader stream(bytes);
