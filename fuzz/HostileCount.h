@@ -79,7 +79,7 @@ inline bool IsPassedOver(const zvuti::wire::RecordType& type, std::string_view b
   if (!type.walk) return false;
   CountWalk counts(bytes);
   counts.Record("", type, type.make().get(), zvuti::wire::Embedding::kNested);
-  return (counts.MissingElements() > 500 && !IsChosen(bytes, 1024)) ||
+  return (counts.MissingElements() > 200 && !IsChosen(bytes, 1024)) ||
          (counts.MissingText() > 4'000 && !IsChosen(bytes, 16));
 }
 

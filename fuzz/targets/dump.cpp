@@ -7,7 +7,7 @@
 namespace {
 
 // The text of longer records takes milliseconds; some of them will do.
-constexpr std::size_t kMostBytes = 1'000;
+constexpr std::size_t kMostBytes = 600;
 
 }  // namespace
 

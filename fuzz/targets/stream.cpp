@@ -76,7 +76,7 @@ void Write(Model& out, const std::map<std::int32_t, std::int32_t>& map) {
 }
 
 // Each step compares all bytes, and reading moves them.
-constexpr std::size_t kMostBytes = 2'000;
+constexpr std::size_t kMostBytes = 1'000;
 constexpr int kMostSteps = 100;
 
 /// The largest count that an input may use. Large ones make tens of thousands of elements, so a few inputs
