@@ -80,7 +80,7 @@ inline bool IsPassedOver(const zvuti::wire::RecordType& type, std::string_view b
   CountWalk counts(bytes);
   counts.Record("", type, type.make().get(), zvuti::wire::Embedding::kNested);
   return (counts.MissingElements() > 200 && !IsChosen(bytes, 1024)) ||
-         (counts.MissingText() > 4'000 && !IsChosen(bytes, 16));
+         (counts.MissingText() > 2'000 && !IsChosen(bytes, 64));
 }
 
 }  // namespace fuzz

@@ -34,7 +34,6 @@ class Mutation {
     const unsigned choice = Below(16);
     if (choice == 0) return bytes_.resize(row.offset + Below(row.size + 1));  // cut short
     if (choice == 1 && !dump_.isWhole) return Complete();
-    if (choice == 2) return CopyFromAnother(row);
     if (form == "text") return ChangeText(row);
     if (form == "sequence" || row.form == "map" || row.form.rfind("map of", 0) == 0)
       return ChangeElements(picked);
@@ -78,12 +77,6 @@ class Mutation {
     Put(row.offset, length, 2);
   }
 
-  // Other rows of the same size are often of the same kind: keys that meet, counts that differ.
-  void CopyFromAnother(const DumpRow& row) {
-    const DumpRow& other = dump_.rows[Below(dump_.rows.size())];
-    bytes_.replace(row.offset, row.size, bytes_.substr(other.offset, other.size));
-  }
-
   std::string DefaultElement(const std::string& form) const {
     if (form == "map") return std::string(8, '\0');
     const std::string type = form.substr(form.rfind(' ') + 1);
@@ -92,7 +85,7 @@ class Mutation {
     return bytes;
   }
 
-  // Repeats, removes or exchanges elements of a sequence or map, with its count or against it.
+  // Repeats, inserts or removes elements of a sequence or map, with its count or against it.
   void ChangeElements(std::size_t counted) {
     const DumpRow& row = dump_.rows[counted];
     std::vector<std::pair<std::size_t, std::size_t>> elements;  // offset and size
@@ -106,23 +99,20 @@ class Mutation {
       elements.back().second = inner.offset + inner.size - elements.back().first;
       last = element;
     }
-    const std::uint32_t count = CountAt(row);
-    const auto any = [&] { return elements[Below(elements.size())]; };
     const unsigned choice = Below(8);
     if (choice == 0) return ChangeNumber(row.offset, Below(4) == 0 ? row.size : 1);
+    const auto [at, size] =
+        elements.empty() ? std::pair(row.offset, row.size) : elements[Below(elements.size())];
+    const std::uint32_t count = CountAt(row);
     if (choice == 1 && !elements.empty()) {
-      bytes_.erase(any().first, any().second);
+      bytes_.erase(at, size);
       return Put(row.offset, count - 1, row.size);
     }
-    if (choice == 2 && elements.size() > 1) {
-      const auto [from, size] = any();
-      return bytes_.insert(any().first, bytes_.substr(from, size)), Put(row.offset, count + 1, row.size);
-    }
-    const std::string element = elements.empty() || choice == 3 ? DefaultElement(row.form) : [&](auto place) {
-      return bytes_.substr(place.first, place.second);
-    }(any());
+    const std::string element =
+        elements.empty() || choice == 2 ? DefaultElement(row.form) : bytes_.substr(at, size);
+    const std::size_t place = choice < 5 ? row.offset + row.size : at + size;
     const unsigned times = Below(8) == 0 ? Below(40) : 1;
-    for (unsigned i = 0; i < times; ++i) bytes_.insert(row.offset + row.size, element);
+    for (unsigned i = 0; i < times; ++i) bytes_.insert(place, element);
     Put(row.offset, count + times, row.size);
   }
 

@@ -1,5 +1,6 @@
 // Changes XML documents token by token, with new tokens from XmlGrammar.h. ZV_HAS_SELECTION: a line with a
 // selection comes before the document. Otherwise a document may also be made or read as UTF-16.
+#include <algorithm>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -37,7 +38,7 @@ std::string Mutated(std::string_view document, fuzz::XmlGrammar& grammar) {
   };
   auto from = place(), to = place();
   if (to < from) std::swap(from, to);
-  switch (tokens.empty() ? 0 : grammar.Below(10)) {
+  switch (tokens.empty() ? 0 : grammar.Below(9)) {
     case 0:
       return (grammar.Below(3) == 0 ? grammar.Declaration() : "") +
              (grammar.Below(3) == 0 ? grammar.Type() : "") + grammar.Element(4);
@@ -58,22 +59,12 @@ std::string Mutated(std::string_view document, fuzz::XmlGrammar& grammar) {
       tokens.insert(tokens.insert(to, "</" + name + ">") - (to - from), grammar.StartTag(name));
       break;
     }
-    case 5: {  // another name in all tags that have it
-      const std::string old = from == tokens.end() ? "a" : from->substr(1, from->find_first_of(" />", 1) - 1),
-                        name = grammar.Name();
-      for (std::string& token : tokens) {
-        const std::size_t at = token.compare(0, 2, "</") == 0 ? 2 : 1;
-        if (!old.empty() && token[0] == '<' && token.compare(at, old.size(), old) == 0)
-          token.replace(at, old.size(), name);
-      }
-      break;
-    }
-    case 6: {
+    case 5: {
       const std::size_t end = from == tokens.end() ? 0 : from->find_first_of("/>", 1);
       if (end != 0 && end != std::string::npos && (*from)[0] == '<') from->insert(end, grammar.Attribute());
       break;
     }
-    case 7:
+    case 6:
       if (tokens[0].compare(0, 5, "<?xml") == 0) tokens.erase(tokens.begin());
       tokens.insert(tokens.begin(), grammar.Below(2) != 0 ? grammar.Declaration() : grammar.Type());
       break;
@@ -85,32 +76,15 @@ std::string Mutated(std::string_view document, fuzz::XmlGrammar& grammar) {
   return all;
 }
 
-// The document as one byte a character, and how it was in the file.
-struct Document {
-  std::string text;
-  std::size_t low = 0, high = 0;  ///< where the halves of a unit are, if not the same
+bool IsUtf16(std::string_view bytes) {
+  return bytes.size() > 1 && (bytes[0] == '\0' || bytes[1] == '\0' || bytes.substr(0, 2) == "\xFF\xFE");
+}
 
-  explicit Document(std::string_view bytes) {
-    if (bytes.size() > 1 && (bytes[0] == '\0' || bytes[1] == '\0' || bytes.substr(0, 2) == "\xFF\xFE" ||
-                             bytes.substr(0, 2) == "\xFE\xFF")) {
-      high = bytes[1] == '\0' || bytes[0] == '\xFF' ? 1 : 0;
-      low = 1 - high;
-    }
-    if (low == high) text = bytes;
-    for (std::size_t at = 0; low != high && at + 1 < bytes.size(); at += 2) text += bytes[at + low];
-    if (low != high && text[0] == '\xFF') text.erase(0, 1);
-  }
-  std::string Bytes(bool hasMark) const {
-    std::string units;
-    if (low == high) return text;
-    const auto add = [&](char lower, char higher) {
-      (units += low == 0 ? lower : higher) += low == 0 ? higher : lower;
-    };
-    if (hasMark) add('\xFF', '\xFE');
-    for (const char byte : text) add(byte, '\0');
-    return units;
-  }
-};
+std::string Utf16(const std::string& text, bool isBigEndian, bool hasMark) {
+  std::string units = hasMark ? isBigEndian ? "\xFE\xFF" : "\xFF\xFE" : "";
+  for (const char byte : text) (units += isBigEndian ? '\0' : byte) += isBigEndian ? byte : '\0';
+  return units;
+}
 
 }  // namespace
 
@@ -126,11 +100,12 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
     all += '\n';
     return fuzz::PutMutated(all + (isSelection ? std::string(rest) : Mutated(rest, grammar)), data, 0, most);
   }
-  Document document(rest);
-  document.text = Mutated(document.text, grammar);
-  if (grammar.Below(8) == 0) {
-    document.low = grammar.Below(2);
-    document.high = grammar.Below(2);
-  }
-  return fuzz::PutMutated(document.Bytes(grammar.Below(4) != 0), data, 0, most);
+  std::string text(rest);
+  const bool isUtf16 = IsUtf16(text);
+  if (isUtf16) text.erase(std::remove(text.begin(), text.end(), '\0'), text.end());
+  if (isUtf16) text.erase(0, text.find_first_not_of("\xFE\xFF"));
+  text = Mutated(text, grammar);
+  if (isUtf16 ? grammar.Below(4) != 0 : grammar.Below(8) == 0)
+    text = Utf16(text, grammar.Below(2) != 0, grammar.Below(4) != 0);
+  return fuzz::PutMutated(text, data, 0, most);
 }
