@@ -55,7 +55,7 @@ fuzz_prepare() {
 
 # Reduces the corpora to inputs that reach something that no smaller one reaches, and stores them.
 fuzz_store() {
-  local name size all=0
+  local name all
   rm -rf "$fuzz_work/reduced"
   mkdir -p fuzz/corpora
   for name in "$@"; do
@@ -64,8 +64,8 @@ fuzz_store() {
       >"$fuzz_work/logs/$name" 2>&1 || fail "the corpus of $name cannot be reduced; see $fuzz_work/logs/$name"
     tar -cJf "fuzz/corpora/$name.tar.xz" -C "$fuzz_work/reduced" --sort=name --mtime=@0 --owner=0 --group=0 \
       --numeric-owner --mode=go=r,u=rw,a+X "$name"
-    size=$(stat -c %s "fuzz/corpora/$name.tar.xz") all=$((all + $(stat -c %s "fuzz/corpora/$name.tar.xz")))
-    printf '%-12s %6d inputs %8d bytes stored\n' "$name" "$(find "$fuzz_work/reduced/$name" -type f | wc -l)" "$size"
+    printf '%-12s %6d inputs %8d bytes stored\n' "$name" "$(find "$fuzz_work/reduced/$name" -type f | wc -l)" \
+      "$(stat -c %s "fuzz/corpora/$name.tar.xz")"
   done
   all=$(cat fuzz/corpora/*.tar.xz | wc -c)
   [ "$all" -le "$fuzz_most_stored" ] || fail "the corpora have $all bytes, more than $fuzz_most_stored"
