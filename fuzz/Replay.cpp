@@ -1,7 +1,10 @@
 // replay FOLDER...: gives each fuzz target T the inputs in FOLDER/T. For builds without a fuzzer. Prints how
 // many inputs there were; a target that finds a broken promise ends the program. Fails if a target has none.
+#include <algorithm>
+#include <csignal>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <fstream>
@@ -25,6 +28,10 @@ struct Target {
 constexpr Target kTargets[] = {ZV_FUZZ_TARGETS};
 #undef TARGET
 
+// The input that is being tried, named when it ends the program.
+std::string tried;
+void NameTried(int) { std::fprintf(stderr, "replay: %s ended the program\n", tried.c_str()); }
+
 int Replay(const Target& target, const std::filesystem::path& folder) {
   if (!std::filesystem::is_directory(folder)) return 0;
   int count = 0;
@@ -34,10 +41,11 @@ int Replay(const Target& target, const std::filesystem::path& folder) {
     // In a block of its own size, so that reading beyond its end is seen.
     const auto bytes = std::make_unique<std::uint8_t[]>(content.size());
     std::copy(content.begin(), content.end(), bytes.get());
+    tried = entry.path().string();
     try {
       target.run(bytes.get(), content.size());
     } catch (const std::exception& thrown) {
-      std::fprintf(stderr, "replay: %s threw: %s\n", entry.path().string().c_str(), thrown.what());
+      std::fprintf(stderr, "replay: %s threw: %s\n", tried.c_str(), thrown.what());
       std::exit(1);
     }
     ++count;
@@ -52,6 +60,7 @@ int main(int count, char** arguments) {
     std::fprintf(stderr, "usage: replay FOLDER...\n");
     return 1;
   }
+  std::signal(SIGABRT, NameTried);
   int all = 0;
   for (const Target& target : kTargets) {
     int inputs = 0;
