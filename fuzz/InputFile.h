@@ -1,8 +1,5 @@
-// InputFile: a file in memory that makes the bytes of a fuzz input available under a path.
+// InputFile: a file that makes the bytes of a fuzz input available under a path; in memory on Linux.
 #pragma once
-
-#include <sys/mman.h>
-#include <unistd.h>
 
 #include <string>
 #include <string_view>
@@ -13,23 +10,19 @@ namespace fuzz {
 
 class InputFile {
  public:
-  InputFile() : descriptor_(memfd_create("input", 0)), path_("/proc/self/fd/" + std::to_string(descriptor_)) {
-    Check(descriptor_ >= 0, "the system can create a file in memory");
-  }
-  ~InputFile() { close(descriptor_); }
+  InputFile();
+  ~InputFile();
   InputFile(const InputFile&) = delete;
   InputFile& operator=(const InputFile&) = delete;
 
   /// Replaces the content.
-  void Write(std::string_view bytes) const {
-    const bool isWritten = ftruncate(descriptor_, 0) == 0 && pwrite(descriptor_, bytes.data(), bytes.size(),
-                                                                    0) == static_cast<ssize_t>(bytes.size());
-    Check(isWritten, "the input can be written to the file in memory");
-  }
+  void Write(std::string_view bytes) const;
   const std::string& Path() const { return path_; }
+  /// Makes the file appear under another path, too.
+  void AppearAs(const std::string& path) const;
 
  private:
-  int descriptor_;
+  int descriptor_ = -1;  ///< of the file in memory
   std::string path_;
 };
 

@@ -21,8 +21,8 @@ inline std::string Walked(CUtiXmlParser& parser) {
   // The depth is limited because this walk recurses; the library itself does not.
   const auto walk = [&](const auto& self, const CUtiXmlElement& element, int depth) -> void {
     if (--left < 0 || depth > kMaxDepth) return;
-    seen += "<" + std::string(element.GetNodeName()) + " k=" + element.GetAttribute("k").GetString();
-    seen += " n=" + std::to_string(element.GetAttributeInt("n"));
+    seen.append("<").append(element.GetNodeName()).append(" k=").append(element.GetAttribute("k"));
+    seen.append(" n=").append(std::to_string(element.GetAttributeInt("n")));
     CUtiXmlNodeList list;
     Check(element.GetChildNodes(&list) == 1, "an element has a list of child nodes");
     Check((list.GetLength() > 0 ? -1 : 0) == element.IsHasChild(nullptr),

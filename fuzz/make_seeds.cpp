@@ -1,5 +1,4 @@
-// make_seeds FOLDER: writes seeds for the fuzz targets `records` and `dump` to FOLDER/records and
-// FOLDER/dump. Each golden record gives two seeds per target.
+// make_seeds FOLDER: writes a seed for each golden record and each fuzz target of records to FOLDER/TARGET.
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
@@ -30,7 +29,7 @@ int main(int count, char** arguments) {
     write("records", name, plain + golden.Bytes());
     write("records", name + "_over", other + golden.Bytes());
     write("dump", name, plain + golden.Bytes());
-    write("dump", name + "_named", other + lines);
+    write("fill", name, plain + lines);
   }
   return 0;
 }

@@ -46,15 +46,29 @@ char* Middle() {
   return middle;
 }
 
+// An argument list of x86-64, from the System V ABI: how much of the registers is used up, where the
+// arguments in memory go on, and where the registers are saved.
+struct ListLayout {
+  unsigned usedGeneral = 48, usedFloating = 304;
+  const void* next = nullptr;
+  const void* registers = nullptr;
+};
+static_assert(sizeof(ListLayout) == sizeof(va_list));
+
+const char* NextOf(const void* list) {
+  ListLayout layout;
+  std::memcpy(&layout, list, sizeof layout);
+  return static_cast<const char*>(layout.next);
+}
+
 class Arguments {
  public:
   Arguments(const char* text, std::size_t count)
       : Arguments(std::vector<std::uint64_t>(count, reinterpret_cast<std::uintptr_t>(text))) {}
   explicit Arguments(std::vector<std::uint64_t> slots) : slots_(std::move(slots)) {
-    list[0].gp_offset = 48;  // registers are used up
-    list[0].fp_offset = 304;
-    list[0].overflow_arg_area = slots_.data();
-    list[0].reg_save_area = nullptr;
+    ListLayout layout;
+    layout.next = slots_.data();
+    std::memcpy(list, &layout, sizeof layout);
   }
   va_list list;
 
@@ -182,10 +196,9 @@ void CheckInStep(const char* const format) {
       at += zvuti::gbk::CharLength(at);
       continue;
     }
-    const void* const before = list.list[0].overflow_arg_area;
+    const char* const before = NextOf(list.list);
     const zvuti::FormatConversion conversion = zvuti::ReadConversion(at + 1, list);
-    const auto taken =
-        static_cast<const char*>(list.list[0].overflow_arg_area) - static_cast<const char*>(before);
+    const auto taken = NextOf(list.list) - before;
     slots.insert(slots.end(), static_cast<std::size_t>(taken) / sizeof slots[0], SlotOf('w'));
     switch (conversion.argument) {
       case zvuti::FormatArgument::kNone:

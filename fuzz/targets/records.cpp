@@ -1,12 +1,8 @@
 // Every record's reader. The first byte picks the record (its lower seven bits) and whether the target is
 // a default record or a filled one; the others are the bytes to read.
-#include <algorithm>
-#include <functional>
 #include <string>
 
-#include <ZvUtiLib/records/Describe.h>
-
-#include "fuzz/Check.h"
+#include "fuzz/HostileCount.h"
 #include "records/Units.h"
 #include "tests/support/LiteralRecords.h"
 
@@ -17,17 +13,6 @@ using zvuti::wire::RecordType;
 
 // A wild count gives tens of thousands of elements; comparing all of them would only cost time.
 constexpr std::size_t kMostCompared = 20'000;
-
-// A count without the bytes for it costs a thousand times what other inputs do: a few of these will do.
-bool IsPassedOver(const RecordType& type, const std::string& bytes) {
-  zvuti::RecordDump dump;
-  zvuti::DumpRecord(type.name, bytes.data(), bytes.size(), dump);
-  const auto isWild = [](const zvuti::DumpRow& row) {
-    return row.form.rfind("sequence", 0) == 0 && row.value.size() >= 4;
-  };
-  return !dump.isWhole && std::any_of(dump.rows.begin(), dump.rows.end(), isWild) &&
-         std::hash<std::string>()(bytes) % 64 != 0;
-}
 
 RecordType::Object Target(const RecordType& type, bool isFilled) {
   return isFilled ? test::FilledRecord(type) : type.make();
@@ -43,7 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool isFilled = data[0] >= 0x80 && hasRows;
   const std::string bytes(fuzz::BytesOf(data + 1, size - 1));
 
-  if (IsPassedOver(type, bytes)) return 0;
+  if (fuzz::IsPassedOver(type, bytes)) return 0;
 
   const auto record = Target(type, isFilled);
   CStreamReader stream(bytes);

@@ -1,6 +1,5 @@
 // The stream's forms of numbers, texts, sequences and maps: steps on a stream, and the same on a string.
-#include <fuzzer/FuzzedDataProvider.h>
-
+#include <algorithm>
 #include <cstring>
 #include <map>
 #include <string>
@@ -9,7 +8,7 @@
 #include <ZvUtiLib/data/CTextString.h>
 #include <ZvUtiLib/data/Containers.h>
 
-#include "fuzz/Check.h"
+#include "fuzz/Input.h"
 
 namespace {
 
@@ -76,10 +75,21 @@ void Write(Model& out, const std::map<std::int32_t, std::int32_t>& map) {
   }
 }
 
-// A count without the bytes for it makes tens of thousands of empty elements. A few of these will do; most
-// such counts are taken as numbers.
-bool IsWild(const Model& model) {
-  return Model(model).Number<std::uint16_t>() > 1000 && model.bytes.size() < 1000;
+// Each step compares all bytes, and reading moves them.
+constexpr std::size_t kMostBytes = 1'000;
+constexpr int kMostSteps = 100;
+
+/// The largest count that an input may use. Large ones make tens of thousands of elements, so a few inputs
+/// with these will do; the others take such counts as numbers.
+std::uint16_t LargestCount(std::string_view input) {
+  return fuzz::IsChosen(input, 512) ? 0xFFFF : fuzz::IsChosen(input, 16) ? 1000 : 50;
+}
+
+/// True if the next count, or the count in the first element after it, is larger than that.
+bool IsWild(const Model& model, std::uint16_t largest) {
+  std::uint16_t counts[2] = {};
+  std::memcpy(counts, model.bytes.data(), std::min(sizeof counts, model.bytes.size()));
+  return counts[0] > largest || counts[1] > largest;
 }
 
 struct Both {
@@ -127,32 +137,34 @@ struct Text {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  FuzzedDataProvider input(data, size);
+  fuzz::Input input(data, size);
+  const std::uint16_t largest = LargestCount(fuzz::BytesOf(data, size));
   Both both;
-  while (input.remaining_bytes() > 0 && both.model.bytes.size() < 20'000) {
-    const bool isReading = input.ConsumeBool();
-    const bool isSkipped = IsWild(both.model) && input.ConsumeIntegral<std::uint8_t>() >= 4;
-    switch (isSkipped ? 1 : input.ConsumeIntegralInRange(0, 11)) {
+  for (int steps = 0; !input.IsEmpty() && steps < kMostSteps && both.model.bytes.size() < kMostBytes;
+       ++steps) {
+    const unsigned choice = input.Below(24);
+    const bool isReading = choice < 12;
+    switch (IsWild(both.model, largest) ? 1 : choice % 12) {
       case 0:
-        both.Step(input.ConsumeIntegral<std::uint8_t>(), isReading);
+        both.Step(input.Number<std::uint8_t>(), isReading);
         break;
       case 1:
-        both.Step(input.ConsumeIntegral<std::int16_t>(), isReading);
+        both.Step(input.Number<std::int16_t>(), isReading);
         break;
       case 2:
-        both.Step(input.ConsumeIntegral<std::uint32_t>(), isReading);
+        both.Step(input.Number<std::uint32_t>(), isReading);
         break;
       case 3:
-        both.Step(input.ConsumeIntegral<std::int64_t>(), isReading);
+        both.Step(input.Number<std::int64_t>(), isReading);
         break;
       case 4:
-        both.Step(input.ConsumeRandomLengthString(300), isReading);
+        both.Step(input.Text(255), isReading);
         break;
       case 5:
-        both.StepOwnText<Buffer>(input.ConsumeRandomLengthString(50));
+        both.StepOwnText<Buffer>(input.Text(50));
         break;
       case 6:
-        both.StepOwnText<Text>(input.ConsumeRandomLengthString(50));
+        both.StepOwnText<Text>(input.Text(50));
         break;
       case 7:
         both.Step(std::vector<std::int16_t>{1, 2}, isReading);
@@ -164,10 +176,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         both.Step(std::vector<std::vector<std::int32_t>>{{3}}, isReading);
         break;
       case 10:
-        both.Step(std::map<std::int32_t, std::int32_t>{{input.ConsumeIntegral<std::int8_t>(), 1}}, isReading);
+        both.Step(std::map<std::int32_t, std::int32_t>{{input.Number<std::int8_t>(), 1}}, isReading);
         break;
       default: {
-        const std::string raw = input.ConsumeRandomLengthString(200);
+        const std::string raw = input.Text(200);
         both.stream.Write(raw.data(), static_cast<unsigned>(raw.size()));
         both.model.bytes += raw;
       }

@@ -1,11 +1,10 @@
 // The loaders of level, rank and task files. Input: one byte that selects the loader; the bytes of the file.
-#include <stdlib.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <random>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -30,20 +29,19 @@ const fuzz::InputFile& File() {
 }
 
 // A folder that the library takes for the program's folder, in memory if possible. The files of the tables
-// are links to the input. The path of an unknown game is the folder itself.
+// are the input. The path of an unknown game is the folder itself.
 constexpr unsigned long kUnknownGame = 0;
 class AppFolder {
  public:
   AppFolder() {
-    std::string name =
-        std::filesystem::exists("/dev/shm") ? "/dev/shm/zvuti-fuzz-XXXXXX" : "/tmp/zvuti-fuzz-XXXXXX";
-    fuzz::Check(mkdtemp(name.data()) != nullptr, "the system can create a folder");
-    path_ = name + "/";
+    const std::filesystem::path memory = "/dev/shm";
+    const auto above = std::filesystem::exists(memory) ? memory : std::filesystem::temp_directory_path();
+    path_ = (above / ("zvuti-fuzz-" + std::to_string(std::random_device{}()))).string() + "/";
     zvuti::TheDoors().applicationFolder = [] { return path_; };
     for (const char* file : {"Rank.ini", "Task.ini"}) {
-      const std::string link(zvuti::WithNativeSeparators(CUtiIO::GetGamePath(kUnknownGame, file)));
-      std::filesystem::create_directories(std::filesystem::path(link).parent_path());
-      std::filesystem::create_symlink(File().Path(), link);
+      const std::string path(zvuti::WithNativeSeparators(CUtiIO::GetGamePath(kUnknownGame, file)));
+      std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+      File().AppearAs(path);
     }
   }
   ~AppFolder() { std::filesystem::remove_all(path_); }

@@ -73,6 +73,8 @@ windows() {
   check_windows_client "$PWD/$windows_build/installed" build/client-windows
   say "Tests, under Wine"
   in_wine "$windows_build/tests" zvutilib_tests.exe --gtest_brief=1
+  say "The kept inputs of the fuzz targets, under Wine"
+  in_wine "$windows_build/fuzz" fuzz_replay.exe inputs
   say "The lobby program, under Wine"
   compare_lobby_reports
 }
