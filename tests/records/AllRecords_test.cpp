@@ -3,185 +3,126 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <ostream>
+#include <functional>
+#include <iterator>
 #include <random>
-#include <set>
 #include <string>
 #include <vector>
 
-#include <ZvUtiLib/records/Describe.h>
-
 #include "records/Units.h"
-#include "tests/support/HeapFaults.h"
+#include "tests/support/Described.h"
+#include "tests/support/GoldenRecords.h"
 #include "tests/support/LiteralRecords.h"
-#include "tests/support/WireBytes.h"
-
-namespace test {
-
-// For the messages of tests.
-static std::ostream& operator<<(std::ostream& out, const Outcome& outcome) {
-  return out << "thrown '" << outcome.thrown << "', capacity " << outcome.capacity << ", "
-             << testing::PrintToString(outcome.bytes) << ", " << outcome.state;
-}
-
-}  // namespace test
 
 namespace {
 
 using namespace std::string_literals;
-using zvuti::wire::AllRecords;
+using zvuti::wire::FindRecord;
 using zvuti::wire::RecordType;
 
-// Holds the engine against literal reading and writing: on random records, on every truncation of their
-// bytes, on bytes changed at random, with default and with filled targets, on a full heap.
-class Comparison {
- public:
-  Comparison(const RecordType& type, unsigned seed) : type_(type), random_(seed) {}
+constexpr int kChangesPerRecord = 150;
+constexpr std::size_t kMostReadBack = 10'000;  // bytes; literal reading takes time in their square
 
-  void Round() {
-    const auto record = Random(Next());
-    const std::string before(Next() % 3 == 0 ? Next() % 2100 : 1024 * (1 + Next() % 3) - Next() % 40, 'b');
-    Write(record.get(), before);
-    CStreamReader stream;
-    test::OutcomeOf(stream, [&] { test::WriteLiterally(type_, stream, record.get()); });
-    const std::string bytes = test::Bytes(stream);
-    const std::size_t step = bytes.size() / 150 + 1;
-    for (std::size_t length = 0; length <= bytes.size(); length += step) Read(bytes.substr(0, length));
-    Read(bytes + "tail");
-    for (int i = 0; i < 50 && !bytes.empty(); ++i) {
-      std::string changed = bytes;
-      for (unsigned n = Next() % 6 + 1; n > 0; --n) {
-        const unsigned value = Next() % 500 == 0 ? 0x80u : Next() % 4;
-        changed[Next() % (n % 2 == 0 ? changed.size() : std::min<std::size_t>(changed.size(), 64))] =
-            static_cast<char>(value);
-      }
-      Read(changed.substr(0, Next() % 2 == 0 ? changed.size() : Next() % changed.size()));
-    }
+// The bytes with up to three of them changed, half of the time cut off somewhere. Most new values are small,
+// so that counts stay below a thousand; 0x80 makes some of them large and others negative.
+std::string Changed(std::string bytes, std::mt19937& random) {
+  const auto below = [&](std::size_t end) { return random() % end; };
+  for (auto changes = 1 + below(3); changes > 0; --changes) {
+    bytes[below(bytes.size())] = static_cast<char>(below(100) == 0 ? 0x80 : below(4));
   }
+  return bytes.substr(0, below(2) == 0 ? bytes.size() : below(bytes.size()));
+}
 
- private:
-  RecordType::Object Random(unsigned seed) const {
-    auto record = type_.make();
-    std::mt19937 random(seed);
-    test::FillRandomly(type_, record.get(), random);
-    return record;
+void ExpectLiteral(const RecordType& type, const std::string& bytes) {
+  SCOPED_TRACE(std::string(type.name) + " from " + testing::PrintToString(bytes));
+  const auto outcomeOf = [&](bool isFilled, const std::function<void(CStreamReader&, void*)>& read) {
+    const auto record = isFilled ? test::FilledRecord(type) : type.make();
+    CStreamReader stream(bytes);
+    test::Outcome outcome = test::OutcomeOf(stream, [&] { read(stream, record.get()); });
+    outcome.state = test::StateOf(type, record.get());
+    return outcome;
+  };
+  const auto readLiterally = [&](CStreamReader& in, void* record) { test::ReadLiterally(type, in, record); };
+  for (const bool isFilled : {false, true}) {
+    const test::Outcome outcome = outcomeOf(isFilled, type.read),
+                        literal = outcomeOf(isFilled, readLiterally);
+    ASSERT_EQ(outcome.thrown, literal.thrown);
+    ASSERT_EQ(outcome.bytes, literal.bytes);
+    ASSERT_EQ(outcome.state, literal.state);
+
+    if (outcome.state.size() > kMostReadBack) continue;
+    const auto again = type.make();
+    CStreamReader written(outcome.state);
+    test::ReadLiterally(type, written, again.get());
+    ASSERT_EQ(written.Length(), 0);
+    ASSERT_EQ(test::StateOf(type, again.get()), outcome.state);
   }
-
-  void Write(void* record, const std::string& before) {
-    for (const int refused : {0, 1, 2}) {
-      CStreamReader engine(before), literal(before);
-      const auto write = [&](CStreamReader& stream, bool isLiteral) {
-        return test::OutcomeOf(stream, [&] {
-          // One refused block costs the engine its single reservation, not a field (unless the record
-          // is one field); a full heap costs both the fields that find no room.
-          const bool isSpared = isLiteral && refused == 1 && type_.blockBytes == 0;
-          const test::HeapFaults faults(isSpared ? 0 : std::min(refused, 1), refused == 2);
-          isLiteral ? test::WriteLiterally(type_, stream, record) : type_.write(stream, record);
-        });
-      };
-      const test::Outcome seen = write(engine, false);
-      ASSERT_EQ(seen, write(literal, true)) << type_.name << ", refused " << refused;
-    }
-  }
-
-  // Into a default record and into a filled one in turn.
-  void Read(const std::string& bytes) {
-    isFilled_ = !isFilled_;
-    const unsigned seed = Next();
-    const auto read = [&](bool isLiteral) {
-      const auto record = isFilled_ ? Random(seed) : type_.make();
-      CStreamReader stream(bytes);
-      test::Outcome outcome = test::OutcomeOf(stream, [&] {
-        isLiteral ? test::ReadLiterally(type_, stream, record.get()) : type_.read(stream, record.get());
-      });
-      outcome.state = test::StateOf(type_, record.get());
-      return outcome;
-    };
-    const test::Outcome seen = read(false);
-    // A count read from the wrong place gives tens of thousands of elements; a few of these will do.
-    if (seen.state.size() > 50'000 && ++huge_ > 2) return;
-    ASSERT_EQ(seen, read(true)) << type_.name << " from " << testing::PrintToString(bytes);
-  }
-
-  unsigned Next() { return static_cast<unsigned>(random_()); }
-
-  const RecordType& type_;
-  std::mt19937 random_;
-  bool isFilled_ = false;
-  int huge_ = 0;
-};
+}
 
 TEST(AllRecords, AreReadAndWrittenFieldByField) {
-  unsigned seed = 740;
-  for (const RecordType* type : AllRecords()) {
-    if (type->framing) continue;
-    Comparison comparison(*type, ++seed);
-    for (int round = 0; round < 3 && !HasFatalFailure(); ++round) comparison.Round();
-  }
-}
-
-TEST(AllRecords, HaveNamesOfTheirOwnAndRows) {
-  std::set<std::string> names;
-  for (const std::string& name : zvuti::RecordNames()) {
-    std::vector<zvuti::RecordRow> rows;
-    EXPECT_TRUE(names.insert(name).second) << name;
-    EXPECT_TRUE(zvuti::ListRecord(name, rows)) << name;
-    EXPECT_FALSE(rows.empty()) << name;
-    for (const auto& row : rows)
-      EXPECT_TRUE(row.type.empty() || zvuti::wire::FindRecord(row.type)) << row.type;
-  }
-}
-
-// What the dump of the bytes shows, put into a record again. What is not whole has no promise but that it
-// comes to an end.
-bool IsTakenBack(const RecordType& type, const std::string& bytes) {
-  zvuti::RecordDump dump;
-  zvuti::DumpRecord(type.name, bytes.data(), bytes.size(), dump);
-  std::vector<zvuti::NamedValue> values;
-  for (const auto& row : dump.rows) values.push_back({row.path, row.value});
-  std::string again, problem;
-  const bool isFilled = zvuti::FillRecord(type.name, values, again, problem);
-  if (dump.isWhole) {
-    EXPECT_EQ(again, bytes.substr(0, dump.size)) << type.name << " " << problem;
-  } else {
-    EXPECT_EQ(again.empty(), !isFilled) << type.name;
-  }
-  return dump.isWhole;
-}
-
-std::string RandomBytes(const RecordType& type, std::mt19937& random) {
-  if (type.framing) {
-    return "\2\0\0\0\2\0\0\0\1\0\0\0\2\0\0\0\7\0\0\0\x8\0\0\0\2\0\0\0\0\0\0\0\3\0\0\0"s +
-           std::string(20, '\4') + "\1\0"s + std::string(16, '\5') + std::string(26, '\0');
-  }
-  const auto record = type.make();
-  test::FillRandomly(type, record.get(), random);
-  CStreamReader stream;
-  return test::OutcomeOf(stream, [&] { type.write(stream, record.get()); }).bytes;
-}
-
-// Any bytes that decode whole: those that a writer makes and those that none would, with unknown tags,
-// keys that come twice or do not rise, and counts below 0.
-TEST(AllRecords, WhatADumpShowsFillsTheSameBytesAgain) {
   std::mt19937 random(1);
-  for (const RecordType* type : AllRecords()) {
-    int whole = 0;
-    for (int round = 0; round < 20 && !HasFailure(); ++round) {
-      const std::string bytes = RandomBytes(*type, random);
-      whole += IsTakenBack(*type, bytes);
-      for (std::size_t length = 0; length < bytes.size(); length += bytes.size() / 20 + 1)
-        IsTakenBack(*type, bytes.substr(0, length));
-      for (int i = 0; i < 30; ++i) {
-        std::string changed = bytes;
-        for (auto n = random() % 3 + 1; n > 0 && !changed.empty(); --n)
-          changed[random() % changed.size()] = static_cast<char>(random() % 2 ? random() % 4 : random());
-        whole += IsTakenBack(*type, changed + "behind");
-      }
-      std::string noise(random() % 200, '\0');
-      for (char& byte : noise) byte = static_cast<char>(random() % 3 ? random() % 3 : random());
-      whole += IsTakenBack(*type, noise);
+  for (const test::Golden& golden : test::GoldenRecords()) {
+    if (golden.kind != "filled") continue;
+    const RecordType& type = *FindRecord(golden.record);
+    const std::string bytes = golden.Bytes();
+    ExpectLiteral(type, bytes + "tail");
+    for (std::size_t length = 0; length <= bytes.size(); ++length)
+      ExpectLiteral(type, bytes.substr(0, length));
+    for (int i = 0; i < kChangesPerRecord; ++i) ExpectLiteral(type, Changed(bytes, random));
+    if (HasFatalFailure()) return;
+  }
+}
+
+// The rows that are whole lie side by side. Those of bytes that are whole give the same bytes again.
+void ExpectShown(const std::string& record, const std::string& bytes) {
+  SCOPED_TRACE(record + " from " + testing::PrintToString(bytes));
+  const zvuti::RecordDump dump = test::Dumped(record, bytes);
+  std::size_t end = 0;
+  for (const auto& row : dump.rows) {
+    ASSERT_EQ(row.offset, end) << row.path;
+    end += row.size;
+  }
+  ASSERT_EQ(dump.size, end);
+  ASSERT_EQ(dump.isWhole, dump.problem.empty());
+  if (dump.isWhole) {
+    ASSERT_EQ(test::Filled(record, test::ValuesOf(dump)), bytes.substr(0, end));
+  }
+}
+
+// Bytes that no writer makes, but that can be shown and filled.
+std::vector<test::Golden> StrangeSamples() {
+  const std::string none(4, '\0'), one = "\1\0\0\0"s, two = "\2\0\0\0"s, minusOne = "\xFF\xFF\xFF\xFF";
+  const std::string bundle(22, '\0'), blocks = one + std::string(12, '\7') + one + std::string(12, '\x8');
+  const std::string sameGroups = one + one + two + one + none + one + one + two;
+  const auto sample = [](const char* record, const std::string& bytes) {
+    return test::Golden{record, "", {{bytes, "", ""}}};
+  };
+  return {
+      sample("PlayerStatus", "\1\2\3\4\5\6\7\x8"),                                // an unknown tag
+      sample("CUtiCounterTable", minusOne),                                       // a count below 0
+      sample("CUtiCounterTable", two + two + one + two + two),                    // a key twice
+      sample("CUtiCounterTable", two + one + one + minusOne + one),               // falling keys
+      sample("AmountMap", two + blocks),                                          // two blocks of one key
+      sample("CUtiBundleTable", minusOne + minusOne),                             // counts below 0
+      sample("CUtiBundleTable", "\3\0\0\0"s + none + sameGroups),                 // groups of one key
+      sample("CUtiBundleTable", none + two + minusOne + bundle + none + bundle),  // falling keys
+  };
+}
+
+TEST(AllRecords, AreShownAsFarAsTheirBytesGoAndFilledAgain) {
+  std::vector<test::Golden> samples = StrangeSamples();
+  std::ranges::copy(test::GoldenRecords(), std::back_inserter(samples));
+  std::mt19937 random(1);
+  for (const test::Golden& sample : samples) {
+    const std::string bytes = sample.Bytes();
+    ExpectShown(sample.record, bytes + "tail");
+    EXPECT_TRUE(test::Dumped(sample.record, bytes).isWhole) << sample.record;
+    for (std::size_t length = 0; length < bytes.size(); ++length) {
+      ExpectShown(sample.record, bytes.substr(0, length));
+      ASSERT_FALSE(test::Dumped(sample.record, bytes.substr(0, length)).isWhole) << sample.record << length;
     }
-    EXPECT_GT(whole, 100) << type->name;
+    for (int i = 0; i < kChangesPerRecord; ++i) ExpectShown(sample.record, Changed(bytes, random) + "tail");
+    if (HasFatalFailure()) return;
   }
 }
 

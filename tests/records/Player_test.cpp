@@ -5,25 +5,24 @@
 #include <cstdint>
 #include <limits>
 #include <map>
-#include <random>
 #include <string>
 
 #include "records/Units.h"
 #include "tests/support/LiteralRecords.h"
+#include "tests/support/WireBytes.h"
 
 namespace {
 
 TEST(PlayerRecord, ResetKeepsStatusTextsAndAttributes) {
-  const auto* type = zvuti::wire::FindRecord("PlayerRecord");
-  std::mt19937 random(1);
-  PlayerRecord record, wanted;
-  test::FillRandomly(*type, &record, random);
+  const auto object = test::FilledRecord(*zvuti::wire::FindRecord("PlayerRecord"));
+  auto& record = *static_cast<PlayerRecord*>(object.get());
+  PlayerRecord wanted;
   wanted.Status = record.Status;
-  wanted.Text1 = record.Text1 = "one";
-  wanted.Text2 = record.Text2 = "two";
-  wanted.Attributes = record.Attributes = {{-8, 9}};
+  wanted.Text1 = record.Text1;
+  wanted.Text2 = record.Text2;
+  wanted.Attributes = record.Attributes;
   record.Reset();
-  EXPECT_EQ(test::StateOf(*type, &record), test::StateOf(*type, &wanted));
+  EXPECT_EQ(test::Written(record), test::Written(wanted));
 }
 
 TEST(PlayerRecord, TheAccountKindIsInTheLowFourBits) {

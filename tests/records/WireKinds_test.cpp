@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "tests/support/LiteralRecords.h"
 #include "tests/support/WireBytes.h"
@@ -12,27 +15,22 @@ namespace {
 using namespace std::string_literals;
 
 template <class Kind>
-void ExpectTag(Kind member, const std::string& tag) {
-  EXPECT_EQ(test::Written(member), tag);
-  CStreamReader stream(tag);
-  auto kind = static_cast<Kind>(99);
-  stream >> kind;
-  EXPECT_EQ(kind, member);
-  EXPECT_EQ(stream.Length(), 0);
+void ExpectTags(const std::vector<std::uint32_t>& tags) {
+  for (std::size_t member = 0; member < tags.size(); ++member) {
+    CStreamReader stream;
+    stream << static_cast<Kind>(member);
+    EXPECT_EQ(test::Bytes(stream), test::Written(tags[member])) << member;
+    auto kind = static_cast<Kind>(99);
+    stream >> kind;
+    EXPECT_EQ(kind, static_cast<Kind>(member));
+    EXPECT_EQ(stream.Length(), 0) << member;
+  }
 }
 
 TEST(WireKinds, MembersTravelAsTheirTags) {
-  ExpectTag(BinaryKind0, "\xEA\x4D\x2C\x72");
-  ExpectTag(BinaryKind1, "\xAD\x31\xF1\x2F");
-  ExpectTag(StatusKind0, "\xAC\xFF\xCA\xF8");
-  ExpectTag(StatusKind1, "\x70\x00\x4C\x2A"s);
-  ExpectTag(StatusKind2, "\x31\xAA\x4F\xDD");
-  ExpectTag(StatusKind3, "\xD8\x24\x83\x25");
-  ExpectTag(StatusKind4, "\x36\x3C\xDF\x77");
-  ExpectTag(StatusKind5, "\xEE\x85\x79\xC0");
-  ExpectTag(StatusKind6, "\xC9\xD4\x42\x7B");
-  ExpectTag(StatusKind7, "\x43\xD1\xB6\xF7");
-  ExpectTag(StatusKind8, "\x9F\x86\x01\x00"s);
+  ExpectTags<BinaryKind>({0x722C4DEA, 0x2FF131AD});
+  ExpectTags<StatusKind>({0xF8CAFFAC, 0x2A4C0070, 0xDD4FAA31, 0x258324D8, 0x77DF3C36, 0xC07985EE, 0x7B42D4C9,
+                          0xF7B6D143, 99999});
 }
 
 TEST(WireKinds, UnknownOnesThrowInOneAndPassInTheOther) {
@@ -42,20 +40,18 @@ TEST(WireKinds, UnknownOnesThrowInOneAndPassInTheOther) {
   out << static_cast<StatusKind>(9) << static_cast<StatusKind>(0xFFFFFFFF);
   EXPECT_EQ(out.Length(), 0);
 
-  const struct {
-    std::string bytes, rest;
-  } cases[] = {{"\0\0\0\0x"s, "x"}, {"\x01\x02\x03\x04", ""}, {"\xEA\x4D\x2C", "\xEA\x4D\x2C"}, {"", ""}};
-  for (const auto& c : cases) {
-    CStreamReader binary(c.bytes), status(c.bytes);
-    BinaryKind kind = BinaryKind1;
-    const test::Outcome outcome = test::OutcomeOf(binary, [&] { binary >> kind; });
-    EXPECT_EQ(outcome.thrown, message);
-    EXPECT_EQ(outcome.bytes, c.rest);
-    EXPECT_EQ(kind, BinaryKind1);
-    StatusKind other = StatusKind5;
-    status >> other;
-    EXPECT_EQ(other, StatusKind5);
-    EXPECT_EQ(test::Bytes(status), c.rest);
+  const std::pair<std::string, std::string> bytesAndRests[] = {
+      {"\0\0\0\0x"s, "x"}, {"\x01\x02\x03\x04", ""}, {"\xEA\x4D\x2C", "\xEA\x4D\x2C"}, {"", ""}};
+  for (const auto& [bytes, rest] : bytesAndRests) {
+    CStreamReader binaryIn(bytes), statusIn(bytes);
+    BinaryKind binary = BinaryKind1;
+    StatusKind status = StatusKind5;
+    EXPECT_EQ(test::OutcomeOf(binaryIn, [&] { binaryIn >> binary; }).thrown, message);
+    statusIn >> status;
+    EXPECT_EQ(binary, BinaryKind1);
+    EXPECT_EQ(status, StatusKind5);
+    EXPECT_EQ(test::Bytes(binaryIn), rest);
+    EXPECT_EQ(test::Bytes(statusIn), rest);
   }
 }
 

@@ -5,7 +5,6 @@
 #include <initializer_list>
 #include <map>
 #include <memory>
-#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -180,9 +179,7 @@ TEST(FullHeap, TablesCanBeUsedAfterwards) {
 TEST(FullHeap, RecordsLeaveTheRestOnTheStream) {
   int refusals = 0;
   for (const auto* type : zvuti::wire::AllRecords()) {
-    const auto filled = type->make();
-    std::mt19937 random(9);
-    if (!type->framing) test::FillRandomly(*type, filled.get(), random);
+    const auto filled = test::FilledRecord(*type);
     CStreamReader written;
     test::OutcomeOf(written, [&] { type->write(written, filled.get()); });
     const std::string bytes = Bytes(written);

@@ -1,11 +1,10 @@
-// A reference implementation of the wire format: reads and writes records field by field on the stream.
+// A reference implementation of the wire format: reads records field by field from the stream.
 //
 // Tests compare the wire engine with it. The two share nothing but the lists of rows; the golden records
 // check the lists themselves.
 #pragma once
 
 #include <functional>
-#include <random>
 #include <string>
 
 #include "data/wire/RecordType.h"
@@ -15,20 +14,19 @@ namespace test {
 using zvuti::wire::RecordType;
 
 void ReadLiterally(const RecordType& type, CStreamReader& in, void* record);
-void WriteLiterally(const RecordType& type, CStreamWriter& out, void* record);
 
-/// Gives every field a random value, with edge cases more often than by chance.
-void FillRandomly(const RecordType& type, void* record, std::mt19937& random);
+/// Returns a record that has been read from its golden bytes, with a value of its own in each field; a
+/// default one if there are none.
+RecordType::Object FilledRecord(const RecordType& type);
 
-/// The fields as text, for comparison and for messages. Of a very long sequence it has both ends and samples.
-std::string StateOf(const RecordType& type, void* record);
+/// The record's bytes on the wire, for comparison.
+std::string StateOf(const RecordType& type, const void* record);
 
 /// The visible effects of an operation on a stream.
 struct Outcome {
   std::string thrown;  ///< message of the exception, "" if there was none
   std::string bytes;   ///< on the stream afterwards
   std::string state;   ///< set by the caller
-  int capacity = 0;
   bool operator==(const Outcome&) const = default;
 };
 

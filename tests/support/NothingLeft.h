@@ -17,4 +17,8 @@ class NothingLeft {
   std::int64_t handles_, threads_;
 };
 
+/// The handles (on Linux: heap blocks) and the threads of the process.
+std::int64_t OpenHandles();
+std::int64_t RunningThreads();
+
 }  // namespace test

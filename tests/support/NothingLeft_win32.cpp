@@ -1,18 +1,13 @@
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <thread>
-
 #include <ZvUtiLib/platform/Windows.h>
 
 #include <tlhelp32.h>
 
 #include "tests/support/NothingLeft.h"
 
-namespace {
+namespace test {
 
 // Tries all values, because GetProcessHandleCount does not work under Wine.
-std::int64_t Handles() {
+std::int64_t OpenHandles() {
   constexpr std::uintptr_t kStep = 4, kBeyond = 0x2000;
   std::int64_t count = 0;
   for (std::uintptr_t value = kStep; value < kBeyond; value += kStep) {
@@ -22,7 +17,7 @@ std::int64_t Handles() {
   return count;
 }
 
-std::int64_t Threads() {
+std::int64_t RunningThreads() {
   const HANDLE all = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
   THREADENTRY32 entry{};
   entry.dwSize = sizeof entry;
@@ -32,24 +27,6 @@ std::int64_t Threads() {
   }
   CloseHandle(all);
   return count;
-}
-
-}  // namespace
-
-namespace test {
-
-NothingLeft::NothingLeft() {
-  std::thread([] {}).join();  // with the first thread the runtime library opens handles that it keeps
-  handles_ = Handles();
-  threads_ = Threads();
-}
-
-NothingLeft::~NothingLeft() {
-  // Wait: threads whose handles are closed cannot be joined.
-  const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-  while (Threads() > threads_ && std::chrono::steady_clock::now() < limit) std::this_thread::yield();
-  EXPECT_LE(Threads(), threads_);
-  EXPECT_LE(Handles(), handles_);
 }
 
 }  // namespace test

@@ -29,13 +29,11 @@ inline Pairs PairsOf(const CStringDict& dict) {
   return collector.pairs;
 }
 
-inline std::uint32_t ExpectedHash(const std::string& key) {
-  std::uint64_t hash = 2166136261;
-  for (const char c : key) {
-    const std::uint64_t byte = static_cast<unsigned char>(c);
-    hash = (hash * 16777619 % 0x1'0000'0000) ^ (byte < 0x80 ? byte : 0xFFFF'FF00 + byte);
-  }
-  return static_cast<std::uint32_t>(hash);
+/// Continues the hash of a dictionary's keys over `key`; bytes of 0x80 and more are negative.
+inline std::uint32_t ExpectedHash(const std::string& key, std::uint32_t hash = 2166136261) {
+  for (const char byte : key)
+    hash = hash * 16777619 ^ static_cast<std::uint32_t>(static_cast<signed char>(byte));
+  return hash;
 }
 
 /// The pairs in the expected order of visiting, computed from the keys and their number without a hash table.

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "tests/support/Rows.h"
+#include "tests/support/JoinedTexts.h"
 #include "tests/support/Wine.h"
 #include "tests/xml/Documents.h"
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "tests/support/Rows.h"
+#include "tests/support/JoinedTexts.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/Wine.h"
 #include "tests/xml/Documents.h"

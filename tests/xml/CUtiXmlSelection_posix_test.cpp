@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "tests/support/Rows.h"
+#include "tests/support/JoinedTexts.h"
 #include "tests/xml/Documents.h"
 
 namespace {

@@ -12,8 +12,8 @@
 #include <utility>
 
 #include "tests/support/HeapFaults.h"
+#include "tests/support/JoinedTexts.h"
 #include "tests/support/RefuseEach.h"
-#include "tests/support/Rows.h"
 #include "tests/support/TempFolder.h"
 #include "tests/xml/Documents.h"
 

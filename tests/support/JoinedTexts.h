@@ -1,4 +1,4 @@
-// Rows: several short texts in one string literal.
+// Several short texts in one string literal, joined by " ~ ".
 #pragma once
 
 #include <algorithm>
