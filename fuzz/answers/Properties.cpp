@@ -53,18 +53,25 @@ void AskTimes(Random& random, Report& report) {
   report << span.GetTotalHours() << (CTimeValue::FromSeconds(random.Number()) + span).GetTime();
 }
 
-// Floating-point conversions are those of the system's C library and are left out.
+// Left out is what belongs to the system's C library: floating-point numbers, and the flag 0 beside a
+// precision or for texts.
 void AskFormats(Random& random, Report& report) {
   constexpr const char* kFlags[] = {"", "-", "0", "+", " ", "#", "-0", "+#"};
   constexpr const char* kWidths[] = {"", "1", "7", "20", ".0", ".3", "9.4"};
   constexpr const char* kWhole[] = {"d", "i", "u", "x", "X", "o", "hd", "hu", "c"};
+  constexpr const char* kNumbers[] = {"d", "i", "u", "x", "X", "o", "hd", "hu"};
   constexpr const char* kWide[] = {"I64d", "I64u", "I64x", "lld", "llu"};
-  const std::string head = std::string("%") + random.Of(kFlags) + random.Of(kWidths);
+  const std::string width = random.Of(kWidths);
+  std::string flags = random.Of(kFlags);
+  if (width.find('.') != width.npos) std::erase(flags, '0');
+  const std::string head = "%" + flags + width;
+  std::erase(flags, '0');
   const std::string text = random.Text(kPieces, 6);
   const std::int64_t value = random.Number();
-  const std::string whole = "<" + head + random.Of(kWhole) + ">";
+  const std::string whole =
+      "<" + head + random.Of(flags.size() + width.size() + 1 == head.size() ? kWhole : kNumbers) + ">";
   const std::string wide = "<" + head + random.Of(kWide) + ">";
-  const std::string texts = text.find('%') == text.npos ? text + head + "s%%" : "<%s>";
+  const std::string texts = text.find('%') == text.npos ? text + "%" + flags + width + "s%%" : "<%s>";
   report << whole << wide << texts << value;
   const auto print = [&](auto& out, const auto& get) {
     out.Format(whole.c_str(), static_cast<int>(value));

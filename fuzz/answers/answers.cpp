@@ -23,16 +23,19 @@ std::uint64_t Hash(std::uint64_t hash, const std::string& text) {
 
 int main(int argc, char** argv) {
   const std::vector<Property> properties = AllProperties();
-  if (argc == 3) {
+  if (argc == 3 || argc == 4) {
     for (const Property& property : properties) {
       if (std::strcmp(property.name, argv[1]) != 0) continue;
-      std::puts(Answer(property, static_cast<unsigned>(std::strtoul(argv[2], nullptr, 10))).c_str());
+      const auto first = static_cast<unsigned>(std::strtoul(argv[2], nullptr, 10));
+      const auto end = argc == 4 ? static_cast<unsigned>(std::strtoul(argv[3], nullptr, 10)) : first + 1;
+      for (unsigned number = first; number < end; ++number)
+        std::printf("%u: %s\n", number, Answer(property, number).c_str());
       return 0;
     }
   }
   const unsigned long count = argc == 1 ? 4000 : argc == 2 ? std::strtoul(argv[1], nullptr, 10) : 0;
   if (count < 1000) {
-    std::fputs("usage: answers [COUNT, at least 1000] | answers PROPERTY NUMBER\n", stderr);
+    std::fputs("usage: answers [COUNT, at least 1000] | answers PROPERTY NUMBER [END]\n", stderr);
     return 2;
   }
   constexpr unsigned kBlock = 1000;
