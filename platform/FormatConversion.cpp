@@ -26,19 +26,19 @@ enum class Prefix : unsigned char {
 };
 
 struct IntegerForm {
-  const char* prefix;
+  const char* SystemPrintfTraits::*prefix;
   FormatArgument argument;
 };
 // By Prefix.
-constexpr IntegerForm kIntegerForms[] = {{"", FormatArgument::kInt},
-                                         {kSystemPrefixes.charInt, FormatArgument::kInt},
-                                         {kSystemPrefixes.shortInt, FormatArgument::kInt},
-                                         {kSystemPrefixes.longInt, FormatArgument::kLong},
-                                         {kSystemPrefixes.longLong, FormatArgument::kLongLong},
-                                         {kSystemPrefixes.longLong, FormatArgument::kLongLong},
-                                         {kSystemPrefixes.max, FormatArgument::kMax},
-                                         {kSystemPrefixes.size, FormatArgument::kSize},
-                                         {kSystemPrefixes.difference, FormatArgument::kDifference}};
+constexpr IntegerForm kIntegerForms[] = {{&SystemPrintfTraits::plainInt, FormatArgument::kInt},
+                                         {&SystemPrintfTraits::charInt, FormatArgument::kInt},
+                                         {&SystemPrintfTraits::shortInt, FormatArgument::kInt},
+                                         {&SystemPrintfTraits::longInt, FormatArgument::kLong},
+                                         {&SystemPrintfTraits::longLong, FormatArgument::kLongLong},
+                                         {&SystemPrintfTraits::longLong, FormatArgument::kLongLong},
+                                         {&SystemPrintfTraits::max, FormatArgument::kMax},
+                                         {&SystemPrintfTraits::size, FormatArgument::kSize},
+                                         {&SystemPrintfTraits::difference, FormatArgument::kDifference}};
 
 constexpr bool IsPrefix(char letter) {
   return letter == 'h' || letter == 'l' || letter == 'L' || letter == 'j' || letter == 'z' || letter == 't' ||
@@ -212,7 +212,7 @@ FormatConversion ReadConversion(const char* text, FormatArguments& arguments) {
     case 'x':
     case 'X': {
       const IntegerForm& form = kIntegerForms[static_cast<std::size_t>(prefixes.last)];
-      result.prefix = form.prefix;
+      result.prefix = kSystemPrintf.*form.prefix;
       result.argument = form.argument;
       result.isLongLongD = *text == 'd' && text == result.measured && prefixes.last == Prefix::kLongLong;
       break;
@@ -225,7 +225,7 @@ FormatConversion ReadConversion(const char* text, FormatArguments& arguments) {
     case 'G':
     case 'a':
     case 'A':
-      result.prefix = prefixes.isLongDouble ? kSystemPrefixes.longDouble : "";
+      result.prefix = prefixes.isLongDouble ? kSystemPrintf.longDouble : "";
       result.argument = prefixes.isLongDouble ? FormatArgument::kLongDouble : FormatArgument::kDouble;
       break;
     case 'c':

@@ -45,8 +45,13 @@ class Output {
   template <class Value>
   void Print(const char* format, int width, int precision, Value value) {
     const std::size_t room = length_ < capacity_ ? capacity_ - length_ : 0;
-    const int written =
-        SystemPrintf(room > 0 ? out_ + length_ : nullptr, room, format, width, precision, value);
+    char* const place = room > 0 ? out_ + length_ : nullptr;
+    int written = 0;
+    if constexpr (std::is_same_v<Value, long double>) {
+      written = SystemPrintLongDouble(place, room, format, width, precision, value);
+    } else {
+      written = SystemPrintf(place, room, format, width, precision, value);
+    }
     if (written > 0) Count(static_cast<std::size_t>(written));
   }
   std::size_t Finish() {
@@ -147,7 +152,7 @@ class Writer {
   void Padded(const FormatConversion& conversion, int width, std::string_view text) {
     const bool isLeft = conversion.hasMinus || width < 0;
     const std::int64_t missing = Magnitude(width) - static_cast<std::int64_t>(text.size());
-    if (!isLeft) output_.Fill(missing, kZeroFlagAlwaysFills && conversion.hasZero ? '0' : ' ');
+    if (!isLeft) output_.Fill(missing, conversion.hasZero ? kSystemPrintf.zeroFlagFill : ' ');
     output_.Append(text);
     if (isLeft) output_.Fill(missing, ' ');
   }
@@ -178,7 +183,7 @@ class Writer {
         BySystem(conversion, width, precision, arguments_.Next<double>());
         break;
       case FormatArgument::kLongDouble:
-        BySystem(conversion, width, precision, static_cast<SystemLongDouble>(arguments_.Next<long double>()));
+        BySystem(conversion, width, precision, arguments_.Next<long double>());
         break;
       case FormatArgument::kPointer:
         BySystem(conversion, width, precision, arguments_.Next<const void*>());
@@ -212,7 +217,7 @@ class Writer {
     const std::int64_t signs = sign != '\0' ? 1 : 0;
     const bool isLeft = conversion.hasMinus || width < 0;
     const std::int64_t wanted = Magnitude(width);
-    const bool isZeroFilled = conversion.hasZero && (precision < 0 || kZeroFlagAlwaysFills) && !isLeft;
+    const bool isZeroFilled = conversion.hasZero && precision <= kSystemPrintf.largestZeroFilled && !isLeft;
     if (isZeroFilled) digits = std::max(digits, wanted - signs);
     const std::int64_t whole = std::max(wanted, digits + signs);
     char* const begin = output_.Take(whole);
@@ -240,7 +245,7 @@ class Writer {
     for (const char* part : {"*.*", conversion.prefix}) {
       while (*part != '\0') *end++ = *part++;
     }
-    *end++ = conversion.letter == 'F' ? kSystemCapitalF : conversion.letter;
+    *end++ = conversion.letter == 'F' ? kSystemPrintf.capitalF : conversion.letter;
     *end = '\0';
     output_.Print(format, width, precision, value);
   }

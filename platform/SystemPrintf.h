@@ -5,27 +5,27 @@
 
 namespace zvuti {
 
-/// The length modifiers of the host system's printf, for integers of each width and for long double.
-struct SystemPrefixes {
-  const char *charInt, *shortInt, *longInt, *longLong, *max, *size, *difference, *longDouble;
+struct SystemPrintfTraits {
+  /// The length modifiers for integers of each width and for long double.
+  const char *plainInt, *charInt, *shortInt, *longInt, *longLong, *max, *size, *difference, *longDouble;
+  /// The letter that stands for F.
+  char capitalF;
+  /// What the flag 0 fills strings and characters with.
+  char zeroFlagFill;
+  /// The largest precision with which the flag 0 fills integers with zeros; -1 stands for no precision.
+  int largestZeroFilled;
 };
 
-#if defined(_WIN32)
-// The runtime library does not support hh, and treats long double as double.
-constexpr SystemPrefixes kSystemPrefixes = {"h", "h", "l", "I64", "I64", "", "", ""};
-using SystemLongDouble = double;
-constexpr char kSystemCapitalF = 'f';
-/// The flag 0 also pads strings and numbers with a precision with zeros.
-constexpr bool kZeroFlagAlwaysFills = true;
-#else
-constexpr SystemPrefixes kSystemPrefixes = {"hh", "h", "l", "ll", "j", "z", "t", "L"};
-using SystemLongDouble = long double;
-constexpr char kSystemCapitalF = 'F';
-constexpr bool kZeroFlagAlwaysFills = false;
-#endif
+/// Constant-initialised: strings may be formatted before main.
+extern const SystemPrintfTraits kSystemPrintf;
 
 /// Prints into the `room` bytes at `out` and returns the length of the whole text, or a negative number on
 /// failure. If the text does not fit, the last byte may or may not be a terminator.
 int SystemPrintf(char* out, std::size_t room, const char* format, ...);
+
+/// The same for a format of `*`, `.*` and one conversion of a long double, which a system may narrow to
+/// double.
+int SystemPrintLongDouble(char* out, std::size_t room, const char* format, int width, int precision,
+                          long double value);
 
 }  // namespace zvuti

@@ -39,7 +39,7 @@ TEST(CKxTime, CutsNumbersToTheirFieldsAndLeavesMissingOnesZero) {
   const std::pair<const char*, const char*> cases[] = {
       {"2013-8-29 1:2:3", "2013-08-29 01:02:03"},
       {"  +2013-\t8- 29\n\v1: 2: 3 and more", "2013-08-29 01:02:03"},
-      {"2013-8-2913:34:56", "2013-08-01 00:00:00"},  // 2913 is one number, and a colon no hour
+      {"2013-8-2913:34:56", "2013-08-01 00:00:00"},  // 2913 is one number, and a colon is not an hour
       {"2064-01-01 00:00:00", "2000-01-01 00:00:00"},
       {"13-01-01 00:00:00", "2061-01-01 00:00:00"},
       {"2000-17-32 32:64:64", "2000-01-00 00:00:00"},

@@ -6,21 +6,22 @@
 #include <fstream>
 #include <iterator>
 #include <string>
-#include <thread>
+#include <vector>
 
 #include "tests/support/DoorsGuard.h"
 #include "tests/support/TempFolder.h"
-#include "tests/support/Wine.h"
 
 namespace {
 
-// Writes the steps down, lets one of them fail, and passes the others on.
+using Steps = std::vector<std::string>;
+
+// Records the steps, lets one of them fail, and passes the others on.
 struct Desk {
-  zvuti::DesktopDoors system = zvuti::SystemDesktopDoors();
-  std::string steps;
+  const zvuti::DesktopDoors system = zvuti::SystemDesktopDoors();
+  Steps steps;
   std::string refused;
   bool Takes(const std::string& step) {
-    steps += step + ' ';
+    steps.push_back(step);
     return step != refused;
   }
 };
@@ -45,7 +46,7 @@ class ClipboardTest : public testing::Test {
   }
 
   static std::string Content() {
-    EXPECT_TRUE(OpenClipboard(nullptr)) << "somebody has left it open";
+    EXPECT_TRUE(OpenClipboard(nullptr)) << "it was left open";
     HANDLE block = GetClipboardData(CF_TEXT);
     std::string text = block ? static_cast<const char*>(GlobalLock(block)) : "(none)";
     if (block) GlobalUnlock(block);
@@ -60,13 +61,15 @@ class ClipboardTest : public testing::Test {
 TEST_F(ClipboardTest, FailuresEndTheStepsAndLeaveTheClipboardClosed) {
   const char* const text = "\xD6\xD0\xCE\xC4 1%";  // two Chinese characters
   const struct {
-    const char *refused, *steps, *content;
+    const char* refused;
+    Steps steps;
+    const char* content;
   } cases[] = {
-      {"", "open allocate-8 empty lock unlock set close ", text},
-      {"open", "open ", "before"},
-      {"allocate-8", "open allocate-8 close ", "before"},
-      {"lock", "open allocate-8 empty lock free close ", "(none)"},
-      {"set", "open allocate-8 empty lock unlock set free close ", "(none)"},
+      {"", {"open", "allocate-8", "empty", "lock", "unlock", "set", "close"}, text},
+      {"open", {"open"}, "before"},
+      {"allocate-8", {"open", "allocate-8", "close"}, "before"},
+      {"lock", {"open", "allocate-8", "empty", "lock", "free", "close"}, "(none)"},
+      {"set", {"open", "allocate-8", "empty", "lock", "unlock", "set", "free", "close"}, "(none)"},
   };
   for (const auto& c : cases) {
     desk_.refused.clear();
@@ -79,31 +82,20 @@ TEST_F(ClipboardTest, FailuresEndTheStepsAndLeaveTheClipboardClosed) {
   }
 }
 
-TEST_F(ClipboardTest, StaysAsItIsWithoutATextAndWhileOthersHoldItOpen) {
+TEST_F(ClipboardTest, IsNotOpenedWithoutATextAndIsOpenedAgainByTheThreadThatHoldsIt) {
   CUtiBase::CopyToClipboard("");
   CUtiBase::CopyToClipboard(nullptr);
-  EXPECT_EQ(desk_.steps, "");
-  EXPECT_EQ(Content(), "before");
-
-  if (test::IsWine()) GTEST_SKIP() << "Wine opens the clipboard for a second thread, too";
-  ASSERT_TRUE(OpenClipboard(nullptr));
-  std::thread([] { CUtiBase::CopyToClipboard("theirs"); }).join();
-  EXPECT_EQ(desk_.steps, "open ");
-  CloseClipboard();
-  EXPECT_EQ(Content(), "before");
-}
-
-TEST_F(ClipboardTest, IsOpenedAgainByTheThreadThatHoldsItOpen) {
+  EXPECT_EQ(desk_.steps, Steps());
   ASSERT_TRUE(OpenClipboard(nullptr));
   CUtiBase::CopyToClipboard("mine");
   EXPECT_EQ(Content(), "mine");
 }
 
-// What happens to the module that the tests build while AutoRegsvr32 runs.
-std::string Registering(const char* path) {
+// Registers the module that the tests build, and returns the calls that it received.
+std::string CallsOf(const std::string& path) {
   const char* const log = "module.log";
   std::filesystem::remove(log);
-  CUtiBase::AutoRegsvr32(path);
+  CUtiBase::AutoRegsvr32(path.c_str());
   std::ifstream in(log);
   return {std::istreambuf_iterator<char>(in), {}};
 }
@@ -111,25 +103,24 @@ std::string Registering(const char* path) {
 TEST(AutoRegsvr32, LoadsCallsAndReleases) {
   const std::string all = "loaded registered released ";
   const std::string modules = zvuti::TheDoors().applicationFolder();
-  EXPECT_EQ(Registering((modules + "registrable.so").c_str()), all);
-
   const test::TempFolder folder;
   const std::string name = "\x81\\.so";  // one character and an extension: the backslash is its trail byte
   std::filesystem::copy_file(modules + "registrable.so", test::FilePath(folder.Path(name)));
-  EXPECT_EQ(Registering((folder.Path() + '\\' + name).c_str()), all);
+  EXPECT_EQ(CallsOf(folder.Path() + '\\' + name), all);
+  EXPECT_EQ(CallsOf(modules + "registrable.so"), all);
+  EXPECT_EQ(CallsOf("registrable.so"), all);  // the application folder comes first
 
-  EXPECT_EQ(Registering("registrable.so"), all);  // the application folder comes first
   test::DoorsGuard doors;
   doors->desktop.entryPoint = [](HMODULE library, const char*) {
     return zvuti::SystemDesktopDoors().entryPoint(library, "NoSuchEntry");
   };
-  EXPECT_EQ(Registering("registrable.so"), "loaded released ");
+  EXPECT_EQ(CallsOf("registrable.so"), "loaded released ");
 
-  doors->desktop.freeLibrary = [](HMODULE) { FAIL() << "released what was never loaded"; };
-  const std::string broken = folder.Write("broken.so", "no library");
-  for (const char* path : {broken.c_str(), "", "no-such-library.so", static_cast<const char*>(nullptr)}) {
-    EXPECT_EQ(Registering(path), "");
-  }
+  doors->desktop.freeLibrary = [](HMODULE) { FAIL() << "released a library that was never loaded"; };
+  for (const std::string& path :
+       {folder.Write("broken.so", "no library"), std::string(), folder.Path("none")})
+    EXPECT_EQ(CallsOf(path), "");
+  CUtiBase::AutoRegsvr32(nullptr);
 }
 
 }  // namespace

@@ -19,13 +19,13 @@ TEST(CUtiBase, NamesKeepToTheirLengths) {
   EXPECT_EQ(CUtiBase::CheckPasswdValid(nullptr), 0);
 }
 
-TEST(CUtiBase, NamesAndDigitsAreToldByEachByte) {
+TEST(CUtiBase, NamesAndDigitsAreCheckedByteByByte) {
   constexpr std::string_view kDigits = "0123456789";
   const std::string allowed = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_" + std::string(kDigits);
   for (int value = 1; value < 256; ++value) {
     const char byte = static_cast<char>(value);
-    const int isName = allowed.find(byte) != std::string::npos ? 1 : 0;
-    const int isDigit = kDigits.find(byte) != std::string_view::npos ? 1 : 0;
+    const int isName = allowed.find(byte) != std::string::npos;
+    const int isDigit = kDigits.find(byte) != std::string_view::npos;
     for (std::size_t place = 0; place < 6; ++place) {
       std::string text = "123456";
       text[place] = byte;

@@ -26,7 +26,7 @@ TEST(CUtiIO, ReadsTheFirstFourBytesLeastFirst) {
       {"\x01\x02\x03", 0},
       {"\x01\x02\x03\xF4", 0xF4030201},
       {"\0\0\0\x80"s, 0x80000000},
-      {"\x1A\r\n\xFF\x05", 0xFF0A0D1A},  // bytes as they stand, nothing behind the fourth
+      {"\x1A\r\n\xFF\x05", 0xFF0A0D1A},  // bytes as they are, and only the first four
   };
   for (const auto& [bytes, word] : cases) {
     EXPECT_EQ(CUtiIO::ReadDWordFromFile(folder.Write("word", bytes).c_str()), word) << bytes.size();

@@ -5,36 +5,35 @@
 #include <climits>
 #include <cstring>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "tests/support/DoorsGuard.h"
 
 namespace {
 
-// An adapter of the machine that a test makes up. Its address serves both lists; the driver answers
-// with it unless it is silent.
+// An adapter of the machine under test. Both lists show its address. Its driver answers with the address, or
+// not at all if it is silent; a silent adapter without an address can't be opened.
 struct Adapter {
   std::string address;
-  bool silent = false;
+  bool isSilent = false;
 };
 
 struct Machine {
   std::vector<Adapter> adapters;
   unsigned long listResult = 0;
-  std::size_t growth = 0;  // adapters that come to the list between the two calls
-  std::string queries;     // number of the adapter for each query
+  std::vector<std::size_t> queried;  // index of the adapter for each query
   int openDevices = 0;
 };
 Machine* machine = nullptr;
 
+// Fills a list the way the system does: an array linked by Next, or the needed size if the room is too small.
 template <class Record, class Fill>
 unsigned long List(Record* list, unsigned long* size, Fill fill) {
-  const std::size_t count = machine->adapters.size() + (*size > 0 ? machine->growth : 0);
+  const std::size_t count = machine->adapters.size();
   const auto needed = static_cast<unsigned long>(count * sizeof(Record));
   if (*size < needed) {
     *size = needed;
-    return 111;
+    return 111;  // ERROR_BUFFER_OVERFLOW
   }
   for (std::size_t i = 0; i < count; ++i) {
     list[i] = {};
@@ -62,11 +61,10 @@ class CUtiMacInfoTest : public testing::Test {
       });
     };
     doors.openDevice = [](const char* path) -> HANDLE {
-      constexpr std::string_view kPlace = "//./";
-      EXPECT_EQ(std::string_view(path).substr(0, kPlace.size()), kPlace);
-      machine->queries += path + kPlace.size();
-      Adapter& adapter = machine->adapters[static_cast<std::size_t>(machine->queries.back() - '0')];
-      if (adapter.silent && adapter.address.empty()) return nullptr;
+      const std::size_t index = std::stoul(std::string(path).substr(std::string("//./").size()));
+      machine->queried.push_back(index);
+      Adapter& adapter = machine->adapters[index];
+      if (adapter.isSilent && adapter.address.empty()) return nullptr;
       ++machine->openDevices;
       return &adapter;
     };
@@ -74,7 +72,7 @@ class CUtiMacInfoTest : public testing::Test {
                                      unsigned long* returned) {
       EXPECT_EQ(size, 1024u);
       const auto* adapter = static_cast<const Adapter*>(device);
-      if (adapter->silent) return 0;
+      if (adapter->isSilent) return 0;
       std::memcpy(reply, adapter->address.data(), adapter->address.size());
       *returned = static_cast<unsigned long>(adapter->address.size());
       return 17;
@@ -83,15 +81,18 @@ class CUtiMacInfoTest : public testing::Test {
   }
   ~CUtiMacInfoTest() override { EXPECT_EQ(machine_.openDevices, 0); }
 
-  // The buffer after a call with `length` of its bytes, in front of it the result and the out length.
+  // The entries that a call writes to a buffer of `length` bytes, or "failed".
   using Operation = int (*)(unsigned char*, int, int*);
-  std::string Call(Operation operation, int length) {
+  static std::string Entries(Operation operation, int length) {
     std::string buffer(48, '.');
     int outLength = -1;
-    machine_.queries.clear();
-    const int result = operation(reinterpret_cast<unsigned char*>(buffer.data()), length, &outLength);
-    return std::to_string(result) + " " + std::to_string(outLength) + " " +
-           buffer.substr(0, buffer.find_last_not_of('.') + 1);
+    if (operation(reinterpret_cast<unsigned char*>(buffer.data()), length, &outLength) == 0) {
+      EXPECT_EQ(outLength, 0);
+      return "failed";
+    }
+    const std::string entries = buffer.substr(0, static_cast<std::size_t>(outLength));
+    EXPECT_EQ(buffer.find_first_not_of('.', entries.size()), std::string::npos);
+    return entries;
   }
 
   Machine machine_;
@@ -109,21 +110,20 @@ TEST_F(CUtiMacInfoTest, WritesAsManyEntriesAsFit) {
     int length;
     const char *permanent, *reported;
   } cases[] = {
-      {three, INT_MIN, "1 0 ", "1 0 "},
-      {three, -6, "1 0 ", "1 0 "},
-      {three, 5, "1 0 ", "1 0 "},
-      {three, 6, "1 6 aaaaaa", "1 6 aaaaaa"},
-      {three, 17, "1 12 aaaaaabbbbbb", "1 12 aaaaaabbbbbb"},
-      {three, 48, "1 18 aaaaaabbbbbbcccccc", "1 18 aaaaaabbbbbbcccccc"},
-      {odd, 12, "1 12 ab....cdefgh", "1 12 ab....cdefgh"},  // nothing behind the long one hides its end
-      {odd, 18, "1 18 ab....cdefghklmnop", "1 18 ab....cdefghklmnop"},
-      {bare, 12, "1 12 ......aaaaaa", "1 6 aaaaaa"},  // its driver has answered, with no bytes
-      {bare, 24, "1 18 ......aaaaaabbbbbb", "1 12 aaaaaabbbbbb"},
+      {three, INT_MIN, "", ""},
+      {three, 5, "", ""},
+      {three, 6, "aaaaaa", "aaaaaa"},
+      {three, 17, "aaaaaabbbbbb", "aaaaaabbbbbb"},
+      {three, 48, "aaaaaabbbbbbcccccc", "aaaaaabbbbbbcccccc"},
+      {odd, 12, "ab....cdefgh", "ab....cdefgh"},  // the entry after the long one would hide its end
+      {odd, 18, "ab....cdefghklmnop", "ab....cdefghklmnop"},
+      {bare, 12, "......aaaaaa", "aaaaaa"},  // the driver answers, with no bytes
+      {bare, 24, "......aaaaaabbbbbb", "aaaaaabbbbbb"},
   };
   for (const auto& c : cases) {
     machine_.adapters = c.adapters;
-    EXPECT_EQ(Call(kPermanent, c.length), c.permanent) << c.length;
-    EXPECT_EQ(Call(kReported, c.length), c.reported) << c.length;
+    EXPECT_EQ(Entries(kPermanent, c.length), c.permanent) << c.length;
+    EXPECT_EQ(Entries(kReported, c.length), c.reported) << c.length;
   }
   for (const auto operation : {kPermanent, kReported}) {
     int outLength = -1;
@@ -133,25 +133,21 @@ TEST_F(CUtiMacInfoTest, WritesAsManyEntriesAsFit) {
 }
 
 TEST_F(CUtiMacInfoTest, AnAdapterThatDoesNotAnswerIsAskedUntilTheRoomIsUsedUp) {
-  for (const char* address : {"bbbbbb", ""}) {  // the query fails, the device does not open
+  for (const char* address : {"bbbbbb", ""}) {  // the query fails, the device can't be opened
     machine_.adapters = {{"aaaaaa"}, {address, true}, {"cccccc"}};
-    EXPECT_EQ(Call(kPermanent, 48), "1 6 aaaaaa");
-    EXPECT_EQ(machine_.queries, "01111111");
-    machine_.adapters.erase(machine_.adapters.begin());
-    EXPECT_EQ(Call(kPermanent, 12), "1 0 ");
+    machine_.queried.clear();
+    EXPECT_EQ(Entries(kPermanent, 24), "aaaaaa");
+    EXPECT_EQ(machine_.queried, (std::vector<std::size_t>{0, 1, 1, 1}));
   }
 }
 
 TEST_F(CUtiMacInfoTest, AListThatCanNotBeReadFails) {
   for (const auto operation : {kPermanent, kReported}) {
     machine_ = {};
-    EXPECT_EQ(Call(operation, 24), "0 0 ");  // a machine without adapters
+    EXPECT_EQ(Entries(operation, 24), "failed");  // without adapters
     machine_.adapters = {{"aaaaaa"}};
-    machine_.growth = 1;
-    EXPECT_EQ(Call(operation, 24), "0 0 ");
-    machine_.growth = 0;
-    machine_.listResult = 5;
-    EXPECT_EQ(Call(operation, 5), "0 0 ");
+    machine_.listResult = 111;  // such as if the list has grown since its size was queried
+    EXPECT_EQ(Entries(operation, 24), "failed");
   }
 }
 

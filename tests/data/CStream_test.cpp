@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <map>
 #include <random>
 #include <string>
-#include <type_traits>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include <ZvUtiLib/data/CTextString.h>
@@ -31,29 +33,23 @@ T ReadFrom(const std::string& bytes, T target, const std::string& rest) {
   return target;
 }
 
-template <class T, class = void>
-struct Travels : std::false_type {};
 template <class T>
-struct Travels<T, std::void_t<decltype(std::declval<CStreamReader&>() << std::declval<T&>()),
-                              decltype(std::declval<CStreamReader&>() >> std::declval<T&>())>>
-    : std::true_type {};
+concept Travels = requires(CStreamReader& stream, T& value) {
+  stream << value;
+  stream >> value;
+};
 
 enum Plain : int { kNone };
 enum class Scoped : std::uint8_t { kNone };
 
-TEST(CStream, OnlyIntegersAndTextsTravel) {
-  EXPECT_TRUE(Travels<char>() && Travels<std::uint16_t>() && Travels<std::int64_t>() && Travels<bool>());
-  EXPECT_TRUE(Travels<std::string>() && Travels<CByteBuffer>() && Travels<std::vector<std::int16_t>>());
-  EXPECT_FALSE(Travels<float>() || Travels<double>() || Travels<Plain>() || Travels<Scoped>());
-  EXPECT_FALSE((Travels<int*>() || Travels<const int>() || Travels<std::pair<int, int>>()));
-  EXPECT_FALSE((Travels<std::map<int, std::int64_t>>() || Travels<std::map<std::int16_t, int>>()));
-}
+static_assert(Travels<char> && Travels<std::uint16_t> && Travels<std::int64_t> && Travels<bool>);
+static_assert(Travels<std::string> && Travels<CByteBuffer> && Travels<std::vector<std::int16_t>>);
+static_assert(!Travels<float> && !Travels<double> && !Travels<Plain> && !Travels<Scoped>);
+static_assert(!Travels<int*> && !Travels<const int> && !Travels<std::pair<int, int>>);
+static_assert(!Travels<std::map<int, std::int64_t>> && !Travels<std::map<std::int16_t, int>>);
 
 TEST(CStream, IntegersAreLittleEndian) {
-  EXPECT_EQ(Written<std::uint8_t>(0xAB), "\xAB");
-  EXPECT_EQ(Written<std::int16_t>(-2), "\xFE\xFF");
   EXPECT_EQ(Written<std::uint32_t>(0x12345678), "\x78\x56\x34\x12");
-  EXPECT_EQ(Written<std::int64_t>(0x0102030405060708), "\x08\x07\x06\x05\x04\x03\x02\x01");
   EXPECT_EQ(Written(true), "\x01");
   EXPECT_EQ(ReadFrom<std::int64_t>("\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF!", 0, "!"), -2);
   EXPECT_EQ(ReadFrom<bool>("\x02!", false, "!"), true);
@@ -75,20 +71,12 @@ TEST(CStream, AReadThatFindsTooLittleTakesNothing) {
   stream >> four >> flag;
   EXPECT_EQ(four, 3u);
   EXPECT_TRUE(flag);
-  EXPECT_EQ(stream.Length(), 0);
-  EXPECT_EQ(stream.Capacity(), 1024);  // storage stays
 }
 
-TEST(CStream, DataStaysTheStartOfTheBlockWhileReadingAndWriting) {
+TEST(CStream, AReadMayGoToTheBytesThatAreLeft) {
   CStreamReader stream("abcdef"s);
-  const unsigned char* data = stream.Data();
-  std::uint16_t two = 0;
-  stream >> two;
-  stream << two;
-  EXPECT_EQ(Bytes(stream), "cdefab");
-  EXPECT_EQ(stream.Data(), data);
-  stream.Read(stream.Data() + 1, 3);  // the target lies in what is left: c[cde]ab
-  EXPECT_EQ(Bytes(stream), "eab");
+  stream.Read(stream.Data() + 3, 2);  // abc[ab]f
+  EXPECT_EQ(Bytes(stream), "cabf");
 }
 
 TEST(CStream, TextsAreCountedTheSameFromEverySource) {
@@ -104,6 +92,16 @@ TEST(CStream, TextsAreCountedTheSameFromEverySource) {
   EXPECT_EQ(Written(std::string(65'538, 'x')), "\x02\0xx"s);
 }
 
+template <class Text>
+void ExpectRead(const std::string& bytes, const std::string& expected, const std::string& rest) {
+  CStreamReader stream(bytes), old("\x03\0old"s);
+  Text text;
+  old >> text;
+  stream >> text;
+  EXPECT_EQ(Written(text).substr(2), expected) << testing::PrintToString(bytes);
+  EXPECT_EQ(Bytes(stream), rest) << testing::PrintToString(bytes);
+}
+
 TEST(CStream, TextTargetsDifferInEmptyAndMissingBodies) {
   const struct {
     std::string bytes, rest, asString, asOther;
@@ -113,58 +111,41 @@ TEST(CStream, TextTargetsDifferInEmptyAndMissingBodies) {
       {"\x02\0h"s, "h", "ol", "ol"},   {"\x05\0hi"s, "hi", "old\0\0"s, "old\0\0"s},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(ReadFrom(c.bytes, "old"s, c.rest), c.asString) << c.bytes;
-    const CTextString text = ReadFrom(c.bytes, CTextString("old"), c.rest);
-    EXPECT_EQ(std::string(text.c_str(), text.size()), c.asOther) << c.bytes;
+    ExpectRead<std::string>(c.bytes, c.asString, c.rest);
+    ExpectRead<CTextString>(c.bytes, c.asOther, c.rest);
+    ExpectRead<CByteBuffer>(c.bytes, c.asOther, c.rest);
+  }
+}
+
+TEST(CStream, ATextMayLieInTheStreamAndInItsUnusedCapacity) {
+  const std::string inside = "inside\0"s + std::string(1017, 'x');  // the count makes the stream grow
+  const struct {
+    std::string bytes, unused;
+    unsigned textAt;
+  } cases[] = {
+      {inside, "", 2},
+      {std::string(1000, 'x'), "unused", 1000},
+      {std::string(1017, 'x'), "unused", 1017},
+      {std::string(1019, 'x') + "acr", "s", 1019},  // begins within the length and ends after it
+  };
+  for (const auto& c : cases) {
     CStreamReader stream(c.bytes);
-    CByteBuffer buffer;
-    buffer.Append("old", 3);
-    stream >> buffer;
-    EXPECT_EQ(Bytes(buffer), c.asOther) << c.bytes;
-    EXPECT_EQ(Bytes(stream), c.rest) << c.bytes;
+    if (!c.unused.empty()) std::strcpy(reinterpret_cast<char*>(stream.Append(nullptr, 7)), c.unused.c_str());
+    const char* text = reinterpret_cast<const char*>(stream.Data()) + c.textAt;
+    const std::string expected = c.bytes + static_cast<char>(std::strlen(text)) + '\0' + text;
+    stream << text;
+    EXPECT_EQ(Bytes(stream), expected) << c.textAt;
   }
-}
-
-TEST(CStream, ABufferThatCannotGrowLeavesTheBodyOnTheStream) {
-  CStreamReader stream("\x00\x08"s + std::string(2048, 'b'));
-  CByteBuffer buffer;
-  buffer.Append("old", 3);
-  {
-    test::HeapFaults full(1, true);
-    stream >> buffer;
-  }
-  EXPECT_EQ(Bytes(buffer), "old");
-  EXPECT_EQ(Bytes(stream), std::string(2048, 'b'));
-}
-
-TEST(CStream, AStreamTakesItsOwnBytesAsTextAndOthers) {
   CStreamReader stream(std::string(1023, 'x'));
-  stream << static_cast<const CByteBuffer&>(stream);  // the count alone makes it grow
+  stream << static_cast<const CByteBuffer&>(stream);
   EXPECT_EQ(Bytes(stream), std::string(1023, 'x') + "\xFF\x03" + std::string(1023, 'x'));
-  CStreamReader text("inside\0"s + std::string(1017, 'x'));
-  text << reinterpret_cast<const char*>(text.Data()) + 2;
-  EXPECT_EQ(Bytes(text).substr(1024), "\x04\0side"s);
-  // Behind the length, where the count goes and what a growth does not take along.
-  for (const unsigned length : {1000u, 1018u}) {
-    CStreamReader spare(std::string(length, 'x'));
-    std::memcpy(spare.Append(nullptr, 6), "spare", 6);
-    spare << reinterpret_cast<const char*>(spare.Data()) + length;
-    EXPECT_EQ(Bytes(spare).substr(length), "\x05\0spare"s);
-    EXPECT_EQ(spare.Capacity(), length + 7 <= 1024 ? 1024 : 2048);
-  }
-  CStreamReader across(std::string(1019, 'x') + "acr");
-  std::memcpy(across.Append(nullptr, 2), "s", 2);
-  across << reinterpret_cast<const char*>(across.Data()) +
-                1019;  // begins within the length and ends behind it
-  EXPECT_EQ(Bytes(across).substr(1022), "\x04\0acrs"s);
   CStreamReader other(std::string(1023, 'x'));
   other << "stack"s
-        << "literal";  // in front of the stream's bytes and behind them
+        << "literal";  // at lower and at higher addresses than the stream
   EXPECT_EQ(Bytes(other).substr(1023), "\x05\0stack\x07\0literal"s);
 }
 
-TEST(CStream, ConstructorsCopyAllBytes) {
-  EXPECT_EQ(Bytes(CStreamReader("a\0b"s)), "a\0b"s);
+TEST(CStream, ConstructorsCopyTheBytesOrReserveRoom) {
   EXPECT_EQ(Bytes(CStreamReader("abc", 2)), "ab");
   const CStreamReader room(nullptr, 1500);
   EXPECT_EQ(room.Length(), 0);
@@ -196,26 +177,69 @@ TEST(CStream, SequencesAppendAndMapsMerge) {
   EXPECT_EQ(ReadFrom("\0\0\0\x80"s + entries, Map{{5, 9}}, entries), (Map{{5, 9}}));
 }
 
-// Writes go to the end of a string; reads take from its front, or nothing where there is too little.
+// The expected bytes. `block` has the whole capacity, because a growing length also exposes bytes that were
+// not in use.
+struct Model {
+  std::string block;
+  std::size_t length = 0;
+
+  void Grow(std::size_t needed, std::size_t target) {
+    if (needed <= block.size()) return;
+    block.resize(length);
+    block.resize((std::max(needed, target) + 1023) / 1024 * 1024, '\0');
+  }
+  void Put(const std::string& bytes) {
+    Grow(length + bytes.size(), 0);
+    block.replace(length, bytes.size(), bytes);
+    length += bytes.size();
+  }
+  std::string Take(std::size_t count) {
+    const std::string taken = block.substr(0, count);
+    length -= count;
+    block.replace(0, length, std::string(block, count, length));
+    return taken;
+  }
+};
+
 TEST(CStream, ThousandsOfRandomStepsMatchTheModel) {
-  std::mt19937 random(6201);
-  for (int run = 0; run < 50; ++run) {
+  std::mt19937 random(6101);
+  const auto below = [&](std::size_t bound) { return random() % bound; };
+  for (int run = 0; run < 60; ++run) {
     CStreamReader stream;
-    std::string model;
+    Model model;
     for (int step = 0; step < 200; ++step) {
-      std::string bytes(random() % 300, ' ');
-      for (char& byte : bytes) byte = static_cast<char>(random());
-      if (random() % 2 == 0) {
-        stream.Write(bytes.data(), static_cast<unsigned>(bytes.size()));
-        model += bytes;
-      } else {
-        std::string target = bytes;
-        stream.Read(target.data(), static_cast<int>(target.size()));
-        const bool isThere = model.size() >= bytes.size();
-        ASSERT_EQ(target, isThere ? model.substr(0, bytes.size()) : bytes);
-        if (isThere) model.erase(0, bytes.size());
+      std::string bytes(below(8) == 0 ? below(3000) : below(40), static_cast<char>('a' + below(26)));
+      const auto count = static_cast<unsigned>(bytes.size());
+      const std::size_t kind = below(6);
+      if (kind == 0) {
+        model.Put(bytes);
+        const unsigned char* place = stream.Append(bytes.data(), count);
+        ASSERT_TRUE(!place || place + count == stream.Data() + stream.Length());
+      } else if (kind == 1) {
+        if (count > 0) model.Grow(model.length + count + 1, 2 * model.length);
+        model.Put(bytes);
+        stream.AppendText(bytes.c_str());
+      } else if (kind == 2 && model.length > 0) {  // from inside itself
+        const std::size_t from = below(model.length), size = below(model.length - from + 1);
+        model.Put(std::string(model.block, from, size));
+        stream.Append(stream.Data() + from, static_cast<unsigned>(size));
+      } else if (kind == 3) {
+        const std::size_t length = below(6) == 0 ? below(9000) : below(model.length + 1);
+        model.Grow(length, 0);
+        model.length = length;
+        stream.SetLength(static_cast<int>(length));
+      } else if (kind == 4) {
+        model.Grow(model.length + count, 2 * model.length);
+        stream.Reserve(static_cast<int>(count), GrowDoubling);
+      } else if (kind == 5) {
+        const std::string expected = count <= model.length ? model.Take(count) : bytes;
+        stream.Read(bytes.data(), static_cast<int>(count));
+        ASSERT_EQ(bytes, expected);
       }
-      ASSERT_EQ(Bytes(stream), model);
+      ASSERT_EQ(static_cast<std::size_t>(stream.Capacity()), model.block.size());
+      ASSERT_EQ(stream.Length(), static_cast<int>(model.length));
+      ASSERT_EQ(std::string_view(reinterpret_cast<const char*>(stream.Data()), model.block.size()),
+                model.block);
     }
   }
 }
@@ -223,19 +247,24 @@ TEST(CStream, ThousandsOfRandomStepsMatchTheModel) {
 TEST(CStream, AFullHeapLosesFieldsAndNothingElse) {
   const std::vector<std::int16_t> shorts{5, 6, 7};
   const std::map<int, int> map{{1, 2}};
-  CStreamReader stream(std::string(1020, 'x')), sequence(std::string(1018, 'x')),
-      spare(std::string(1000, 'x'));
-  *spare.Append(nullptr, 1) = 'y';
+  CStreamReader stream(std::string(1020, 'x')), sequence(std::string(1018, 'x'));
+  CStreamReader unused(std::string(1000, 'x')), body("\x00\x08"s + std::string(2048, 'b'));
+  *unused.Append(nullptr, 1) = 'y';
+  CByteBuffer buffer;
+  buffer.Append("old", 3);
   {
     test::HeapFaults full(1, true);
     stream << std::int64_t{1} << std::int16_t{2} << "abc";  // only the 16-bit value and the count fit
     stream << shorts << map;
-    sequence << shorts;  // two of three elements find room
-    spare << reinterpret_cast<const char*>(spare.Data()) + 1000;
+    sequence << shorts;  // two of three elements fit
+    unused << reinterpret_cast<const char*>(unused.Data()) + 1000;
+    body >> buffer;
   }
-  EXPECT_EQ(Bytes(spare).substr(1000), "\x01\0"s);
   EXPECT_EQ(Bytes(stream).substr(1020), "\x02\0\x03\0"s);
   EXPECT_EQ(Bytes(sequence).substr(1018), "\x03\0\x05\0\x06\0"s);
+  EXPECT_EQ(Bytes(unused).substr(1000), "\x01\0"s);
+  EXPECT_EQ(Bytes(body), std::string(2048, 'b'));
+  EXPECT_EQ(Bytes(buffer), "old");
 }
 
 }  // namespace

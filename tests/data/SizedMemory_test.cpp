@@ -20,30 +20,24 @@ struct Throwing : CBasicObject {
   Throwing() { throw 7; }
 };
 
-std::uint32_t SizeInFrontOf(const void* payload) {
+std::uint32_t SizeBefore(const void* payload) {
   std::uint32_t size = 0;
   std::memcpy(&size, static_cast<const char*>(payload) - 4, 4);
   return size;
 }
 
-TEST(SizedMemory, SizeStandsInFrontOfTheAlignedPayload) {
+TEST(SizedMemory, TheSizeIsBeforeTheAlignedPayload) {
   for (const unsigned size : {0u, 1u, 1024u, 100'000u}) {
     void* payload = SizedAlloc(size);
-    ASSERT_NE(payload, nullptr);
-    EXPECT_EQ(SizeInFrontOf(payload), size);
+    void* bytes = zvuti::SizedAllocBytes(size);
+    EXPECT_EQ(SizeBefore(payload), size);
+    EXPECT_EQ(SizeBefore(bytes), size);
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(payload) % alignof(void*), 0u);
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(bytes) % (2 * sizeof(void*)), sizeof(void*));
     SizedFree(payload);
+    SizedFree(bytes);
   }
   SizedFree(nullptr);
-}
-
-TEST(SizedMemory, BytesAreSizedBlocksThatTakeLessInFront) {
-  void* payload = zvuti::SizedAllocBytes(1024);
-  ASSERT_NE(payload, nullptr);
-  EXPECT_EQ(SizeInFrontOf(payload), 1024u);
-  const auto address = reinterpret_cast<std::uintptr_t>(payload);
-  EXPECT_EQ(address % (2 * sizeof(void*)), sizeof(void*));  // one pointer's length behind a block's begin
-  SizedFree(payload);
 }
 
 TEST(SizedMemory, RefusedBlocksAreNull) {
@@ -57,7 +51,7 @@ TEST(SizedMemory, RefusedBlocksAreNull) {
 TEST(SizedMemory, ObjectsLiveInSizedBlocksAndGiveThemBack) {
   const std::int64_t live = test::LiveBlocks();
   for (CBasicObject* object : {new Probe, new (std::nothrow) Probe}) {
-    EXPECT_EQ(SizeInFrontOf(object), sizeof(Probe));
+    EXPECT_EQ(SizeBefore(object), sizeof(Probe));
     delete object;
   }
   delete[] new (std::nothrow) Probe[3];

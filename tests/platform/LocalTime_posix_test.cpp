@@ -9,8 +9,8 @@
 
 namespace {
 
-void SetZone(const std::string& zone) {
-  zone.empty() ? unsetenv("TZ") : setenv("TZ", zone.c_str(), 1);
+void SetZone(const char* zone) {
+  zone ? setenv("TZ", zone, 1) : unsetenv("TZ");
   tzset();
 }
 
@@ -22,7 +22,7 @@ std::int64_t Seconds(int year, int month, int day, int hour, int dst = -1) {
 }
 
 TEST(LocalTime, FollowsTheZoneWithinTheYearsThatTheRuntimesShare) {
-  const char* old = std::getenv("TZ");
+  const char* const old = std::getenv("TZ");
   const std::string saved = old ? old : "";
   SetZone("CST-8");
   EXPECT_EQ(Seconds(2064, 4, 1, 8), 2'974'233'600);
@@ -41,7 +41,7 @@ TEST(LocalTime, FollowsTheZoneWithinTheYearsThatTheRuntimesShare) {
   for (const int dst : {-1, 0, 1}) {
     EXPECT_EQ(CTimeValue(2024, 7, 1, 0, 0, 0, dst).GetTime(), Seconds(2024, 7, 1, 0, dst)) << dst;
   }
-  SetZone(saved);
+  SetZone(old ? saved.c_str() : nullptr);
 }
 
 }  // namespace

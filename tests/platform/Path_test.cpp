@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <string>
 
 #include "tests/support/TempFolder.h"
 
@@ -22,7 +23,7 @@ TEST(Path, FolderEndsWithTheLastSeparatorOfEitherKind) {
       {"/c.txt", "/", "/"},
       {"C:\\c.txt", "C:\\", "C:\\"},
       {"a/\x81\\c", "a/", "a"},                // a trail byte 0x5C is no separator
-      {"a\x81\\\\c", "a\x81\\\\", "a\x81\\"},  // the one behind it is
+      {"a\x81\\\\c", "a\x81\\\\", "a\x81\\"},  // the one after it is
       {"a\xAD/c", "a\xAD/", "a\xAD"},          // 0x2F is no trail byte
       {"a/\x81", "a/", "a"},
   };
@@ -43,25 +44,29 @@ TEST(Path, BackslashesLeadIntoFoldersButTrailBytesDoNot) {
   EXPECT_TRUE(zvuti::IsRegularFile((folder.Path() + "\\" + gbkName).c_str()));
 }
 
-TEST(CKxIOUti, MakesOneLevelOfFoldersAndTellsWhatExists) {
+TEST(CKxIOUti, MakesOneLevelOfFoldersAndReportsWhatExists) {
   const test::TempFolder folder;
-  const std::string file = folder.Write("file", "");
-  const std::string made = folder.Path("new"), below = made + "\\below\\", tooDeep = folder.Path("a/b");
+  folder.Write("file", "");
   const struct {
-    const char* path;
+    std::string path;
     bool canBeMade, exists, isFile;
   } cases[] = {
-      {made.c_str(), true, true, false},  {made.c_str(), true, true, false},
-      {below.c_str(), true, true, false}, {tooDeep.c_str(), false, false, false},
-      {file.c_str(), false, true, true},  {"", false, false, false},
-      {nullptr, false, false, false},
+      {folder.Path("new"), true, true, false},
+      {folder.Path("new"), true, true, false},
+      {folder.Path("new") + "\\below\\", true, true, false},
+      {folder.Path("a/b"), false, false, false},
+      {folder.Path("file"), false, true, true},
+      {"", false, false, false},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(CKxIOUti::CreateDir(c.path) != 0, c.canBeMade);
-    EXPECT_EQ(CKxIOUti::IsFileExist(c.path) != 0, c.exists);
-    EXPECT_EQ(zvuti::IsRegularFile(c.path), c.isFile);
-    EXPECT_EQ(zvuti::IsFolder(c.path), c.exists && !c.isFile);
+    const char* const path = c.path.c_str();
+    EXPECT_EQ(CKxIOUti::CreateDir(path) != 0, c.canBeMade) << path;
+    EXPECT_EQ(CKxIOUti::IsFileExist(path) != 0, c.exists) << path;
+    EXPECT_EQ(zvuti::IsRegularFile(path), c.isFile) << path;
+    EXPECT_EQ(zvuti::IsFolder(path), c.exists && !c.isFile) << path;
   }
+  EXPECT_EQ(CKxIOUti::CreateDir(nullptr) + CKxIOUti::IsFileExist(nullptr), 0);
+  EXPECT_FALSE(zvuti::IsRegularFile(nullptr) || zvuti::IsFolder(nullptr));
 }
 
 TEST(CKxIOUti, FindsTheFolderOfTheRunningProgram) {

@@ -12,13 +12,11 @@
 #include <functional>
 #include <string>
 #include <thread>
-#include <utility>
 
 #include <ZvUtiLib/CDebug.h>
 
 #include "tests/reliability/Loaders.h"
 #include "tests/support/AppFolder.h"
-#include "tests/support/DoorsGuard.h"
 #include "tests/support/ResourceLimits.h"
 #include "tests/support/TempFolder.h"
 
@@ -26,21 +24,14 @@ namespace {
 
 using std::filesystem::perms;
 
-// Rights are for others than root: while alive, a root's process acts as nobody in particular.
-class AsNobody {
- public:
-  AsNobody() : user_(geteuid()) {
-    if (user_ == 0) Become(65534);
-  }
-  ~AsNobody() {
-    if (user_ == 0) Become(user_);
-  }
-  static void Become(uid_t user) { ASSERT_EQ(seteuid(user), 0); }
+// Rights do not stop root: while it exists, a process of root runs as another user.
+struct AsNobody {
+  const bool isRoot = geteuid() == 0;
+  AsNobody() { Become(65534); }
+  ~AsNobody() { Become(0); }
   AsNobody(const AsNobody&) = delete;
   AsNobody& operator=(const AsNobody&) = delete;
-
- private:
-  const uid_t user_;
+  void Become(uid_t user) const { EXPECT_TRUE(!isRoot || seteuid(user) == 0); }
 };
 
 TEST(FileFaults, UnreadableFilesCountAsMissing) {
@@ -81,15 +72,12 @@ TEST(FileFaults, FilesThatChangeWhileTheyAreReadGiveOldOrNewOrLess) {
     const std::string path = folder.Write(loader.fileName, loader.good);
     std::atomic<bool> isDone = false;
     // In turn: cut to nothing, written again in place, replaced by another file, removed and written anew.
-    const std::function<void()> changes[] = {
-        [&] { std::filesystem::resize_file(path, 0); },
-        [&] { std::ofstream(path, std::ios::binary) << loader.good; },
-        [&] { std::filesystem::rename(folder.Write("other", loader.good), path); },
-        [&] { folder.Write(loader.fileName, loader.good); },
-    };
     std::thread changer([&] {
       while (!isDone) {
-        for (const auto& change : changes) change();
+        std::filesystem::resize_file(path, 0);
+        std::ofstream(path, std::ios::binary) << loader.good;
+        std::filesystem::rename(folder.Write("other", loader.good), path);
+        folder.Write(loader.fileName, loader.good);
       }
     });
     for (int i = 0; i < 300; ++i) {
@@ -102,40 +90,16 @@ TEST(FileFaults, FilesThatChangeWhileTheyAreReadGiveOldOrNewOrLess) {
   }
 }
 
-// Each fault comes in mid-run and goes again: the lines meanwhile are lost, all others are there and whole.
+// Each fault begins and ends between lines: those in between are lost, all others are there and whole.
 TEST(FileFaults, TheLogGoesOnWhenItsPlaceIsBack) {
   const test::AppFolder folder;
   const std::string log = folder.Path("log"), file = folder.Path("log/lobby.log"), away = folder.Path("away");
-  std::filesystem::permissions(folder.Path(), perms::all);
+  const auto allow = [](const std::string& path, perms to) { std::filesystem::permissions(path, to); };
+  allow(folder.Path(), perms::all);
   CDebug::LogInit();
-  std::filesystem::permissions(log, perms::all);
+  allow(log, perms::all);
   CDebug::LogOut("begin");
-  std::filesystem::permissions(file, perms::all);
-  std::string expected = "begin\n";
-  const auto faulted = [&](const char* what, const std::function<void()>& begin,
-                           const std::function<void()>& end) {
-    begin();
-    {
-      const AsNobody nobody;
-      CDebug::LogOut("lost to: %s", what);
-    }
-    end();
-    const AsNobody nobody;
-    CDebug::LogOut("after: %s", what);
-    expected.append("after: ").append(what).append("\n");
-  };
-  // Something else stands for a while where `path` should be.
-  const auto replaced = [&](const char* what, const std::string& path, const std::function<void()>& put) {
-    const auto begin = [&] { std::filesystem::rename(path, away), put(); };
-    faulted(what, begin, [&] { std::filesystem::remove(path), std::filesystem::rename(away, path); });
-  };
-  replaced("folder gone", log, [] {});
-  replaced("folder a file", log, [&] { std::ofstream(log) << "x"; });
-  replaced("file a folder", file, [&] { std::filesystem::create_directory(file); });
-  replaced("disk full", file, [&] { std::filesystem::create_symlink("/dev/full", file); });
-  const auto rights = [&](perms to) { std::filesystem::permissions(file, to); };
-  faulted(
-      "read-only", [&] { rights(perms::owner_read | perms::others_read); }, [&] { rights(perms::all); });
+  allow(file, perms::all);
 
   rlimit sizes{};
   getrlimit(RLIMIT_FSIZE, &sizes);
@@ -143,27 +107,50 @@ TEST(FileFaults, TheLogGoesOnWhenItsPlaceIsBack) {
     const rlimit limit{most, sizes.rlim_max};
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
   };
-  faulted(
-      "size limit", [&] { limitSize(std::filesystem::file_size(file)); }, [&] { limitSize(sizes.rlim_cur); });
-  static int reader = -1;
-  const auto putPipe = [&](bool isRead) {
+  int reader = -1;
+  const auto putPipe = [&] {
     ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
-    rights(perms::all);
-    if (isRead) reader = open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    allow(file, perms::all);
   };
-  replaced("a pipe that nobody reads", file, [&] { putPipe(false); });
-  replaced("a full pipe", file, [&] {
-    putPipe(true);
-    const std::string some(4096, 'x');
+  const auto putFullPipe = [&] {
+    putPipe();
+    reader = open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     const int writer = open(file.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
-    while (write(writer, some.data(), some.size()) > 0) continue;
+    while (write(writer, log.data(), log.size()) > 0) continue;
     close(writer);
-  });
-  close(std::exchange(reader, -1));
-  {
-    test::DoorsGuard doors;
-    doors->getLocalTime = [](SYSTEMTIME*) { close(std::exchange(reader, -1)); };  // the log is open
-    replaced("a pipe whose reader goes", file, [&] { putPipe(true); });
+  };
+  const auto nothing = [] {};
+  const struct {
+    const char* what;
+    std::string moved;  // while the fault lasts; "" if it moves nothing
+    std::function<void()> begin, end;
+  } faults[] = {
+      {"folder gone", log, nothing, nothing},
+      {"folder a file", log, [&] { std::ofstream(log) << "x"; }, nothing},
+      {"file a folder", file, [&] { std::filesystem::create_directory(file); }, nothing},
+      {"disk full", file, [&] { std::filesystem::create_symlink("/dev/full", file); }, nothing},
+      {"a pipe that nobody reads", file, putPipe, nothing},
+      {"a full pipe", file, putFullPipe, [&] { close(reader); }},
+      {"read-only", "", [&] { allow(file, perms::others_read); }, [&] { allow(file, perms::all); }},
+      {"size limit", "", [&] { limitSize(std::filesystem::file_size(file)); },
+       [&] { limitSize(sizes.rlim_cur); }},
+  };
+  std::string expected = "begin\n";
+  for (const auto& fault : faults) {
+    if (!fault.moved.empty()) std::filesystem::rename(fault.moved, away);
+    fault.begin();
+    {
+      const AsNobody nobody;
+      CDebug::LogOut("lost to: %s", fault.what);
+    }
+    if (!fault.moved.empty()) {
+      std::filesystem::remove(fault.moved);
+      std::filesystem::rename(away, fault.moved);
+    }
+    fault.end();
+    const AsNobody nobody;
+    CDebug::LogOut("after: %s", fault.what);
+    expected += std::string("after: ") + fault.what + "\n";
   }
   std::ifstream in(file);
   std::string seen;

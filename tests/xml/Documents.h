@@ -12,10 +12,6 @@ namespace test {
 inline bool Loads(const std::string& text) {
   return CUtiXmlParser(text.c_str(), 0).GetRootElement() != nullptr;
 }
-inline bool LoadsFile(const std::string& path) {
-  return CUtiXmlParser(path.c_str()).GetRootElement() != nullptr;
-}
-
 /// The root of a document that has to load.
 inline CUtiXmlElement RootOf(const std::string& text) {
   CUtiXmlParser parser(text.c_str(), 0);
@@ -27,6 +23,12 @@ inline CUtiXmlElement RootOf(const std::string& text) {
 inline CString TextOfFile(const std::string& path) {
   CUtiXmlParser parser(path.c_str());
   return parser.GetRootElement() ? parser.GetRootElement()->GetText() : CString("(none)");
+}
+inline bool LoadsFile(const std::string& path) { return TextOfFile(path) != "(none)"; }
+
+/// A document that declares an encoding.
+inline std::string Declared(const std::string& encoding, const std::string& text) {
+  return "<?xml version='1.0' encoding='" + encoding + "'?><a>" + text + "</a>";
 }
 
 inline std::string Repeat(const std::string& text, int count) {
