@@ -7,7 +7,7 @@
 namespace {
 
 const struct Com {
-  Com() { CoInitializeEx(nullptr, COINIT_MULTITHREADED); }
+  Com() { CoInitialize(nullptr); }
   ~Com() { CoUninitialize(); }
 } com;
 

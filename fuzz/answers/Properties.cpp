@@ -65,11 +65,10 @@ void AskFormats(Random& random, Report& report) {
   std::string flags = random.Of(kFlags);
   if (width.find('.') != width.npos) std::erase(flags, '0');
   const std::string head = "%" + flags + width;
-  std::erase(flags, '0');
+  const bool isZeroFilled = std::erase(flags, '0') > 0;
   const std::string text = random.Text(kPieces, 6);
   const std::int64_t value = random.Number();
-  const std::string whole =
-      "<" + head + random.Of(flags.size() + width.size() + 1 == head.size() ? kWhole : kNumbers) + ">";
+  const std::string whole = "<" + head + (isZeroFilled ? random.Of(kNumbers) : random.Of(kWhole)) + ">";
   const std::string wide = "<" + head + random.Of(kWide) + ">";
   const std::string texts = text.find('%') == text.npos ? text + "%" + flags + width + "s%%" : "<%s>";
   report << whole << wide << texts << value;
