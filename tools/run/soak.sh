@@ -1,15 +1,24 @@
-# Runs many threads under full load for a while, under each of two sanitizers. Sourced by run.
+# Runs many threads under full load for a while, under each of two sanitizers, and many processes with one log on a
+# full disk. Sourced by run.
 
 soak() {
   local seconds=${1:-60} kind
   [[ $seconds =~ ^[1-9][0-9]{0,4}$ ]] || fail "'soak' takes a number of seconds for each of the two sanitizers"
   need_build_tools
+  need_windows_tools
   for kind in tsan asan; do
-    build "linux-$kind" zvutilib_tests
+    build "linux-$kind"
     say "Soak ($kind), $seconds seconds"
     # ASan keeps freed blocks in a quarantine. A small one, so that the process visibly shrinks when memory is
     # freed.
     ASAN_OPTIONS=quarantine_size_mb=16 ZVUTILIB_SOAK_SECONDS=$seconds \
       "build/linux-$kind/tests/zvutilib_tests" --gtest_brief=1 --gtest_filter='Soak.*'
+    say "All classes, on a heap that refuses at random ($kind), $seconds seconds"
+    "build/linux-$kind/fuzz/answers/zvutilib_crowd" "$seconds"
   done
+  build linux-release zvutilib_crowd
+  build windows-i686 zvutilib_crowd
+  say "One log of many processes, on a full disk"
+  unshare --mount tools/run/full_disk.sh linux build/linux-release/fuzz/answers/zvutilib_crowd
+  unshare --mount tools/run/full_disk.sh windows "$windows_build/fuzz/answers/zvutilib_crowd.exe"
 }
