@@ -74,9 +74,9 @@ struct Folder {
   }
 };
 
-// Runs `work` on a thread whose stack shows how much of it was used, and returns the bytes.
+// Runs `work` on a thread with 64 KB of stack, which shows how much of it was used, and returns the bytes.
 std::size_t StackOf(const std::function<void()>& work) {
-  constexpr std::size_t kStack = std::size_t{8} << 20;
+  constexpr std::size_t kStack = std::size_t{64} << 10;
   constexpr unsigned char kUntouched = 0xA5;
   void* const stack = mmap(nullptr, kStack, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (stack == MAP_FAILED) std::abort();
