@@ -48,7 +48,7 @@ TEST(CStringDict, OrderOfVisitingFollowsFromTheKeysAlone) {
 
 TEST(CStringDict, ChosenKeysOfOneBucketAreFoundAndKeptInOrder) {
   std::mt19937 random(3);
-  for (const std::size_t count : {31, 32, 33, 34, 40, 400, 3000}) {
+  for (const std::size_t count : {31u, 32u, 33u, 34u, 40u, 400u, 3000u}) {
     std::vector<std::string> keys = test::CollidingKeys(count);
     for (std::size_t i = 0; i < count / 4; ++i) keys.push_back(std::to_string(random() % 9999));
     ASSERT_NO_FATAL_FAILURE(ExpectOrder(keys, 2 * keys.size(), random)) << count << " ascending";
@@ -62,7 +62,7 @@ TEST(CStringDict, ChosenKeysOfOneBucketAreFoundAndKeptInOrder) {
 // A tree that misses a key would put the next one in the wrong place.
 TEST(CStringDict, ATreeThatCannotGrowIsDropped) {
   const std::vector<std::string> keys = test::CollidingKeys(70);
-  for (const std::size_t depth : {32, 64}) {  // the bucket gets its tree now, has it already
+  for (const std::size_t depth : {32u, 64u}) {  // the bucket gets its tree now, has it already
     test::RefuseEachOf<CStringDict>(
         "set", test::AfterRefusal::kAllOrNothing,
         [&](CStringDict& dict) {

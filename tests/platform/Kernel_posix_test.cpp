@@ -111,7 +111,7 @@ TEST_F(KernelTest, AThreadHasEndedWhenAllThatItLeavesBehindIsDestroyed) {
     Leftover leftover;
     HANDLE thread = Thread(entry, &leftover);
     WaitForSingleObject(leftover.begun, INFINITE);
-    for (const DWORD limit : {0, 5}) EXPECT_EQ(WaitForSingleObject(thread, limit), WAIT_TIMEOUT);
+    for (const DWORD limit : {0u, 5u}) EXPECT_EQ(WaitForSingleObject(thread, limit), WAIT_TIMEOUT);
     EXPECT_EQ(ExitCode(thread), STILL_ACTIVE);
     SetEvent(leftover.release);
     EXPECT_EQ(WaitForSingleObject(thread, INFINITE), WAIT_OBJECT_0);
