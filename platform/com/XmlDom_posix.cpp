@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <ZvUtiLib/platform/CComPtr.h>
 
@@ -126,7 +127,7 @@ class NodeView final : public Counted<IXMLDOMElement>, public NarrowNode {
   }
 
   HRESULT hasChildNodes(VARIANT_BOOL* has) override {
-    *has = IsParent() && NodeHere().content.count > 0 ? VARIANT_TRUE : VARIANT_FALSE;
+    *has = IsNode() && NodeHere().children > 0 ? VARIANT_TRUE : VARIANT_FALSE;
     return S_OK;
   }
 
@@ -177,7 +178,6 @@ class NodeView final : public Counted<IXMLDOMElement>, public NarrowNode {
   static CString GbkOf(std::string_view utf8) { return CString(gbk::FromUtf8(utf8)); }
 
   bool IsNode() const { return place_.attribute == 0; }
-  bool IsParent() const { return IsNode() && NodeHere().IsParent(); }
   const Node& NodeHere() const { return tree_->nodes[place_.node]; }
   const xml::Attribute& AttributeHere() const { return tree_->attributes[place_.attribute - 1]; }
 
@@ -219,7 +219,8 @@ class NodeView final : public Counted<IXMLDOMElement>, public NarrowNode {
 
 class ListView final : public Counted<IXMLDOMNodeList> {
  public:
-  ListView(const CComPtr<SharedTree>& tree, Span children) : tree_(tree), children_(children) {}
+  ListView(const CComPtr<SharedTree>& tree, NodeId parent, std::uint32_t count)
+      : tree_(tree), first_(parent + 1), count_(static_cast<long>(count)), node_(first_) {}
 
   HRESULT QueryInterface(const IID& iid, void** out) override {
     *out = nullptr;
@@ -231,23 +232,45 @@ class ListView final : public Counted<IXMLDOMNodeList> {
 
   HRESULT get_item(long index, IXMLDOMNode** item) override {
     *item = nullptr;
-    if (index < 0 || index >= static_cast<long>(children_.count)) return S_FALSE;
-    return Give<NodeView>(item, tree_,
-                          Place{tree_->children[children_.first + static_cast<std::uint32_t>(index)]});
+    if (index < 0 || index >= count_) return S_FALSE;
+    return Guarded([&] { return Give<NodeView>(item, tree_, Place{At(index)}); });
   }
 
   HRESULT get_length(long* length) override {
-    *length = static_cast<long>(children_.count);
+    *length = count_;
     return S_OK;
   }
 
  private:
+  // Child `index`, which exists. A walk in order steps from one to the next; the first step out of order lists
+  // them all.
+  NodeId At(long index) {
+    if (all_.empty() && index == index_ + 1) {
+      node_ = tree_->nodes[node_].end;
+      ++index_;
+    } else if (index != index_) {
+      if (all_.empty()) ListAll();
+      node_ = all_[static_cast<std::size_t>(index)];
+      index_ = index;
+    }
+    return node_;
+  }
+
+  void ListAll() {
+    all_.reserve(static_cast<std::size_t>(count_));
+    NodeId id = first_;
+    for (long i = 0; i < count_; ++i, id = tree_->nodes[id].end) all_.push_back(id);
+  }
+
   CComPtr<SharedTree> tree_;
-  Span children_;
+  NodeId first_;
+  long count_, index_ = 0;  // node_ is child index_
+  NodeId node_;
+  std::vector<NodeId> all_;  // empty until it is needed
 };
 
 HRESULT NodeView::get_childNodes(IXMLDOMNodeList** list) {
-  return Give<ListView>(list, tree_, IsParent() ? NodeHere().content : Span{});
+  return Give<ListView>(list, tree_, place_.node, IsNode() ? NodeHere().children : 0);
 }
 
 std::string WithoutEscapes(std::string_view text) {

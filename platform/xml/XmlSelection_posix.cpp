@@ -254,7 +254,6 @@ class Evaluator {
   void Reach(const Step& step, Place start, bool isFirstEnough, std::vector<Place>& reached) const {
     const bool isNode = start.attribute == 0;
     const Node& node = tree_.nodes[start.node];
-    const bool isInner = isNode && node.IsParent();
     switch (step.axis) {
       case Axis::kSelf:
         reached.push_back(start);
@@ -263,15 +262,14 @@ class Evaluator {
         if (!isNode || start.node != kDocumentNode) reached.push_back({ParentOf(start)});
         break;
       case Axis::kAttribute:
-        if (!isInner) break;
+        if (!isNode) break;
         if (const Attribute* found = tree_.FindAttribute(start.node, step.name)) {
           reached.push_back({start.node, static_cast<std::uint32_t>(found - tree_.attributes.data()) + 1});
         }
         break;
       case Axis::kChild:
-        if (!isInner) break;
-        for (std::uint32_t i = 0; i < node.content.count; ++i) {
-          const NodeId child = tree_.children[node.content.first + i];
+        if (!isNode) break;
+        for (NodeId child = start.node + 1; child < node.end; child = tree_.nodes[child].end) {
           if (!Matches(step, child)) continue;
           reached.push_back({child});
           if (isFirstEnough) break;
@@ -336,7 +334,7 @@ class Evaluator {
         starts.push_back(target);
       } else if (step.axis != Axis::kParent) {
         starts.push_back({ParentOf(target)});
-      } else if (tree_.nodes[target.node].content.count > 0) {
+      } else if (tree_.nodes[target.node].children > 0) {
         starts.push_back({target.node + 1});  // its first child
       }
     }

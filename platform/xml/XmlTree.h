@@ -1,7 +1,8 @@
 // XmlTree: a parsed document, in a few arrays that all views of it share.
 //
 // Nodes are in document order, so a node's descendants are the ids between it and its `end`. The tree is
-// walked, searched and freed without recursion, however deep it is. Text is UTF-8.
+// walked, searched and freed without recursion, however deep it is. There is no list of children: the first
+// child of a node, if it has any, is the node after it, and the next sibling of a node stands at its `end`.
 #pragma once
 
 #include <cstdint>
@@ -41,11 +42,9 @@ struct Node {
   bool followsDroppedSpace = false;  ///< white space that made no node stands between it and the node before
   NameId name = kNoName;
   NodeId parent = kDocumentNode;
-  NodeId end = 0;  ///< one past the last descendant
-  Span content;    ///< children of a document or element, bytes of text of any other kind
-  Span attributes;
-
-  bool IsParent() const { return kind == NodeKind::kElement || kind == NodeKind::kDocument; }
+  NodeId end = 1;  ///< one past the last descendant
+  std::uint32_t children = 0;
+  Span content;  ///< attributes of an element, bytes of text of any other kind
 };
 
 struct Attribute {
@@ -75,16 +74,17 @@ class NameTable {
 };
 
 struct XmlTree {
-  std::vector<Node> nodes;       ///< the document first
-  std::vector<NodeId> children;  ///< those of one node stand together
+  std::vector<Node> nodes;  ///< the document first
   std::vector<Attribute> attributes;
   std::string text;
   NameTable names;
 
   std::string_view Bytes(Span span) const { return {text.data() + span.first, span.count}; }
   bool IsElement(NodeId id) const { return nodes[id].kind == NodeKind::kElement; }
-  /// Attribute `name` of an element, or null.
-  const Attribute* FindAttribute(NodeId element, NameId name) const;
+  /// The attribute of a node that is called `name`, or null.
+  const Attribute* FindAttribute(NodeId id, NameId name) const;
+  /// Adds a node as the last child of `parent`, whose innermost descendants are closed.
+  NodeId Add(NodeKind kind, NameId name, NodeId parent);
 
   /// Calls `take` with each piece of text in the node, in order: one blank stands for white space that
   /// made no node between two pieces, and white space is cut at both ends, as far as it may be.

@@ -67,8 +67,21 @@ void NameTable::Grow() {
   for (NameId id = 0; id < spans_.size(); ++id) slots_[SlotOf(At(id))] = id;
 }
 
-const Attribute* XmlTree::FindAttribute(NodeId element, NameId name) const {
-  const Span span = nodes[element].attributes;
+NodeId XmlTree::Add(NodeKind kind, NameId name, NodeId parent) {
+  const auto id = static_cast<NodeId>(nodes.size());
+  Node& node = nodes.emplace_back();
+  node.kind = kind;
+  node.name = name;
+  node.parent = parent;
+  node.end = id + 1;
+  node.preservesSpace = nodes[parent].preservesSpace;
+  ++nodes[parent].children;
+  return id;
+}
+
+const Attribute* XmlTree::FindAttribute(NodeId id, NameId name) const {
+  if (!IsElement(id)) return nullptr;
+  const Span span = nodes[id].content;
   for (std::uint32_t i = span.first; i < span.first + span.count; ++i) {
     if (attributes[i].name == name) return &attributes[i];
   }
