@@ -2,30 +2,21 @@
 
 #include <string_view>
 
-#include "gbk/Ascii.h"
-#include "gbk/CodePage936.h"
 #include "platform/com/NarrowNode.h"
 
 namespace zvuti {
 namespace {
 
-// The narrow side of an object, with no reference of its own; null where the object is none of ours.
+// The narrow side of an object; null where the object is none of ours.
 template <class Narrow>
 Narrow* SideOf(IUnknown& object, const IID& iid) {
   void* side = nullptr;
-  if (FAILED(object.QueryInterface(iid, &side))) return nullptr;
-  object.Release();
-  return static_cast<Narrow*>(side);
+  return SUCCEEDED(object.QueryInterface(iid, &side)) ? static_cast<Narrow*>(side) : nullptr;
 }
 
 const NarrowNode* NarrowSideOf(IXMLDOMNode& node) { return SideOf<NarrowNode>(node, IID_NarrowNode); }
 
-// Hands a GBK text to `use` as UTF-8; a name is nearly always the same in both, and is not copied.
-template <class Use>
-auto WithUtf8(const char* bytes, Use use) {
-  const std::string_view text = bytes ? bytes : std::string_view();
-  return IsAscii(text) ? use(text) : use(std::string_view(gbk::ToUtf8(text)));
-}
+std::string_view ViewOf(const char* text) { return text ? text : std::string_view(); }
 
 // Lets the narrow side of a document load it.
 template <class Load>
@@ -38,15 +29,12 @@ HRESULT LoadWith(IXMLDOMDocument& document, VARIANT_BOOL* isLoaded, Load load) {
 }  // namespace
 
 HRESULT LoadFile(IXMLDOMDocument& document, const char* path, VARIANT_BOOL* isLoaded) {
-  return LoadWith(document, isLoaded, [path](NarrowDocument& narrow) {
-    return narrow.LoadFile(path ? path : std::string_view());
-  });
+  return LoadWith(document, isLoaded,
+                  [path](NarrowDocument& narrow) { return narrow.LoadFile(ViewOf(path)); });
 }
 
 HRESULT LoadText(IXMLDOMDocument& document, const char* text, VARIANT_BOOL* isLoaded) {
-  return LoadWith(document, isLoaded, [text](NarrowDocument& narrow) {
-    return WithUtf8(text, [&](std::string_view utf8) { return narrow.Load(utf8); });
-  });
+  return LoadWith(document, isLoaded, [text](NarrowDocument& narrow) { return narrow.Load(ViewOf(text)); });
 }
 
 CString NameOf(IXMLDOMNode& node) {
@@ -61,14 +49,20 @@ CString TextOf(IXMLDOMNode& node) {
 
 CString AttributeOf(IXMLDOMElement& element, const char* name) {
   const NarrowNode* const narrow = NarrowSideOf(element);
-  if (!narrow) return CString();
-  return WithUtf8(name, [&](std::string_view utf8) { return narrow->Attribute(utf8); });
+  return narrow ? narrow->Attribute(ViewOf(name)) : CString();
 }
 
 CComPtr<IXMLDOMNode> SelectFrom(IXMLDOMNode& node, const char* selection) {
   CComPtr<IXMLDOMNode> found;
   const NarrowNode* const narrow = NarrowSideOf(node);
-  if (narrow) found.Attach(WithUtf8(selection, [&](std::string_view utf8) { return narrow->Select(utf8); }));
+  if (narrow) found.Attach(narrow->Select(ViewOf(selection)));
+  return found;
+}
+
+CComPtr<IXMLDOMElement> ElementAt(IXMLDOMNodeList& list, long index) {
+  CComPtr<IXMLDOMElement> found;
+  auto* const narrow = SideOf<NarrowList>(list, IID_NarrowList);
+  if (narrow) found.Attach(narrow->ElementAt(index));
   return found;
 }
 

@@ -161,7 +161,7 @@ class Builder {
   const std::size_t nodeLimit_, textLimit_;
 
   NodeId current_ = kDocumentNode;  // the innermost open node
-  std::size_t textBegin_ = 0;  // of the text that is being collected at the end of tree_.text
+  std::size_t textBegin_ = 0;       // of the text that is being collected at the end of tree_.text
   bool isTextSpace_ = true, isSpaceDropped_ = false;
   bool hasDoctype_ = false, isInDoctype_ = false, isStopped_ = false, isOutOfMemory_ = false;
   int nestedEntities_ = 0;

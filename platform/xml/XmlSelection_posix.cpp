@@ -31,14 +31,14 @@ struct Path {
 struct Filter {
   enum class Kind { kIndex, kPath, kValue } kind = Kind::kPath;
   std::uint32_t index = 0;
-  Path path;  // for kValue: the attribute alone
-  std::string value;
+  Path path;                         // for kValue: the attribute alone
+  std::optional<std::string> value;  // as in the tree
 };
 
 // Reads a selection; each function is false where it is malformed.
 class SelectionParser {
  public:
-  SelectionParser(std::string_view text, const NameTable& names) : rest_(text), names_(names) {}
+  SelectionParser(std::string_view text, const XmlTree& tree) : rest_(text), tree_(tree) {}
 
   bool ReadAll(Path& path) { return ReadPath(path) && rest_.empty(); }
 
@@ -100,7 +100,8 @@ class SelectionParser {
     } else {
       const std::string_view name = ReadName();
       step.test = Test::kName;
-      step.name = names_.Find(name);
+      const std::optional<std::string> own = tree_.FromUtf8(name);
+      step.name = own ? tree_.names.Find(*own) : kNoName;
       SkipBlanks();
       if (name.empty() || (Starts('(') && !ReadFunction(name, step))) return false;
     }
@@ -173,12 +174,12 @@ class SelectionParser {
                              filter.path.steps[0].filters.empty();
     if (!isAttribute || rest_.empty() || (rest_.front() != '\'' && rest_.front() != '"')) return false;
     const char quote = TakeFirst(1).front();
-    filter.value = TakeFirst(rest_.find(quote));
+    filter.value = tree_.FromUtf8(TakeFirst(rest_.find(quote)));
     return Take(quote);
   }
 
   std::string_view rest_;
-  const NameTable& names_;
+  const XmlTree& tree_;
   int depth_ = 0;
   std::size_t stepsInFilters_ = 0;  // of all filters that are open
 };
@@ -356,7 +357,7 @@ class Evaluator {
 
 std::optional<Place> SelectFirst(const XmlTree& tree, Place from, std::string_view selection) {
   Path path;
-  if (!SelectionParser(selection, tree.names).ReadAll(path)) return std::nullopt;
+  if (!SelectionParser(selection, tree).ReadAll(path)) return std::nullopt;
   return Evaluator(tree).First(path, from);
 }
 

@@ -3,9 +3,11 @@
 // Nodes are in document order, so a node's descendants are the ids between it and its `end`. The tree is
 // walked, searched and freed without recursion, however deep it is. There is no list of children: the first
 // child of a node, if it has any, is the node after it, and the next sibling of a node stands at its `end`.
+// Texts and names stay in the encoding of the document, if that is GBK, so that answers in GBK are copies.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +22,8 @@ constexpr NameId kNoName = 0xFFFFFFFF;
 
 /// White space as XML has it: blank, tab, line feed, carriage return.
 constexpr bool IsXmlSpace(char byte) { return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r'; }
+
+enum class Encoding : std::uint8_t { kUtf8, kGbk };
 
 enum class NodeKind : std::uint8_t {
   kDocument,
@@ -78,11 +82,20 @@ struct XmlTree {
   std::vector<Attribute> attributes;
   std::string text;
   NameTable names;
+  Encoding encoding = Encoding::kUtf8;  ///< of `text` and `names`
 
   std::string_view Bytes(Span span) const { return {text.data() + span.first, span.count}; }
   bool IsElement(NodeId id) const { return nodes[id].kind == NodeKind::kElement; }
-  /// The attribute of a node that is called `name`, or null.
+  /// A text of the tree in GBK.
+  std::string ToGbk(std::string_view own) const;
+  /// Converts a text of the tree into `out`, which must have room for its bytes as units. Returns their
+  /// number.
+  std::size_t ToUtf16(std::string_view own, char16_t* out) const;
+  /// A text as the tree would have it. Nothing if it has no such form, and so equals no text of the tree.
+  std::optional<std::string> FromUtf8(std::string_view utf8) const;
+  /// The attribute of a node that has the name, or null.
   const Attribute* FindAttribute(NodeId id, NameId name) const;
+  const Attribute* FindAttribute(NodeId id, std::string_view own) const;
   /// Adds a node as the last child of `parent`, whose innermost descendants are closed.
   NodeId Add(NodeKind kind, NameId name, NodeId parent);
 
