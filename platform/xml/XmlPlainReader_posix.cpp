@@ -95,11 +95,14 @@ class Reader {
     return true;
   }
   bool IsNext(Bits bits) const { return !IsAtEnd() && (kBits[static_cast<unsigned char>(*at_)] & bits) != 0; }
-  bool SkipSpace() {
-    const char* const first = at_;
-    while (IsNext(kSpace)) ++at_;
-    return at_ != first;
+  // Skips bytes that have one of the bits; whether there was any.
+  bool Skip(Bits bits) {
+    char* at = at_;  // a local one stays in a register
+    while (at != end_ && (kBits[static_cast<unsigned char>(*at)] & bits) != 0) ++at;
+    std::swap(at, at_);
+    return at != at_;
   }
+  bool SkipSpace() { return Skip(kSpace); }
   void SkipRun(Bits kind);
 
   bool ReadDeclaration();
@@ -107,13 +110,23 @@ class Reader {
   bool ReadText();
   bool ReadMarkup();
   bool ReadStartTag();
-  bool ReadAttribute(NodeId element);
+  bool ReadAttribute(std::size_t first);
   bool ReadEndTag();
+  bool ReadComment();
+  bool ReadCData();
   bool ReadInstruction();
-  bool ReadContent(Bits kind, std::string_view end, Span& content);
+  template <Bits kKind>
+  bool ReadContent(std::string_view end, Span& content);
   bool ReadReference(char*& out);
   NameId ReadName();
-  bool SkipInName(Bits bits);
+  // Skips a character from U+4E00 to U+9FA5.
+  bool SkipHan() {
+    if (IsAtEnd() || (*at_ & 0x80) == 0) return false;
+    const std::size_t length = Characters::LengthOf(Rest());
+    if (length == 0 || !Characters::IsHanAt(Rest())) return false;
+    at_ += length;
+    return true;
+  }
   NodeId Add(NodeKind kind, NameId name, Span content);
 
   XmlTree& tree_;
@@ -166,9 +179,9 @@ bool Reader<Characters>::ReadSetting(std::string_view name, std::string_view& va
       const std::string_view quote = Rest().substr(0, 1);
       if (quote == "'" || quote == "\"") {
         const char* const begin = ++at_;
-        while (IsNext(kInName)) ++at_;
+        const bool isAny = Skip(kInName);
         value = From(begin);
-        if (!value.empty() && Take(quote)) return true;
+        if (isAny && Take(quote)) return true;
       }
     }
   }
@@ -186,7 +199,7 @@ bool Reader<Characters>::ReadText() {
   }
   at_ = first;
   Span content;
-  if (!ReadContent(kText, "<", content)) return false;
+  if (!ReadContent<kText>("<", content)) return false;
   const std::string_view text = tree_.Bytes(content);
   if (text.empty()) return true;
   if (std::all_of(text.begin(), text.end(), IsXmlSpace)) {
@@ -203,42 +216,53 @@ bool Reader<Characters>::ReadMarkup() {
   const bool isOutside = current_ == kDocumentNode;
   if (Take('/')) return !isOutside && ReadEndTag();
   if (Take('?')) return ReadInstruction();
-  Span content;
-  if (Take("!--")) {
-    if (!ReadContent(kComment, "--", content) || !Take('>')) return false;
-    Add(NodeKind::kComment, kNoName, content);
-    return true;
-  }
-  if (Take("![CDATA[")) {
-    if (isOutside || !ReadContent(kCData, "]]>", content)) return false;
-    Add(NodeKind::kCData, kNoName, content);
-    return true;
-  }
+  if (Take('!')) return Take("--") ? ReadComment() : !isOutside && Take("[CDATA[") && ReadCData();
   if (isOutside && hasRoot_) return false;
   hasRoot_ = true;
   return ReadStartTag();
 }
 
 template <class Characters>
+bool Reader<Characters>::ReadComment() {
+  Span content;
+  if (!ReadContent<kComment>("--", content) || !Take('>')) return false;
+  Add(NodeKind::kComment, kNoName, content);
+  return true;
+}
+
+template <class Characters>
+bool Reader<Characters>::ReadCData() {
+  Span content;
+  if (!ReadContent<kCData>("]]>", content)) return false;
+  Add(NodeKind::kCData, kNoName, content);
+  return true;
+}
+
+template <class Characters>
 bool Reader<Characters>::ReadStartTag() {
   const NameId name = ReadName();
   if (name == kNoName) return false;
-  const NodeId id = Add(NodeKind::kElement, name, {static_cast<std::uint32_t>(tree_.attributes.size()), 0});
+  const auto first = static_cast<std::uint32_t>(tree_.attributes.size());
+  const NodeId id = Add(NodeKind::kElement, name, {first, 0});
   while (SkipSpace() && !IsAtEnd() && *at_ != '>' && *at_ != '/') {
-    if (!ReadAttribute(id)) return false;
+    if (!ReadAttribute(first)) return false;
   }
+  tree_.nodes[id].content.count = static_cast<std::uint32_t>(tree_.attributes.size()) - first;
   if (Take("/>")) return true;
   current_ = id;
   return Take('>');
 }
 
+// Reads an attribute of the element whose attributes begin at `first`.
 template <class Characters>
-bool Reader<Characters>::ReadAttribute(NodeId element) {
-  constexpr std::uint32_t kMostAttributes = 64;  // since each is compared with those before it
+bool Reader<Characters>::ReadAttribute(std::size_t first) {
+  constexpr std::size_t kMostAttributes = 64;  // since each is compared with those before it
   const NameId name = ReadName();
   if (name == kNoName || tree_.names.At(name) == "xmlns") return false;
-  if (tree_.FindAttribute(element, name) || tree_.nodes[element].content.count == kMostAttributes)
-    return false;
+  if (tree_.attributes.size() - first == kMostAttributes) return false;
+  for (std::size_t i = first; i < tree_.attributes.size(); ++i) {
+    if (tree_.attributes[i].name == name) return false;
+  }
   SkipSpace();
   if (!Take('=')) return false;
   SkipSpace();
@@ -246,9 +270,8 @@ bool Reader<Characters>::ReadAttribute(NodeId element) {
   if (quote != "'" && quote != "\"") return false;
   ++at_;
   Span value;
-  if (!ReadContent(kValue, quote, value)) return false;
+  if (!ReadContent<kValue>(quote, value)) return false;
   tree_.attributes.push_back({name, value});
-  ++tree_.nodes[element].content.count;
   return true;
 }
 
@@ -270,7 +293,7 @@ bool Reader<Characters>::ReadInstruction() {
   gbk::FoldToLower(target.data(), target.size());
   if (target == "xml" || (!SkipSpace() && !Starts("?>"))) return false;
   Span content;
-  if (!ReadContent(kInstruction, "?>", content)) return false;
+  if (!ReadContent<kInstruction>("?>", content)) return false;
   Add(NodeKind::kInstruction, name, content);
   return true;
 }
@@ -278,31 +301,35 @@ bool Reader<Characters>::ReadInstruction() {
 // Skips bytes without a meaning in this kind of content, and whole characters.
 template <class Characters>
 void Reader<Characters>::SkipRun(Bits kind) {
-  while (at_ != end_) {
-    const auto byte = static_cast<unsigned char>(*at_);
+  char* at = at_;
+  while (at != end_) {
+    const auto byte = static_cast<unsigned char>(*at);
     if (kBits[byte] & kind) {
-      ++at_;
+      ++at;
       continue;
     }
-    const std::size_t length = byte < 0x80 ? 0 : Characters::LengthOf(Rest());
-    if (length == 0) return;
-    at_ += length;
+    const std::size_t length =
+        byte < 0x80 ? 0 : Characters::LengthOf({at, static_cast<std::size_t>(end_ - at)});
+    if (length == 0) break;
+    at += length;
   }
+  at_ = at;
 }
 
 // Reads content up to `end`, and that.
 template <class Characters>
-bool Reader<Characters>::ReadContent(Bits kind, std::string_view end, Span& content) {
+template <Bits kKind>
+bool Reader<Characters>::ReadContent(std::string_view end, Span& content) {
   constexpr std::string_view kEnds = "]-?'\"";
   char* const first = at_;
   char* out = at_;
   for (;;) {
     const char* const run = at_;
-    SkipRun(kind);
+    SkipRun(kKind);
     const std::size_t length = From(run).size();
     if (out != run) std::memmove(out, run, length);
     out += length;
-    if (Take(end)) break;
+    if (!IsAtEnd() && *at_ == end.front() && (end.size() == 1 || Starts(end))) break;
     if (Take('\r')) {
       Take('\n');
       *out++ = '\n';
@@ -314,6 +341,7 @@ bool Reader<Characters>::ReadContent(Bits kind, std::string_view end, Span& cont
       return false;
     }
   }
+  at_ += end.size();
   content = {static_cast<std::uint32_t>(first - begin_), static_cast<std::uint32_t>(out - first)};
   return true;
 }
@@ -342,26 +370,15 @@ bool Reader<Characters>::ReadReference(char*& out) {
 template <class Characters>
 NameId Reader<Characters>::ReadName() {
   const char* const first = at_;
-  if (!SkipInName(kStartsName)) return kNoName;
-  while (SkipInName(kInName)) continue;
+  if (!Skip(kStartsName) && !SkipHan()) return kNoName;
+  do {
+    Skip(kInName);
+  } while (SkipHan());
   const std::string_view name = From(first);
-  const auto sum = static_cast<unsigned char>(name.size() * 8 + name.front() + name.back());
-  NameId& recent = recent_[sum % recent_.size()];
+  const auto byte = [name](std::size_t i) { return static_cast<unsigned char>(name[i]); };
+  NameId& recent = recent_[(name.size() * 8 + byte(0) + byte(name.size() - 1)) % recent_.size()];
   if (recent == kNoName || tree_.names.At(recent) != name) recent = tree_.names.Intern(name);
   return recent;
-}
-
-template <class Characters>
-bool Reader<Characters>::SkipInName(Bits bits) {
-  if (IsNext(bits)) {
-    ++at_;
-    return true;
-  }
-  if (IsAtEnd() || (*at_ & 0x80) == 0) return false;
-  const std::size_t length = Characters::LengthOf(Rest());
-  if (length == 0 || !Characters::IsHanAt(Rest())) return false;
-  at_ += length;
-  return true;
 }
 
 template <class Characters>
