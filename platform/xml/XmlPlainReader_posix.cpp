@@ -77,7 +77,17 @@ class Reader {
     recent_.fill(kNoName);
   }
 
-  bool ReadAll();
+  bool ReadAll() {
+    if (!ReadDeclaration()) return false;
+    for (;;) {
+      const bool isOutside = current_ == kDocumentNode;
+      if (isOutside) SkipSpace();
+      if (isOutside && IsAtEnd()) break;
+      if (!(isOutside ? Take('<') : ReadText()) || !ReadMarkup()) return false;
+    }
+    tree_.nodes[kDocumentNode].end = static_cast<NodeId>(tree_.nodes.size());
+    return hasRoot_;
+  }
 
  private:
   bool IsAtEnd() const { return at_ == end_; }
@@ -103,22 +113,223 @@ class Reader {
     return at != at_;
   }
   bool SkipSpace() { return Skip(kSpace); }
-  void SkipRun(Bits kind);
 
-  bool ReadDeclaration();
-  bool ReadSetting(std::string_view name, std::string_view& value);
-  bool ReadText();
-  bool ReadMarkup();
-  bool ReadStartTag();
-  bool ReadAttribute(std::size_t first);
-  bool ReadEndTag();
-  bool ReadComment();
-  bool ReadCData();
-  bool ReadInstruction();
+  // <?xml version="1.0" encoding="GBK" standalone="yes"?>, of which only the version has to be there. What
+  // encoding it names has no meaning here.
+  bool ReadDeclaration() {
+    if (!Take("<?xml")) return true;
+    if (!IsNext(kSpace)) {
+      at_ = begin_;  // another name that starts so, or an error
+      return true;
+    }
+    std::string_view value;
+    if (!ReadSetting("version", value) || value != "1.0") return false;
+    if (ReadSetting("encoding", value) && !IsLetter(value.front())) return false;
+    if (ReadSetting("standalone", value) && value != "yes" && value != "no") return false;
+    SkipSpace();
+    return Take("?>");
+  }
+
+  // Reads white space, `name`, an equals sign and a value in quotes; stays where it is if they are not there.
+  bool ReadSetting(std::string_view name, std::string_view& value) {
+    char* const first = at_;
+    if (SkipSpace() && Take(name)) {
+      SkipSpace();
+      if (Take('=')) {
+        SkipSpace();
+        const std::string_view quote = Rest().substr(0, 1);
+        if (quote == "'" || quote == "\"") {
+          const char* const begin = ++at_;
+          const bool isAny = Skip(kInName);
+          value = From(begin);
+          if (isAny && Take(quote)) return true;
+        }
+      }
+    }
+    at_ = first;
+    return false;
+  }
+
+  // Reads what stands in an element before the next markup, and the bracket of that.
+  bool ReadText() {
+    char* const first = at_;
+    if (SkipSpace() && Take('<')) {
+      isSpaceDropped_ = true;
+      return true;
+    }
+    at_ = first;
+    Span content;
+    if (!ReadContent<kText>("<", content)) return false;
+    const std::string_view text = tree_.Bytes(content);
+    if (text.empty()) return true;
+    if (std::all_of(text.begin(), text.end(), IsXmlSpace)) {
+      isSpaceDropped_ = true;
+    } else {
+      Add(NodeKind::kText, kNoName, content);
+    }
+    return true;
+  }
+
+  // Reads markup after its bracket.
+  bool ReadMarkup() {
+    const bool isOutside = current_ == kDocumentNode;
+    if (Take('/')) return !isOutside && ReadEndTag();
+    if (Take('?')) return ReadInstruction();
+    if (Take('!')) return Take("--") ? ReadComment() : !isOutside && Take("[CDATA[") && ReadCData();
+    if (isOutside && hasRoot_) return false;
+    hasRoot_ = true;
+    return ReadStartTag();
+  }
+
+  bool ReadComment() {
+    Span content;
+    if (!ReadContent<kComment>("--", content) || !Take('>')) return false;
+    Add(NodeKind::kComment, kNoName, content);
+    return true;
+  }
+
+  bool ReadCData() {
+    Span content;
+    if (!ReadContent<kCData>("]]>", content)) return false;
+    Add(NodeKind::kCData, kNoName, content);
+    return true;
+  }
+
+  bool ReadStartTag() {
+    const NameId name = ReadName();
+    if (name == kNoName) return false;
+    const auto first = static_cast<std::uint32_t>(tree_.attributes.size());
+    const NodeId id = Add(NodeKind::kElement, name, {first, 0});
+    while (SkipSpace() && !IsAtEnd() && *at_ != '>' && *at_ != '/') {
+      if (!ReadAttribute(first)) return false;
+    }
+    tree_.nodes[id].content.count = static_cast<std::uint32_t>(tree_.attributes.size()) - first;
+    if (Take("/>")) return true;
+    current_ = id;
+    return Take('>');
+  }
+
+  // Reads an attribute of the element whose attributes begin at `first`.
+  bool ReadAttribute(std::size_t first) {
+    constexpr std::size_t kMostAttributes = 64;  // since each is compared with those before it
+    const NameId name = ReadName();
+    if (name == kNoName || tree_.names.At(name) == "xmlns") return false;
+    if (tree_.attributes.size() - first == kMostAttributes) return false;
+    for (std::size_t i = first; i < tree_.attributes.size(); ++i) {
+      if (tree_.attributes[i].name == name) return false;
+    }
+    SkipSpace();
+    if (!Take('=')) return false;
+    SkipSpace();
+    const std::string_view quote = Rest().substr(0, 1);
+    if (quote != "'" && quote != "\"") return false;
+    ++at_;
+    Span value;
+    if (!ReadContent<kValue>(quote, value)) return false;
+    tree_.attributes.push_back({name, value});
+    return true;
+  }
+
+  bool ReadEndTag() {
+    Node& node = tree_.nodes[current_];
+    if (!Take(tree_.names.At(node.name))) return false;
+    SkipSpace();
+    node.end = static_cast<NodeId>(tree_.nodes.size());
+    current_ = node.parent;
+    return Take('>');
+  }
+
+  bool ReadInstruction() {
+    const NameId name = ReadName();
+    if (name == kNoName) return false;
+    std::string target(tree_.names.At(name));
+    gbk::FoldToLower(target.data(), target.size());
+    if (target == "xml" || (!SkipSpace() && !Starts("?>"))) return false;
+    Span content;
+    if (!ReadContent<kInstruction>("?>", content)) return false;
+    Add(NodeKind::kInstruction, name, content);
+    return true;
+  }
+
+  // Skips bytes without a meaning in this kind of content, and whole characters.
+  void SkipRun(Bits kind) {
+    char* at = at_;
+    while (at != end_) {
+      const auto byte = static_cast<unsigned char>(*at);
+      if (kBits[byte] & kind) {
+        ++at;
+        continue;
+      }
+      const std::size_t length =
+          byte < 0x80 ? 0 : Characters::LengthOf({at, static_cast<std::size_t>(end_ - at)});
+      if (length == 0) break;
+      at += length;
+    }
+    at_ = at;
+  }
+
+  // Reads content up to `end`, and that.
   template <Bits kKind>
-  bool ReadContent(std::string_view end, Span& content);
-  bool ReadReference(char*& out);
-  NameId ReadName();
+  bool ReadContent(std::string_view end, Span& content) {
+    constexpr std::string_view kEnds = "]-?'\"";
+    char* const first = at_;
+    char* out = at_;
+    for (;;) {
+      const char* const run = at_;
+      SkipRun(kKind);
+      const std::size_t length = From(run).size();
+      if (out != run) std::memmove(out, run, length);
+      out += length;
+      if (!IsAtEnd() && *at_ == end.front() && (end.size() == 1 || Starts(end))) break;
+      if (Take('\r')) {
+        Take('\n');
+        *out++ = '\n';
+      } else if (Starts("&")) {
+        if (!ReadReference(out)) return false;
+      } else if (!IsAtEnd() && kEnds.find(*at_) != kEnds.npos && !Starts("]]>")) {
+        *out++ = *at_++;  // part of the end of some content, but alone
+      } else {
+        return false;
+      }
+    }
+    at_ += end.size();
+    content = {static_cast<std::uint32_t>(first - begin_), static_cast<std::uint32_t>(out - first)};
+    return true;
+  }
+
+  bool ReadReference(char*& out) {
+    constexpr std::pair<std::string_view, char> kPredefined[] = {
+        {"&lt;", '<'}, {"&gt;", '>'}, {"&amp;", '&'}, {"&apos;", '\''}, {"&quot;", '"'}};
+    for (const auto& [reference, byte] : kPredefined) {
+      if (!Take(reference)) continue;
+      *out++ = byte;
+      return true;
+    }
+    if (!Take("&#")) return false;
+    const int base = Take('x') ? 16 : 10;
+    unsigned code = 0;
+    const auto [stop, error] = std::from_chars(at_, end_, code, base);
+    at_ += stop - at_;
+    const auto byte = static_cast<char>(code);
+    if (error != std::errc() || code >= 0x80 || (code < ' ' && !IsXmlSpace(byte))) return false;
+    *out++ = byte;
+    return Take(';');
+  }
+
+  // Returns the number of the name that stands here, or kNoName.
+  NameId ReadName() {
+    const char* const first = at_;
+    if (!Skip(kStartsName) && !SkipHan()) return kNoName;
+    do {
+      Skip(kInName);
+    } while (SkipHan());
+    const std::string_view name = From(first);
+    const auto byte = [name](std::size_t i) { return static_cast<unsigned char>(name[i]); };
+    NameId& recent = recent_[(name.size() * 8 + byte(0) + byte(name.size() - 1)) % recent_.size()];
+    if (recent == kNoName || tree_.names.At(recent) != name) recent = tree_.names.Intern(name);
+    return recent;
+  }
+
   // Skips a character from U+4E00 to U+9FA5.
   bool SkipHan() {
     if (IsAtEnd() || (*at_ & 0x80) == 0) return false;
@@ -127,7 +338,14 @@ class Reader {
     at_ += length;
     return true;
   }
-  NodeId Add(NodeKind kind, NameId name, Span content);
+
+  NodeId Add(NodeKind kind, NameId name, Span content) {
+    const NodeId id = tree_.Add(kind, name, current_);
+    tree_.nodes[id].content = content;
+    tree_.nodes[id].followsDroppedSpace = isSpaceDropped_;
+    isSpaceDropped_ = false;
+    return id;
+  }
 
   XmlTree& tree_;
   char* const begin_;
@@ -137,258 +355,6 @@ class Reader {
   bool hasRoot_ = false, isSpaceDropped_ = false;
   std::array<NameId, 64> recent_;  // the latest names by a few of their bits
 };
-
-template <class Characters>
-bool Reader<Characters>::ReadAll() {
-  if (!ReadDeclaration()) return false;
-  for (;;) {
-    const bool isOutside = current_ == kDocumentNode;
-    if (isOutside) SkipSpace();
-    if (isOutside && IsAtEnd()) break;
-    if (!(isOutside ? Take('<') : ReadText()) || !ReadMarkup()) return false;
-  }
-  tree_.nodes[kDocumentNode].end = static_cast<NodeId>(tree_.nodes.size());
-  return hasRoot_;
-}
-
-// <?xml version="1.0" encoding="GBK" standalone="yes"?>, of which only the version has to be there. What
-// encoding it names has no meaning here.
-template <class Characters>
-bool Reader<Characters>::ReadDeclaration() {
-  if (!Take("<?xml")) return true;
-  if (!IsNext(kSpace)) {
-    at_ = begin_;  // another name that starts so, or an error
-    return true;
-  }
-  std::string_view value;
-  if (!ReadSetting("version", value) || value != "1.0") return false;
-  if (ReadSetting("encoding", value) && !IsLetter(value.front())) return false;
-  if (ReadSetting("standalone", value) && value != "yes" && value != "no") return false;
-  SkipSpace();
-  return Take("?>");
-}
-
-// Reads white space, `name`, an equals sign and a value in quotes; stays where it is if they are not there.
-template <class Characters>
-bool Reader<Characters>::ReadSetting(std::string_view name, std::string_view& value) {
-  char* const first = at_;
-  if (SkipSpace() && Take(name)) {
-    SkipSpace();
-    if (Take('=')) {
-      SkipSpace();
-      const std::string_view quote = Rest().substr(0, 1);
-      if (quote == "'" || quote == "\"") {
-        const char* const begin = ++at_;
-        const bool isAny = Skip(kInName);
-        value = From(begin);
-        if (isAny && Take(quote)) return true;
-      }
-    }
-  }
-  at_ = first;
-  return false;
-}
-
-// Reads what stands in an element before the next markup, and the bracket of that.
-template <class Characters>
-bool Reader<Characters>::ReadText() {
-  char* const first = at_;
-  if (SkipSpace() && Take('<')) {
-    isSpaceDropped_ = true;
-    return true;
-  }
-  at_ = first;
-  Span content;
-  if (!ReadContent<kText>("<", content)) return false;
-  const std::string_view text = tree_.Bytes(content);
-  if (text.empty()) return true;
-  if (std::all_of(text.begin(), text.end(), IsXmlSpace)) {
-    isSpaceDropped_ = true;
-  } else {
-    Add(NodeKind::kText, kNoName, content);
-  }
-  return true;
-}
-
-// Reads markup after its bracket.
-template <class Characters>
-bool Reader<Characters>::ReadMarkup() {
-  const bool isOutside = current_ == kDocumentNode;
-  if (Take('/')) return !isOutside && ReadEndTag();
-  if (Take('?')) return ReadInstruction();
-  if (Take('!')) return Take("--") ? ReadComment() : !isOutside && Take("[CDATA[") && ReadCData();
-  if (isOutside && hasRoot_) return false;
-  hasRoot_ = true;
-  return ReadStartTag();
-}
-
-template <class Characters>
-bool Reader<Characters>::ReadComment() {
-  Span content;
-  if (!ReadContent<kComment>("--", content) || !Take('>')) return false;
-  Add(NodeKind::kComment, kNoName, content);
-  return true;
-}
-
-template <class Characters>
-bool Reader<Characters>::ReadCData() {
-  Span content;
-  if (!ReadContent<kCData>("]]>", content)) return false;
-  Add(NodeKind::kCData, kNoName, content);
-  return true;
-}
-
-template <class Characters>
-bool Reader<Characters>::ReadStartTag() {
-  const NameId name = ReadName();
-  if (name == kNoName) return false;
-  const auto first = static_cast<std::uint32_t>(tree_.attributes.size());
-  const NodeId id = Add(NodeKind::kElement, name, {first, 0});
-  while (SkipSpace() && !IsAtEnd() && *at_ != '>' && *at_ != '/') {
-    if (!ReadAttribute(first)) return false;
-  }
-  tree_.nodes[id].content.count = static_cast<std::uint32_t>(tree_.attributes.size()) - first;
-  if (Take("/>")) return true;
-  current_ = id;
-  return Take('>');
-}
-
-// Reads an attribute of the element whose attributes begin at `first`.
-template <class Characters>
-bool Reader<Characters>::ReadAttribute(std::size_t first) {
-  constexpr std::size_t kMostAttributes = 64;  // since each is compared with those before it
-  const NameId name = ReadName();
-  if (name == kNoName || tree_.names.At(name) == "xmlns") return false;
-  if (tree_.attributes.size() - first == kMostAttributes) return false;
-  for (std::size_t i = first; i < tree_.attributes.size(); ++i) {
-    if (tree_.attributes[i].name == name) return false;
-  }
-  SkipSpace();
-  if (!Take('=')) return false;
-  SkipSpace();
-  const std::string_view quote = Rest().substr(0, 1);
-  if (quote != "'" && quote != "\"") return false;
-  ++at_;
-  Span value;
-  if (!ReadContent<kValue>(quote, value)) return false;
-  tree_.attributes.push_back({name, value});
-  return true;
-}
-
-template <class Characters>
-bool Reader<Characters>::ReadEndTag() {
-  Node& node = tree_.nodes[current_];
-  if (!Take(tree_.names.At(node.name))) return false;
-  SkipSpace();
-  node.end = static_cast<NodeId>(tree_.nodes.size());
-  current_ = node.parent;
-  return Take('>');
-}
-
-template <class Characters>
-bool Reader<Characters>::ReadInstruction() {
-  const NameId name = ReadName();
-  if (name == kNoName) return false;
-  std::string target(tree_.names.At(name));
-  gbk::FoldToLower(target.data(), target.size());
-  if (target == "xml" || (!SkipSpace() && !Starts("?>"))) return false;
-  Span content;
-  if (!ReadContent<kInstruction>("?>", content)) return false;
-  Add(NodeKind::kInstruction, name, content);
-  return true;
-}
-
-// Skips bytes without a meaning in this kind of content, and whole characters.
-template <class Characters>
-void Reader<Characters>::SkipRun(Bits kind) {
-  char* at = at_;
-  while (at != end_) {
-    const auto byte = static_cast<unsigned char>(*at);
-    if (kBits[byte] & kind) {
-      ++at;
-      continue;
-    }
-    const std::size_t length =
-        byte < 0x80 ? 0 : Characters::LengthOf({at, static_cast<std::size_t>(end_ - at)});
-    if (length == 0) break;
-    at += length;
-  }
-  at_ = at;
-}
-
-// Reads content up to `end`, and that.
-template <class Characters>
-template <Bits kKind>
-bool Reader<Characters>::ReadContent(std::string_view end, Span& content) {
-  constexpr std::string_view kEnds = "]-?'\"";
-  char* const first = at_;
-  char* out = at_;
-  for (;;) {
-    const char* const run = at_;
-    SkipRun(kKind);
-    const std::size_t length = From(run).size();
-    if (out != run) std::memmove(out, run, length);
-    out += length;
-    if (!IsAtEnd() && *at_ == end.front() && (end.size() == 1 || Starts(end))) break;
-    if (Take('\r')) {
-      Take('\n');
-      *out++ = '\n';
-    } else if (Starts("&")) {
-      if (!ReadReference(out)) return false;
-    } else if (!IsAtEnd() && kEnds.find(*at_) != kEnds.npos && !Starts("]]>")) {
-      *out++ = *at_++;  // part of the end of some content, but alone
-    } else {
-      return false;
-    }
-  }
-  at_ += end.size();
-  content = {static_cast<std::uint32_t>(first - begin_), static_cast<std::uint32_t>(out - first)};
-  return true;
-}
-
-template <class Characters>
-bool Reader<Characters>::ReadReference(char*& out) {
-  constexpr std::pair<std::string_view, char> kPredefined[] = {
-      {"&lt;", '<'}, {"&gt;", '>'}, {"&amp;", '&'}, {"&apos;", '\''}, {"&quot;", '"'}};
-  for (const auto& [reference, byte] : kPredefined) {
-    if (!Take(reference)) continue;
-    *out++ = byte;
-    return true;
-  }
-  if (!Take("&#")) return false;
-  const int base = Take('x') ? 16 : 10;
-  unsigned code = 0;
-  const auto [stop, error] = std::from_chars(at_, end_, code, base);
-  at_ += stop - at_;
-  const auto byte = static_cast<char>(code);
-  if (error != std::errc() || code >= 0x80 || (code < ' ' && !IsXmlSpace(byte))) return false;
-  *out++ = byte;
-  return Take(';');
-}
-
-// Returns the number of the name that stands here, or kNoName.
-template <class Characters>
-NameId Reader<Characters>::ReadName() {
-  const char* const first = at_;
-  if (!Skip(kStartsName) && !SkipHan()) return kNoName;
-  do {
-    Skip(kInName);
-  } while (SkipHan());
-  const std::string_view name = From(first);
-  const auto byte = [name](std::size_t i) { return static_cast<unsigned char>(name[i]); };
-  NameId& recent = recent_[(name.size() * 8 + byte(0) + byte(name.size() - 1)) % recent_.size()];
-  if (recent == kNoName || tree_.names.At(recent) != name) recent = tree_.names.Intern(name);
-  return recent;
-}
-
-template <class Characters>
-NodeId Reader<Characters>::Add(NodeKind kind, NameId name, Span content) {
-  const NodeId id = tree_.Add(kind, name, current_);
-  tree_.nodes[id].content = content;
-  tree_.nodes[id].followsDroppedSpace = isSpaceDropped_;
-  isSpaceDropped_ = false;
-  return id;
-}
 
 }  // namespace
 
