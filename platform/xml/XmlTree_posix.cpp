@@ -4,6 +4,7 @@
 #include <cstring>
 #include <random>
 
+#include "gbk/Ascii.h"
 #include "gbk/CodePage936.h"
 
 namespace zvuti::xml {
@@ -78,7 +79,7 @@ std::size_t XmlTree::ToUtf16(std::string_view own, char16_t* out) const {
 }
 
 std::optional<std::string> XmlTree::FromUtf8(std::string_view utf8) const {
-  if (encoding == Encoding::kUtf8) return std::string(utf8);
+  if (encoding == Encoding::kUtf8 || IsAscii(utf8)) return std::string(utf8);
   std::string own = gbk::FromUtf8(utf8);
   if (gbk::ToUtf8(own) != utf8) return std::nullopt;  // a best fit or a question mark
   return own;
