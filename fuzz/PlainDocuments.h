@@ -85,7 +85,7 @@ std::string MakeDocument(Below below) {
     } else if (kind == 4) {
       text += "<![CDATA[" + content("") + "]]>";
     } else if (kind == 5) {
-      text += "<?" + name + (rare(2) ? "" : " " + content("?")) + "?>";
+      text += "<?" + name + (rare(2) ? "" : std::string(" ").append(content("?"))) + "?>";
     } else if (kind == 6) {
       const std::size_t end = open.find('>') + 1;
       text += open.substr(0, end);

@@ -7,22 +7,25 @@
 namespace zvuti {
 namespace {
 
-// The narrow side of an object; null where the object is none of ours.
-template <class Narrow>
-Narrow* SideOf(IUnknown& object, const IID& iid) {
+// Hands the narrow side of an object to `use`; an empty result where the object is none of ours.
+template <class Narrow, class Use>
+auto With(IUnknown& object, const IID& iid, Use use) {
   void* side = nullptr;
-  return SUCCEEDED(object.QueryInterface(iid, &side)) ? static_cast<Narrow*>(side) : nullptr;
+  const bool isOurs = SUCCEEDED(object.QueryInterface(iid, &side));
+  return isOurs ? use(*static_cast<Narrow*>(side)) : decltype(use(*static_cast<Narrow*>(side)))();
 }
 
-const NarrowNode* NarrowSideOf(IXMLDOMNode& node) { return SideOf<NarrowNode>(node, IID_NarrowNode); }
+template <class Use>
+auto WithNode(IXMLDOMNode& node, Use use) {
+  return With<const NarrowNode>(node, IID_NarrowNode, use);
+}
 
 std::string_view ViewOf(const char* text) { return text ? text : std::string_view(); }
 
 // Lets the narrow side of a document load it.
 template <class Load>
 HRESULT LoadWith(IXMLDOMDocument& document, VARIANT_BOOL* isLoaded, Load load) {
-  auto* const narrow = SideOf<NarrowDocument>(document, IID_NarrowDocument);
-  *isLoaded = narrow && load(*narrow) ? VARIANT_TRUE : VARIANT_FALSE;
+  *isLoaded = With<NarrowDocument>(document, IID_NarrowDocument, load) ? VARIANT_TRUE : VARIANT_FALSE;
   return *isLoaded == VARIANT_TRUE ? S_OK : S_FALSE;
 }
 
@@ -38,31 +41,26 @@ HRESULT LoadText(IXMLDOMDocument& document, const char* text, VARIANT_BOOL* isLo
 }
 
 CString NameOf(IXMLDOMNode& node) {
-  const NarrowNode* const narrow = NarrowSideOf(node);
-  return narrow ? narrow->Name() : CString();
+  return WithNode(node, [](const NarrowNode& narrow) { return narrow.Name(); });
 }
 
 CString TextOf(IXMLDOMNode& node) {
-  const NarrowNode* const narrow = NarrowSideOf(node);
-  return narrow ? narrow->Text() : CString();
+  return WithNode(node, [](const NarrowNode& narrow) { return narrow.Text(); });
 }
 
 CString AttributeOf(IXMLDOMElement& element, const char* name) {
-  const NarrowNode* const narrow = NarrowSideOf(element);
-  return narrow ? narrow->Attribute(ViewOf(name)) : CString();
+  return WithNode(element, [name](const NarrowNode& narrow) { return narrow.Attribute(ViewOf(name)); });
 }
 
 CComPtr<IXMLDOMNode> SelectFrom(IXMLDOMNode& node, const char* selection) {
   CComPtr<IXMLDOMNode> found;
-  const NarrowNode* const narrow = NarrowSideOf(node);
-  if (narrow) found.Attach(narrow->Select(ViewOf(selection)));
+  found.Attach(WithNode(node, [=](const NarrowNode& narrow) { return narrow.Select(ViewOf(selection)); }));
   return found;
 }
 
 CComPtr<IXMLDOMElement> ElementAt(IXMLDOMNodeList& list, long index) {
   CComPtr<IXMLDOMElement> found;
-  auto* const narrow = SideOf<NarrowList>(list, IID_NarrowList);
-  if (narrow) found.Attach(narrow->ElementAt(index));
+  found.Attach(With<NarrowList>(list, IID_NarrowList, [=](NarrowList& own) { return own.ElementAt(index); }));
   return found;
 }
 

@@ -49,8 +49,9 @@ struct GbkCharacters {
     return text.size() >= 2 && gbk::IsDoubleByte(text[0], text[1]) ? 2 : 0;
   }
   static bool IsHanAt(std::string_view text) {
-    char16_t unit[2];
-    return gbk::ToUtf16(text.substr(0, 2), unit) == 1 && IsHan(unit[0]);
+    char16_t unit[2] = {};
+    gbk::ToUtf16(text.substr(0, 2), unit);
+    return IsHan(unit[0]);
   }
 };
 

@@ -95,7 +95,8 @@ struct XmlTree {
   std::optional<std::string> FromUtf8(std::string_view utf8) const;
   /// The attribute of a node that has the name, or null.
   const Attribute* FindAttribute(NodeId id, NameId name) const;
-  const Attribute* FindAttribute(NodeId id, std::string_view own) const;
+  /// The same by the name's text. REQUIRES: the node is an element.
+  const Attribute* FindAttribute(NodeId element, std::string_view own) const;
   /// Adds a node as the last child of `parent`, whose innermost descendants are closed.
   NodeId Add(NodeKind kind, NameId name, NodeId parent);
 

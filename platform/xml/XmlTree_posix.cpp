@@ -107,9 +107,8 @@ const Attribute* XmlTree::FindAttribute(NodeId id, NameId name) const {
 }
 
 // An element has few attributes, which are compared sooner than the name is hashed.
-const Attribute* XmlTree::FindAttribute(NodeId id, std::string_view own) const {
-  if (!IsElement(id)) return nullptr;
-  const Span span = nodes[id].content;
+const Attribute* XmlTree::FindAttribute(NodeId element, std::string_view own) const {
+  const Span span = nodes[element].content;
   for (std::uint32_t i = span.first; i < span.first + span.count; ++i) {
     if (names.At(attributes[i].name) == own) return &attributes[i];
   }
