@@ -28,8 +28,7 @@ char16_t DecodeDouble(char lead, char trail) {
 constexpr bool IsHighSurrogate(char32_t c) { return c >= 0xD800 && c < 0xDC00; }
 constexpr bool IsLowSurrogate(char32_t c) { return c >= 0xDC00 && c < 0xE000; }
 
-// Removes one code point from the front of `text` and returns it. If the sequence is malformed, removes one
-// byte and returns U+FFFD. REQUIRES: the first byte is not ASCII.
+// TakeUtf8 for sequences of any length.
 char32_t TakeAnyUtf8(std::string_view& text) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   const unsigned first = byte(0);
@@ -55,9 +54,9 @@ char32_t TakeAnyUtf8(std::string_view& text) {
   return value;
 }
 
-// The same, with an inline fast path for the usual case: a three-byte sequence whose value needs no check
+// TakeUtf8 with an inline fast path for the usual case: a three-byte sequence whose value needs no check
 // because it starts with neither 0xE0 (may be overlong) nor 0xED (may be a surrogate).
-inline char32_t TakeUtf8(std::string_view& text) {
+inline char32_t TakeUtf8Inline(std::string_view& text) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   const unsigned first = byte(0);
   if ((first & 0xF0) != 0xE0 || first == 0xE0 || first == 0xED || text.size() < 3 ||
@@ -126,7 +125,7 @@ char* PutUtf8AsGbk(char* end, std::string_view text) {
     end += run;
     text.remove_prefix(run);
     while (!text.empty() && (text.front() & 0x80) != 0) {
-      const char32_t c = TakeUtf8(text);
+      const char32_t c = TakeUtf8Inline(text);
       end = PutGbk(end, c < 0x10000 ? static_cast<char16_t>(c) : kHalfOfPair);
       if (c >= 0x10000) end = PutGbk(end, kHalfOfPair);
     }
@@ -190,6 +189,8 @@ std::string FromUtf16(std::u16string_view text) {
   return out;
 }
 
+char32_t TakeUtf8(std::string_view& text) { return TakeUtf8Inline(text); }
+
 std::string Utf16ToUtf8(std::u16string_view text) {
   std::string out;
   out.reserve(text.size());
@@ -222,7 +223,7 @@ std::size_t Utf8ToUtf16(std::string_view text, char16_t* out) {
     end = std::copy_n(text.begin(), run, end);
     text.remove_prefix(run);
     while (!text.empty() && (text.front() & 0x80) != 0) {
-      const char32_t c = TakeUtf8(text);
+      const char32_t c = TakeUtf8Inline(text);
       if (c < 0x10000) {
         *end++ = static_cast<char16_t>(c);
       } else {

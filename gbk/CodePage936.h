@@ -18,6 +18,13 @@ constexpr bool IsLeadByte(char byte) {
   return static_cast<unsigned char>(static_cast<unsigned char>(byte) - 0x81) < 0xFE - 0x81 + 1;
 }
 
+/// True for a lead byte and a trail byte, 0x40 to 0xFE but 0x7F. All these pairs are characters: converted to
+/// Unicode and back they are the same. (Some are user-defined.)
+constexpr bool IsDoubleByte(char lead, char trail) {
+  const auto byte = static_cast<unsigned char>(trail);
+  return IsLeadByte(lead) && byte >= 0x40 && byte <= 0xFE && byte != 0x7F;
+}
+
 /// Number of bytes that AreDoubleBytes tests at once: the size of a register, which is even.
 inline constexpr std::size_t kRegister = sizeof(std::size_t);
 
@@ -86,6 +93,9 @@ std::string ToUtf8(std::string_view text, bool* isWhole = nullptr);
 /// well-formed sequence becomes a question mark.
 std::string FromUtf8(std::string_view text);
 
+/// Removes one code point from the front of a UTF-8 text and returns it. If the sequence is malformed,
+/// removes one byte and returns U+FFFD. REQUIRES: the first byte is not ASCII.
+char32_t TakeUtf8(std::string_view& text);
 /// Converts UTF-16 to UTF-8. A surrogate without its partner becomes U+FFFD.
 std::string Utf16ToUtf8(std::u16string_view text);
 /// Converts UTF-8 to UTF-16. Every byte that is not part of a well-formed sequence becomes U+FFFD.

@@ -2,6 +2,7 @@
 #include <ZvUtiLib/CUtiXmlNodeList.h>
 
 #include <exception>
+#include <utility>
 
 #include "gbk/LeadingInt.h"
 #include "platform/com/NodeText.h"
@@ -36,12 +37,7 @@ CUtiXmlElement::CUtiXmlElement(const CComPtr<IXMLDOMElement>& node) : element(no
 CUtiXmlElement::CUtiXmlElement(const CUtiXmlElement& other) = default;
 CUtiXmlElement& CUtiXmlElement::operator=(const CUtiXmlElement& other) = default;
 
-CUtiXmlElement::CUtiXmlElement(const CComPtr<IXMLDOMNode>& node) {
-  void* found = nullptr;
-  if (node && SUCCEEDED(node->QueryInterface(IID_IXMLDOMElement, &found))) {
-    element.Attach(static_cast<IXMLDOMElement*>(found));
-  }
-}
+CUtiXmlElement::CUtiXmlElement(const CComPtr<IXMLDOMNode>& node) : element(zvuti::ElementOf(node)) {}
 
 CString CUtiXmlElement::GetNodeName() const {
   return OrEmpty([&] { return element ? zvuti::NameOf(*element) : CString(); });
@@ -72,9 +68,9 @@ CString CUtiXmlElement::GetChildText(const char* selection) const {
 }
 
 int CUtiXmlElement::GetChildNodes(CUtiXmlNodeList* list) const {
-  const CComPtr<IXMLDOMNodeList> children = ChildrenOf(element);
+  CComPtr<IXMLDOMNodeList> children = ChildrenOf(element);
   if (!children) return 0;
-  if (list) *list = CUtiXmlNodeList(children);
+  if (list) list->nodeList = std::move(children);
   return 1;
 }
 

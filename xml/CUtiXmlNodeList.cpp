@@ -1,6 +1,11 @@
 #include <ZvUtiLib/CUtiXmlElement.h>
 #include <ZvUtiLib/CUtiXmlNodeList.h>
 
+#include <exception>
+#include <utility>
+
+#include "platform/com/NodeText.h"
+
 CUtiXmlNodeList::CUtiXmlNodeList() = default;
 CUtiXmlNodeList::CUtiXmlNodeList(const CComPtr<IXMLDOMNodeList>& list) : nodeList(list) {}
 CUtiXmlNodeList::CUtiXmlNodeList(const CUtiXmlNodeList& other) = default;
@@ -15,8 +20,11 @@ int CUtiXmlNodeList::GetLength() const {
 
 int CUtiXmlNodeList::GetItem(int index, CUtiXmlElement* item) const {
   if (!nodeList) return 0;
-  CComPtr<IXMLDOMNode> node;
-  nodeList->get_item(index, &node);
-  if (item) *item = CUtiXmlElement(node);
+  CComPtr<IXMLDOMElement> found;
+  try {
+    found = zvuti::ElementAt(*nodeList, index);
+  } catch (const std::exception&) {  // an allocation failed: `item` becomes empty
+  }
+  if (item) item->element = std::move(found);
   return 1;
 }

@@ -69,6 +69,7 @@ class ZVUTILIB_API CUtiXmlElement {
   int IsHasChild(const char* selection) const;
 
  private:
+  friend class CUtiXmlNodeList;
   friend class CUtiXmlParser;
 
   CComPtr<IXMLDOMElement> element;

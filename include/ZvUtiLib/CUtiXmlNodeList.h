@@ -26,5 +26,7 @@ class ZVUTILIB_API CUtiXmlNodeList {
   int GetItem(int index, CUtiXmlElement* item) const;
 
  private:
+  friend class CUtiXmlElement;
+
   CComPtr<IXMLDOMNodeList> nodeList;
 };

@@ -3,8 +3,6 @@
 #include <cstring>
 #include <new>
 
-#include "gbk/CodePage936.h"
-
 namespace {
 
 // The length in bytes stands in the 4 bytes in front of the text.
@@ -45,13 +43,6 @@ HRESULT VariantClear(VARIANT* value) {
 }
 
 namespace zvuti {
-
-BSTR AllocBstr(std::string_view utf8) {
-  if (utf8.size() > kMostUnits) return nullptr;
-  const BSTR text = SysAllocStringLen(nullptr, static_cast<unsigned>(utf8.size()));
-  if (text) ShortenBstr(text, static_cast<unsigned>(gbk::Utf8ToUtf16(utf8, text)));
-  return text;
-}
 
 void ShortenBstr(BSTR text, unsigned length) {
   const auto bytes = static_cast<std::uint32_t>(length * sizeof(WCHAR));

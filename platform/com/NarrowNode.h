@@ -1,5 +1,5 @@
-// NarrowNode, NarrowDocument: the interfaces by which our object model takes and gives texts without UTF-16
-// between.
+// NarrowNode, NarrowList, NarrowDocument: the interfaces by which our object model takes and gives texts
+// without UTF-16 between. QueryInterface gives them without a reference.
 #pragma once
 
 #include <string_view>
@@ -11,7 +11,7 @@ namespace zvuti {
 
 constexpr IID IID_NarrowNode{6};
 
-/// Texts are GBK going out and UTF-8 coming in. Throws std::bad_alloc when the heap refuses.
+/// Texts are GBK. Throws std::bad_alloc when the heap refuses.
 class NarrowNode {
  public:
   virtual CString Name() const = 0;
@@ -24,11 +24,23 @@ class NarrowNode {
   ~NarrowNode() = default;
 };
 
+constexpr IID IID_NarrowList{8};
+
+class NarrowList {
+ public:
+  /// The node at `index` with a reference for the caller; null if it is none or no element. Throws
+  /// std::bad_alloc when the heap refuses.
+  virtual IXMLDOMElement* ElementAt(long index) = 0;
+
+ protected:
+  ~NarrowList() = default;
+};
+
 constexpr IID IID_NarrowDocument{7};
 
 class NarrowDocument {
  public:
-  /// Loads the document from UTF-8, white space in front of it skipped; false when it is not well-formed.
+  /// Loads the document from GBK, white space in front of it skipped; false when it is not well-formed.
   /// Throws std::bad_alloc when the heap refuses.
   virtual bool Load(std::string_view text) = 0;
   /// Loads the file at a path with either separator, or at a file:// address. Its bytes are passed to the

@@ -1,8 +1,8 @@
 // Texts into and out of the object model, in GBK.
 //
-// On Windows the object model's calls take and return UTF-16. The stand-in stores UTF-8, and a walk through
-// UTF-16 would take longer than loading the document, so there these calls go straight to the tree. All of
-// them throw std::bad_alloc when the heap refuses.
+// On Windows the object model's calls take and return UTF-16. The stand-in stores GBK or UTF-8, and a walk
+// through UTF-16 would take longer than loading the document, so there these calls go straight to the tree.
+// All of them throw std::bad_alloc when the heap refuses.
 #pragma once
 
 #include <ZvUtiLib/platform/CComPtr.h>
@@ -25,5 +25,16 @@ CString TextOf(IXMLDOMNode& node);
 CString AttributeOf(IXMLDOMElement& element, const char* name);
 /// The first node that a selection reaches, or null. A null selection reads as "".
 CComPtr<IXMLDOMNode> SelectFrom(IXMLDOMNode& node, const char* selection);
+/// The element at an index of a list, null if no node is there or one that is no element.
+CComPtr<IXMLDOMElement> ElementAt(IXMLDOMNodeList& list, long index);
+/// A node as an element, null if it is null or no element.
+inline CComPtr<IXMLDOMElement> ElementOf(IXMLDOMNode* node) {
+  CComPtr<IXMLDOMElement> element;
+  void* found = nullptr;
+  if (node && SUCCEEDED(node->QueryInterface(IID_IXMLDOMElement, &found))) {
+    element.Attach(static_cast<IXMLDOMElement*>(found));
+  }
+  return element;
+}
 
 }  // namespace zvuti

@@ -2,73 +2,65 @@
 
 #include <string_view>
 
-#include "gbk/Ascii.h"
-#include "gbk/CodePage936.h"
 #include "platform/com/NarrowNode.h"
 
 namespace zvuti {
 namespace {
 
-// The narrow side of an object, with no reference of its own; null where the object is none of ours.
-template <class Narrow>
-Narrow* SideOf(IUnknown& object, const IID& iid) {
+// Hands the narrow side of an object to `use`; an empty result where the object is none of ours.
+template <class Narrow, class Use>
+auto With(IUnknown& object, const IID& iid, Use use) {
   void* side = nullptr;
-  if (FAILED(object.QueryInterface(iid, &side))) return nullptr;
-  object.Release();
-  return static_cast<Narrow*>(side);
+  const bool isOurs = SUCCEEDED(object.QueryInterface(iid, &side));
+  return isOurs ? use(*static_cast<Narrow*>(side)) : decltype(use(*static_cast<Narrow*>(side)))();
 }
 
-const NarrowNode* NarrowSideOf(IXMLDOMNode& node) { return SideOf<NarrowNode>(node, IID_NarrowNode); }
-
-// Hands a GBK text to `use` as UTF-8; a name is nearly always the same in both, and is not copied.
 template <class Use>
-auto WithUtf8(const char* bytes, Use use) {
-  const std::string_view text = bytes ? bytes : std::string_view();
-  return IsAscii(text) ? use(text) : use(std::string_view(gbk::ToUtf8(text)));
+auto WithNode(IXMLDOMNode& node, Use use) {
+  return With<const NarrowNode>(node, IID_NarrowNode, use);
 }
+
+std::string_view ViewOf(const char* text) { return text ? text : std::string_view(); }
 
 // Lets the narrow side of a document load it.
 template <class Load>
 HRESULT LoadWith(IXMLDOMDocument& document, VARIANT_BOOL* isLoaded, Load load) {
-  auto* const narrow = SideOf<NarrowDocument>(document, IID_NarrowDocument);
-  *isLoaded = narrow && load(*narrow) ? VARIANT_TRUE : VARIANT_FALSE;
+  *isLoaded = With<NarrowDocument>(document, IID_NarrowDocument, load) ? VARIANT_TRUE : VARIANT_FALSE;
   return *isLoaded == VARIANT_TRUE ? S_OK : S_FALSE;
 }
 
 }  // namespace
 
 HRESULT LoadFile(IXMLDOMDocument& document, const char* path, VARIANT_BOOL* isLoaded) {
-  return LoadWith(document, isLoaded, [path](NarrowDocument& narrow) {
-    return narrow.LoadFile(path ? path : std::string_view());
-  });
+  return LoadWith(document, isLoaded,
+                  [path](NarrowDocument& narrow) { return narrow.LoadFile(ViewOf(path)); });
 }
 
 HRESULT LoadText(IXMLDOMDocument& document, const char* text, VARIANT_BOOL* isLoaded) {
-  return LoadWith(document, isLoaded, [text](NarrowDocument& narrow) {
-    return WithUtf8(text, [&](std::string_view utf8) { return narrow.Load(utf8); });
-  });
+  return LoadWith(document, isLoaded, [text](NarrowDocument& narrow) { return narrow.Load(ViewOf(text)); });
 }
 
 CString NameOf(IXMLDOMNode& node) {
-  const NarrowNode* const narrow = NarrowSideOf(node);
-  return narrow ? narrow->Name() : CString();
+  return WithNode(node, [](const NarrowNode& narrow) { return narrow.Name(); });
 }
 
 CString TextOf(IXMLDOMNode& node) {
-  const NarrowNode* const narrow = NarrowSideOf(node);
-  return narrow ? narrow->Text() : CString();
+  return WithNode(node, [](const NarrowNode& narrow) { return narrow.Text(); });
 }
 
 CString AttributeOf(IXMLDOMElement& element, const char* name) {
-  const NarrowNode* const narrow = NarrowSideOf(element);
-  if (!narrow) return CString();
-  return WithUtf8(name, [&](std::string_view utf8) { return narrow->Attribute(utf8); });
+  return WithNode(element, [name](const NarrowNode& narrow) { return narrow.Attribute(ViewOf(name)); });
 }
 
 CComPtr<IXMLDOMNode> SelectFrom(IXMLDOMNode& node, const char* selection) {
   CComPtr<IXMLDOMNode> found;
-  const NarrowNode* const narrow = NarrowSideOf(node);
-  if (narrow) found.Attach(WithUtf8(selection, [&](std::string_view utf8) { return narrow->Select(utf8); }));
+  found.Attach(WithNode(node, [=](const NarrowNode& narrow) { return narrow.Select(ViewOf(selection)); }));
+  return found;
+}
+
+CComPtr<IXMLDOMElement> ElementAt(IXMLDOMNodeList& list, long index) {
+  CComPtr<IXMLDOMElement> found;
+  found.Attach(With<NarrowList>(list, IID_NarrowList, [=](NarrowList& own) { return own.ElementAt(index); }));
   return found;
 }
 

@@ -44,4 +44,10 @@ CComPtr<IXMLDOMNode> SelectFrom(IXMLDOMNode& node, const char* selection) {
   return found;
 }
 
+CComPtr<IXMLDOMElement> ElementAt(IXMLDOMNodeList& list, long index) {
+  CComPtr<IXMLDOMNode> node;
+  list.get_item(index, &node);
+  return ElementOf(node);
+}
+
 }  // namespace zvuti

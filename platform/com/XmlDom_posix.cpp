@@ -8,15 +8,18 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <ZvUtiLib/platform/CComPtr.h>
 
+#include "gbk/Ascii.h"
 #include "gbk/CodePage936.h"
 #include "platform/OpenFile.h"
 #include "platform/com/BstrMemory.h"
 #include "platform/com/NarrowNode.h"
 #include "platform/xml/XmlBuilder.h"
 #include "platform/xml/XmlEncoding.h"
+#include "platform/xml/XmlPlainReader.h"
 #include "platform/xml/XmlSelection.h"
 #include "platform/xml/XmlTree.h"
 
@@ -64,11 +67,6 @@ HRESULT Give(Interface** out, const Arguments&... arguments) {
   return *out ? S_OK : E_OUTOFMEMORY;
 }
 
-HRESULT GiveText(std::string_view utf8, BSTR* out) {
-  *out = AllocBstr(utf8);
-  return *out ? S_OK : E_OUTOFMEMORY;
-}
-
 std::u16string_view ViewOf(BSTR text) {
   return text ? std::u16string_view(text, SysStringLen(text)) : std::u16string_view();
 }
@@ -90,10 +88,12 @@ class NodeView final : public Counted<IXMLDOMElement>, public NarrowNode {
 
   HRESULT QueryInterface(const IID& iid, void** out) override {
     *out = nullptr;
-    const bool isElement = IsNode() && tree_->IsElement(place_.node);
     if (iid == IID_NarrowNode) {
       *out = static_cast<NarrowNode*>(this);
-    } else if (iid == IID_IUnknown || iid == IID_IXMLDOMNode || (iid == IID_IXMLDOMElement && isElement)) {
+      return S_OK;
+    }
+    const bool isElement = IsNode() && tree_->IsElement(place_.node);
+    if (iid == IID_IUnknown || iid == IID_IXMLDOMNode || (iid == IID_IXMLDOMElement && isElement)) {
       *out = static_cast<IXMLDOMElement*>(this);
     }
     if (!*out) return E_NOINTERFACE;
@@ -105,28 +105,19 @@ class NodeView final : public Counted<IXMLDOMElement>, public NarrowNode {
 
   HRESULT get_text(BSTR* text) override {
     if (const auto whole = WholeText()) return GiveText(*whole, text);
-    std::size_t most = 0;
-    tree_->VisitText(place_.node, [&](std::string_view piece) { most += piece.size(); });
-    if (most > std::numeric_limits<unsigned>::max()) return E_OUTOFMEMORY;
-    *text = SysAllocStringLen(nullptr, static_cast<unsigned>(most));
-    if (!*text) return E_OUTOFMEMORY;
-    std::size_t length = 0;
-    tree_->VisitText(place_.node,
-                     [&](std::string_view piece) { length += gbk::Utf8ToUtf16(piece, *text + length); });
-    ShortenBstr(*text, static_cast<unsigned>(length));
-    return S_OK;
+    return GivePieces([this](auto take) { tree_->VisitText(place_.node, take); }, text);
   }
 
   HRESULT selectSingleNode(BSTR selection, IXMLDOMNode** node) override {
     *node = nullptr;
     return Guarded([&] {
-      *node = Select(gbk::Utf16ToUtf8(ViewOf(selection)));
+      *node = SelectUtf8(gbk::Utf16ToUtf8(ViewOf(selection)));
       return *node ? S_OK : S_FALSE;
     });
   }
 
   HRESULT hasChildNodes(VARIANT_BOOL* has) override {
-    *has = IsParent() && NodeHere().content.count > 0 ? VARIANT_TRUE : VARIANT_FALSE;
+    *has = IsNode() && NodeHere().children > 0 ? VARIANT_TRUE : VARIANT_FALSE;
     return S_OK;
   }
 
@@ -135,7 +126,8 @@ class NodeView final : public Counted<IXMLDOMElement>, public NarrowNode {
   HRESULT getAttribute(BSTR name, VARIANT* value) override {
     VariantInit(value);
     return Guarded([&]() -> HRESULT {
-      const xml::Attribute* found = Find(gbk::Utf16ToUtf8(ViewOf(name)));
+      const auto own = tree_->FromUtf8(gbk::Utf16ToUtf8(ViewOf(name)));
+      const xml::Attribute* found = own ? tree_->FindAttribute(place_.node, *own) : nullptr;
       if (!found) {
         value->vt = VT_NULL;
         return S_FALSE;
@@ -164,27 +156,44 @@ class NodeView final : public Counted<IXMLDOMElement>, public NarrowNode {
   }
 
   CString Attribute(std::string_view name) const override {
-    const xml::Attribute* found = Find(name);
+    const bool isOwn = tree_->encoding == Encoding::kGbk || IsAscii(name);
+    const xml::Attribute* found = isOwn ? tree_->FindAttribute(place_.node, name)
+                                        : tree_->FindAttribute(place_.node, gbk::ToUtf8(name));
     return found ? GbkOf(tree_->Bytes(found->value)) : CString();
   }
 
   IXMLDOMNode* Select(std::string_view selection) const override {
+    return IsAscii(selection) ? SelectUtf8(selection) : SelectUtf8(gbk::ToUtf8(selection));
+  }
+
+ private:
+  CString GbkOf(std::string_view own) const { return CString(tree_->ToGbk(own)); }
+
+  IXMLDOMNode* SelectUtf8(std::string_view selection) const {
     const auto found = SelectFirst(*tree_, place_, selection);
     return found ? new NodeView(tree_, *found) : nullptr;
   }
 
- private:
-  static CString GbkOf(std::string_view utf8) { return CString(gbk::FromUtf8(utf8)); }
+  // Stores in UTF-16 the pieces of text that `visit` hands to its argument.
+  template <class Visit>
+  HRESULT GivePieces(Visit visit, BSTR* out) const {
+    std::size_t most = 0;
+    visit([&](std::string_view piece) { most += piece.size(); });
+    if (most > std::numeric_limits<unsigned>::max()) return E_OUTOFMEMORY;
+    *out = SysAllocStringLen(nullptr, static_cast<unsigned>(most));
+    if (!*out) return E_OUTOFMEMORY;
+    std::size_t length = 0;
+    visit([&](std::string_view piece) { length += tree_->ToUtf16(piece, *out + length); });
+    ShortenBstr(*out, static_cast<unsigned>(length));
+    return S_OK;
+  }
+  HRESULT GiveText(std::string_view own, BSTR* out) const {
+    return GivePieces([own](auto take) { take(own); }, out);
+  }
 
   bool IsNode() const { return place_.attribute == 0; }
-  bool IsParent() const { return IsNode() && NodeHere().IsParent(); }
   const Node& NodeHere() const { return tree_->nodes[place_.node]; }
   const xml::Attribute& AttributeHere() const { return tree_->attributes[place_.attribute - 1]; }
-
-  const xml::Attribute* Find(std::string_view name) const {
-    const NameId id = tree_->names.Find(name);
-    return id == kNoName ? nullptr : tree_->FindAttribute(place_.node, id);
-  }
 
   // The text of a node that has one of its own, wherever it stands in the tree.
   std::optional<std::string_view> WholeText() const {
@@ -217,12 +226,17 @@ class NodeView final : public Counted<IXMLDOMElement>, public NarrowNode {
   Place place_;
 };
 
-class ListView final : public Counted<IXMLDOMNodeList> {
+class ListView final : public Counted<IXMLDOMNodeList>, public NarrowList {
  public:
-  ListView(const CComPtr<SharedTree>& tree, Span children) : tree_(tree), children_(children) {}
+  ListView(const CComPtr<SharedTree>& tree, NodeId parent, std::uint32_t count)
+      : tree_(tree), first_(parent + 1), count_(static_cast<long>(count)), node_(first_) {}
 
   HRESULT QueryInterface(const IID& iid, void** out) override {
     *out = nullptr;
+    if (iid == IID_NarrowList) {
+      *out = static_cast<NarrowList*>(this);
+      return S_OK;
+    }
     if (!(iid == IID_IUnknown) && !(iid == IID_IXMLDOMNodeList)) return E_NOINTERFACE;
     AddRef();
     *out = static_cast<IXMLDOMNodeList*>(this);
@@ -231,23 +245,51 @@ class ListView final : public Counted<IXMLDOMNodeList> {
 
   HRESULT get_item(long index, IXMLDOMNode** item) override {
     *item = nullptr;
-    if (index < 0 || index >= static_cast<long>(children_.count)) return S_FALSE;
-    return Give<NodeView>(item, tree_,
-                          Place{tree_->children[children_.first + static_cast<std::uint32_t>(index)]});
+    if (index < 0 || index >= count_) return S_FALSE;
+    return Guarded([&] { return Give<NodeView>(item, tree_, Place{At(index)}); });
   }
 
   HRESULT get_length(long* length) override {
-    *length = static_cast<long>(children_.count);
+    *length = count_;
     return S_OK;
   }
 
+  IXMLDOMElement* ElementAt(long index) override {
+    if (index < 0 || index >= count_) return nullptr;
+    const NodeId id = At(index);
+    return tree_->IsElement(id) ? new NodeView(tree_, Place{id}) : nullptr;
+  }
+
  private:
+  // Child `index`, which exists. A walk in order steps from one to the next; the first step out of order
+  // lists them all.
+  NodeId At(long index) {
+    if (all_.empty() && index == index_ + 1) {
+      node_ = tree_->nodes[node_].end;
+      ++index_;
+    } else if (index != index_) {
+      if (all_.empty()) ListAll();
+      node_ = all_[static_cast<std::size_t>(index)];
+      index_ = index;
+    }
+    return node_;
+  }
+
+  void ListAll() {
+    all_.reserve(static_cast<std::size_t>(count_));
+    NodeId id = first_;
+    for (long i = 0; i < count_; ++i, id = tree_->nodes[id].end) all_.push_back(id);
+  }
+
   CComPtr<SharedTree> tree_;
-  Span children_;
+  NodeId first_;
+  long count_, index_ = 0;  // node_ is child index_
+  NodeId node_;
+  std::vector<NodeId> all_;  // empty until it is needed
 };
 
 HRESULT NodeView::get_childNodes(IXMLDOMNodeList** list) {
-  return Give<ListView>(list, tree_, IsParent() ? NodeHere().content : Span{});
+  return Give<ListView>(list, tree_, place_.node, IsNode() ? NodeHere().children : 0);
 }
 
 std::string WithoutEscapes(std::string_view text) {
@@ -296,7 +338,9 @@ class DocumentView final : public Counted<IXMLDOMDocument>, public NarrowDocumen
     *out = nullptr;
     if (iid == IID_NarrowDocument) {
       *out = static_cast<NarrowDocument*>(this);
-    } else if (iid == IID_IUnknown || iid == IID_IXMLDOMDocument) {
+      return S_OK;
+    }
+    if (iid == IID_IUnknown || iid == IID_IXMLDOMDocument) {
       *out = static_cast<IXMLDOMDocument*>(this);
     }
     if (!*out) return E_NOINTERFACE;
@@ -318,20 +362,24 @@ class DocumentView final : public Counted<IXMLDOMDocument>, public NarrowDocumen
     tree_.Release();
     return Guarded([&] {
       const std::u16string_view units = ViewOf(text);
-      return Loaded(IsWellFormedUtf16(units) && Load(gbk::Utf16ToUtf8(units)), isLoaded);
+      return Loaded(IsWellFormedUtf16(units) && LoadBytes(gbk::Utf16ToUtf8(units), Encoding::kUtf8),
+                    isLoaded);
     });
   }
 
   bool Load(std::string_view text) override {
     tree_.Release();
-    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
-    return Replace(text);
+    return LoadBytes(text, Encoding::kGbk);
   }
 
   bool LoadFile(std::string_view path) override {
     tree_.Release();
     std::string bytes;
-    return ReadSource(std::string(path), bytes) && ToUtf8(bytes) && Replace(bytes);
+    if (!ReadSource(std::string(path), bytes)) return false;
+    std::string_view plain = bytes;
+    const auto encoding = CutToPlain(plain);
+    if (encoding && ReplaceBy(ReadPlain, plain, *encoding)) return true;
+    return ToUtf8(bytes) && ReplaceBy(Build, bytes);
   }
 
   HRESULT get_documentElement(IXMLDOMElement** element) override {
@@ -348,9 +396,19 @@ class DocumentView final : public Counted<IXMLDOMDocument>, public NarrowDocumen
     return isWellFormed ? S_OK : S_FALSE;
   }
 
-  bool Replace(std::string_view utf8) {
+  // Loads a text from which white space in front is cut.
+  bool LoadBytes(std::string_view text, Encoding encoding) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+    if (ReplaceBy(ReadPlain, text, encoding)) return true;
+    if (encoding == Encoding::kUtf8 || IsAscii(text)) return ReplaceBy(Build, text);
+    return ReplaceBy(Build, gbk::ToUtf8(text));
+  }
+
+  // Replaces the tree with what one of the two ways reads, where that accepts.
+  template <class Way, class... Encodings>
+  bool ReplaceBy(Way* way, std::string_view text, Encodings... encoding) {
     const CComPtr<SharedTree> tree(new SharedTree);
-    if (!Build(utf8, *tree)) return false;
+    if (!way(text, encoding..., *tree)) return false;
     tree_ = tree;
     return true;
   }

@@ -135,7 +135,6 @@ class Builder {
 
   NodeId Add(NodeKind kind, NameId name);
   void AddWithText(NodeKind kind, std::string_view name, std::string_view content);
-  void Close(NodeId id);
   Span Store(std::string_view bytes);
   void FlushText();
   void BeginText();
@@ -162,9 +161,7 @@ class Builder {
   const std::size_t nodeLimit_, textLimit_;
 
   NodeId current_ = kDocumentNode;  // the innermost open node
-  std::vector<NodeId>
-      siblings_;  // children so far of all open nodes; content.first of a node is where its own start
-  std::size_t textBegin_ = 0;  // of the text that is being collected at the end of tree_.text
+  std::size_t textBegin_ = 0;       // of the text that is being collected at the end of tree_.text
   bool isTextSpace_ = true, isSpaceDropped_ = false;
   bool hasDoctype_ = false, isInDoctype_ = false, isStopped_ = false, isOutOfMemory_ = false;
   int nestedEntities_ = 0;
@@ -183,7 +180,6 @@ bool Builder::Run() {
   xmlSpace_ = tree_.names.Intern("xml:space");
   // Typical documents need about as much; others make the arrays grow.
   tree_.nodes.reserve(source_.size() / 32 + 8);
-  tree_.children.reserve(source_.size() / 32 + 8);
   tree_.attributes.reserve(source_.size() / 64 + 8);
   tree_.text.reserve(source_.size() / 2);
   tree_.nodes.emplace_back();
@@ -191,7 +187,7 @@ bool Builder::Run() {
       XML_Parse(parser_.get(), source_.data(), static_cast<int>(source_.size()), XML_TRUE) == XML_STATUS_OK;
   if (isOutOfMemory_ || XML_GetErrorCode(parser_.get()) == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
   if (!isParsed || isStopped_ || !namespaces_.AreLocalNamesWhole()) return false;
-  Close(kDocumentNode);
+  tree_.nodes[kDocumentNode].end = static_cast<NodeId>(tree_.nodes.size());
   return true;
 }
 
@@ -278,17 +274,10 @@ void Builder::Stop() {
 }
 
 NodeId Builder::Add(NodeKind kind, NameId name) {
-  const auto id = static_cast<NodeId>(tree_.nodes.size());
-  if (id >= nodeLimit_) Stop();
-  Node& node = tree_.nodes.emplace_back();
-  node.kind = kind;
-  node.name = name;
-  node.parent = current_;
-  node.end = id + 1;
-  node.preservesSpace = tree_.nodes[current_].preservesSpace;
-  node.followsDroppedSpace = isSpaceDropped_;
+  if (tree_.nodes.size() >= nodeLimit_) Stop();
+  const NodeId id = tree_.Add(kind, name, current_);
+  tree_.nodes[id].followsDroppedSpace = isSpaceDropped_;
   isSpaceDropped_ = false;
-  siblings_.push_back(id);
   return id;
 }
 
@@ -299,16 +288,6 @@ void Builder::AddWithText(NodeKind kind, std::string_view name, std::string_view
   const NodeId id = Add(kind, name.empty() ? kNoName : tree_.names.Intern(name));
   tree_.nodes[id].content = Store(content);
   BeginText();
-}
-
-void Builder::Close(NodeId id) {
-  Node& node = tree_.nodes[id];
-  const std::size_t begin = node.content.first;
-  node.content = {static_cast<std::uint32_t>(tree_.children.size()),
-                  static_cast<std::uint32_t>(siblings_.size() - begin)};
-  node.end = static_cast<NodeId>(tree_.nodes.size());
-  for (std::size_t i = begin; i < siblings_.size(); ++i) tree_.children.push_back(siblings_[i]);
-  siblings_.resize(begin);
 }
 
 Span Builder::Store(std::string_view bytes) {
@@ -349,13 +328,13 @@ void Builder::StartElement(const char* name, const char** attributes) {
   FlushText();
   const NodeId id = Add(NodeKind::kElement, tree_.names.Intern(name));
   const auto first = static_cast<std::uint32_t>(tree_.attributes.size());
-  tree_.nodes[id].attributes.first = first;
+  tree_.nodes[id].content.first = first;
   current_ = id;
   const auto written = static_cast<std::uint32_t>(XML_GetSpecifiedAttributeCount(parser_.get())) / 2;
   bool isAnyBlank = false;
   for (const char** next = attributes; *next && !isStopped_; next += 2) {
     const std::string_view attribute = next[0], value = next[1];
-    if (tree_.nodes[id].attributes.count >= written) {
+    if (tree_.nodes[id].content.count >= written) {
       CountRepeated(attribute);
     }
     AddAttribute(tree_.names.Intern(attribute), value);
@@ -364,7 +343,6 @@ void Builder::StartElement(const char* name, const char** attributes) {
   if (isStopped_) return;
   StopUnless(namespaces_.Enter(id) && (!hasDoctype_ || !*attributes || AreEntitiesKnownInTag()));
   if (isAnyBlank) RestoreAttributeSpaces(first, first + written);
-  tree_.nodes[id].content.first = static_cast<std::uint32_t>(siblings_.size());
   BeginText();
 }
 
@@ -373,14 +351,14 @@ void Builder::EndElement() {
   const NodeId id = current_;
   current_ = tree_.nodes[id].parent;
   namespaces_.Leave(id);
-  Close(id);
+  tree_.nodes[id].end = static_cast<NodeId>(tree_.nodes.size());
 }
 
 void Builder::AddAttribute(NameId name, std::string_view value) {
   if (tree_.attributes.size() >= nodeLimit_) Stop();
   tree_.attributes.push_back({name, Store(value)});
   Node& node = tree_.nodes[current_];
-  ++node.attributes.count;
+  ++node.content.count;
   if (name == xmlSpace_ && value == "preserve") node.preservesSpace = true;
   if (name == xmlSpace_ && value == "default") node.preservesSpace = false;
 }

@@ -9,7 +9,6 @@
 
 #include "gbk/Ascii.h"
 #include "gbk/CodePage936.h"
-#include "platform/xml/XmlTree.h"
 
 namespace zvuti::xml {
 namespace {
@@ -26,6 +25,8 @@ constexpr std::string_view kLatin1[] = {"iso-8859-1", "iso_8859-1", "iso8859-1",
 constexpr std::string_view kAscii[] = {"us-ascii", "ascii", "iso646-us", "iso-ir-6"};
 // The page's name in another registry; the platform refuses it here.
 constexpr std::string_view kRefused[] = {"windows-936"};
+
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 template <std::size_t kCount>
 bool IsOneOf(std::string_view name, const std::string_view (&names)[kCount]) {
@@ -120,10 +121,21 @@ bool IsWellFormedUtf16(std::u16string_view text) {
   return true;
 }
 
+std::optional<Encoding> CutToPlain(std::string_view& bytes) {
+  if (bytes.substr(0, kUtf8Mark.size()) == kUtf8Mark) {
+    bytes.remove_prefix(kUtf8Mark.size());
+    return Encoding::kUtf8;
+  }
+  const std::string name = DeclaredEncoding(bytes);
+  if (name.empty() || IsOneOf(name, kUtf8) || (IsOneOf(name, kAscii) && IsAscii(bytes)))
+    return Encoding::kUtf8;
+  return IsOneOf(name, kCodePage936) ? std::optional(Encoding::kGbk) : std::nullopt;
+}
+
 bool ToUtf8(std::string& bytes) {
   using namespace std::string_view_literals;
   const std::string_view start = std::string_view(bytes).substr(0, 4);
-  if (start.substr(0, 3) == "\xEF\xBB\xBF") return true;
+  if (start.substr(0, 3) == kUtf8Mark) return true;
   if (start.substr(0, 2) == "\xFE\xFF" || start.substr(0, 2) == "\xFF\xFE") {
     const bool isBigEndian = start[0] == '\xFE';
     bytes.erase(0, 2);

@@ -62,7 +62,7 @@ bool Namespaces::Declare(const Parts& parts, std::string_view uri) {
 
 bool Namespaces::Enter(NodeId element) {
   const Node& node = tree_.nodes[element];
-  const auto begin = tree_.attributes.begin() + node.attributes.first, end = begin + node.attributes.count;
+  const auto begin = tree_.attributes.begin() + node.content.first, end = begin + node.content.count;
   const std::size_t declared = previous_.size();
   std::size_t prefixed = 0;
   for (auto at = begin; at != end; ++at) {

@@ -30,9 +30,9 @@ struct Place {
   }
 };
 
-/// The first match of `selection` in document order, seen from `from`. Takes time in proportion to the
-/// nodes it has to look at and the length of the selection, whatever the shape of the tree. Takes up to 8
-/// bytes for each of these nodes, times the steps of the filters that stand in each other.
+/// The first match of `selection`, which is UTF-8, in document order, seen from `from`. Takes time in
+/// proportion to the nodes it has to look at and the length of the selection, whatever the shape of the tree.
+/// Takes up to 8 bytes for each of these nodes, times the steps of the filters that stand in each other.
 std::optional<Place> SelectFirst(const XmlTree& tree, Place from, std::string_view selection);
 
 }  // namespace zvuti::xml

@@ -31,14 +31,14 @@ struct Path {
 struct Filter {
   enum class Kind { kIndex, kPath, kValue } kind = Kind::kPath;
   std::uint32_t index = 0;
-  Path path;  // for kValue: the attribute alone
-  std::string value;
+  Path path;                         // for kValue: the attribute alone
+  std::optional<std::string> value;  // as in the tree
 };
 
 // Reads a selection; each function is false where it is malformed.
 class SelectionParser {
  public:
-  SelectionParser(std::string_view text, const NameTable& names) : rest_(text), names_(names) {}
+  SelectionParser(std::string_view text, const XmlTree& tree) : rest_(text), tree_(tree) {}
 
   bool ReadAll(Path& path) { return ReadPath(path) && rest_.empty(); }
 
@@ -100,7 +100,8 @@ class SelectionParser {
     } else {
       const std::string_view name = ReadName();
       step.test = Test::kName;
-      step.name = names_.Find(name);
+      const std::optional<std::string> own = tree_.FromUtf8(name);
+      step.name = own ? tree_.names.Find(*own) : kNoName;
       SkipBlanks();
       if (name.empty() || (Starts('(') && !ReadFunction(name, step))) return false;
     }
@@ -173,12 +174,12 @@ class SelectionParser {
                              filter.path.steps[0].filters.empty();
     if (!isAttribute || rest_.empty() || (rest_.front() != '\'' && rest_.front() != '"')) return false;
     const char quote = TakeFirst(1).front();
-    filter.value = TakeFirst(rest_.find(quote));
+    filter.value = tree_.FromUtf8(TakeFirst(rest_.find(quote)));
     return Take(quote);
   }
 
   std::string_view rest_;
-  const NameTable& names_;
+  const XmlTree& tree_;
   int depth_ = 0;
   std::size_t stepsInFilters_ = 0;  // of all filters that are open
 };
@@ -254,7 +255,6 @@ class Evaluator {
   void Reach(const Step& step, Place start, bool isFirstEnough, std::vector<Place>& reached) const {
     const bool isNode = start.attribute == 0;
     const Node& node = tree_.nodes[start.node];
-    const bool isInner = isNode && node.IsParent();
     switch (step.axis) {
       case Axis::kSelf:
         reached.push_back(start);
@@ -263,15 +263,14 @@ class Evaluator {
         if (!isNode || start.node != kDocumentNode) reached.push_back({ParentOf(start)});
         break;
       case Axis::kAttribute:
-        if (!isInner) break;
+        if (!isNode) break;
         if (const Attribute* found = tree_.FindAttribute(start.node, step.name)) {
           reached.push_back({start.node, static_cast<std::uint32_t>(found - tree_.attributes.data()) + 1});
         }
         break;
       case Axis::kChild:
-        if (!isInner) break;
-        for (std::uint32_t i = 0; i < node.content.count; ++i) {
-          const NodeId child = tree_.children[node.content.first + i];
+        if (!isNode) break;
+        for (NodeId child = start.node + 1; child < node.end; child = tree_.nodes[child].end) {
           if (!Matches(step, child)) continue;
           reached.push_back({child});
           if (isFirstEnough) break;
@@ -336,7 +335,7 @@ class Evaluator {
         starts.push_back(target);
       } else if (step.axis != Axis::kParent) {
         starts.push_back({ParentOf(target)});
-      } else if (tree_.nodes[target.node].content.count > 0) {
+      } else if (tree_.nodes[target.node].children > 0) {
         starts.push_back({target.node + 1});  // its first child
       }
     }
@@ -358,7 +357,7 @@ class Evaluator {
 
 std::optional<Place> SelectFirst(const XmlTree& tree, Place from, std::string_view selection) {
   Path path;
-  if (!SelectionParser(selection, tree.names).ReadAll(path)) return std::nullopt;
+  if (!SelectionParser(selection, tree).ReadAll(path)) return std::nullopt;
   return Evaluator(tree).First(path, from);
 }
 

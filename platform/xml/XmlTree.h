@@ -1,10 +1,13 @@
 // XmlTree: a parsed document, in a few arrays that all views of it share.
 //
 // Nodes are in document order, so a node's descendants are the ids between it and its `end`. The tree is
-// walked, searched and freed without recursion, however deep it is. Text is UTF-8.
+// walked, searched and freed without recursion, however deep it is. There is no list of children: the first
+// child of a node, if it has any, is the node after it, and the next sibling of a node stands at its `end`.
+// Texts and names stay in the encoding of the document, if that is GBK, so that answers in GBK are copies.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +22,8 @@ constexpr NameId kNoName = 0xFFFFFFFF;
 
 /// White space as XML has it: blank, tab, line feed, carriage return.
 constexpr bool IsXmlSpace(char byte) { return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r'; }
+
+enum class Encoding : std::uint8_t { kUtf8, kGbk };
 
 enum class NodeKind : std::uint8_t {
   kDocument,
@@ -41,11 +46,9 @@ struct Node {
   bool followsDroppedSpace = false;  ///< white space that made no node stands between it and the node before
   NameId name = kNoName;
   NodeId parent = kDocumentNode;
-  NodeId end = 0;  ///< one past the last descendant
-  Span content;    ///< children of a document or element, bytes of text of any other kind
-  Span attributes;
-
-  bool IsParent() const { return kind == NodeKind::kElement || kind == NodeKind::kDocument; }
+  NodeId end = 1;  ///< one past the last descendant
+  std::uint32_t children = 0;
+  Span content;  ///< attributes of an element, bytes of text of any other kind
 };
 
 struct Attribute {
@@ -75,16 +78,27 @@ class NameTable {
 };
 
 struct XmlTree {
-  std::vector<Node> nodes;       ///< the document first
-  std::vector<NodeId> children;  ///< those of one node stand together
+  std::vector<Node> nodes;  ///< the document first
   std::vector<Attribute> attributes;
   std::string text;
   NameTable names;
+  Encoding encoding = Encoding::kUtf8;  ///< of `text` and `names`
 
   std::string_view Bytes(Span span) const { return {text.data() + span.first, span.count}; }
   bool IsElement(NodeId id) const { return nodes[id].kind == NodeKind::kElement; }
-  /// Attribute `name` of an element, or null.
-  const Attribute* FindAttribute(NodeId element, NameId name) const;
+  /// A text of the tree in GBK.
+  std::string ToGbk(std::string_view own) const;
+  /// Converts a text of the tree into `out`, which must have room for its bytes as units. Returns their
+  /// number.
+  std::size_t ToUtf16(std::string_view own, char16_t* out) const;
+  /// A text as the tree would have it. Nothing if it has no such form, and so equals no text of the tree.
+  std::optional<std::string> FromUtf8(std::string_view utf8) const;
+  /// The attribute of a node that has the name, or null.
+  const Attribute* FindAttribute(NodeId id, NameId name) const;
+  /// The same by the name's text. REQUIRES: the node is an element.
+  const Attribute* FindAttribute(NodeId element, std::string_view own) const;
+  /// Adds a node as the last child of `parent`, whose innermost descendants are closed.
+  NodeId Add(NodeKind kind, NameId name, NodeId parent);
 
   /// Calls `take` with each piece of text in the node, in order: one blank stands for white space that
   /// made no node between two pieces, and white space is cut at both ends, as far as it may be.

@@ -4,6 +4,9 @@
 #include <cstring>
 #include <random>
 
+#include "gbk/Ascii.h"
+#include "gbk/CodePage936.h"
+
 namespace zvuti::xml {
 namespace {
 
@@ -67,10 +70,47 @@ void NameTable::Grow() {
   for (NameId id = 0; id < spans_.size(); ++id) slots_[SlotOf(At(id))] = id;
 }
 
-const Attribute* XmlTree::FindAttribute(NodeId element, NameId name) const {
-  const Span span = nodes[element].attributes;
+std::string XmlTree::ToGbk(std::string_view own) const {
+  return encoding == Encoding::kGbk ? std::string(own) : gbk::FromUtf8(own);
+}
+
+std::size_t XmlTree::ToUtf16(std::string_view own, char16_t* out) const {
+  return encoding == Encoding::kGbk ? gbk::ToUtf16(own, out) : gbk::Utf8ToUtf16(own, out);
+}
+
+std::optional<std::string> XmlTree::FromUtf8(std::string_view utf8) const {
+  if (encoding == Encoding::kUtf8 || IsAscii(utf8)) return std::string(utf8);
+  std::string own = gbk::FromUtf8(utf8);
+  if (gbk::ToUtf8(own) != utf8) return std::nullopt;  // a best fit or a question mark
+  return own;
+}
+
+NodeId XmlTree::Add(NodeKind kind, NameId name, NodeId parent) {
+  const auto id = static_cast<NodeId>(nodes.size());
+  Node& node = nodes.emplace_back();
+  node.kind = kind;
+  node.name = name;
+  node.parent = parent;
+  node.end = id + 1;
+  node.preservesSpace = nodes[parent].preservesSpace;
+  ++nodes[parent].children;
+  return id;
+}
+
+const Attribute* XmlTree::FindAttribute(NodeId id, NameId name) const {
+  if (!IsElement(id)) return nullptr;
+  const Span span = nodes[id].content;
   for (std::uint32_t i = span.first; i < span.first + span.count; ++i) {
     if (attributes[i].name == name) return &attributes[i];
+  }
+  return nullptr;
+}
+
+// An element has few attributes, which are compared sooner than the name is hashed.
+const Attribute* XmlTree::FindAttribute(NodeId element, std::string_view own) const {
+  const Span span = nodes[element].content;
+  for (std::uint32_t i = span.first; i < span.first + span.count; ++i) {
+    if (names.At(attributes[i].name) == own) return &attributes[i];
   }
   return nullptr;
 }
