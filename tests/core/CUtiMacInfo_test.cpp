@@ -90,7 +90,7 @@ class CUtiMacInfoTest : public testing::Test {
       EXPECT_EQ(outLength, 0);
       return "failed";
     }
-    const std::string entries = buffer.substr(0, static_cast<std::size_t>(outLength));
+    std::string entries = buffer.substr(0, static_cast<std::size_t>(outLength));
     EXPECT_EQ(buffer.find_first_not_of('.', entries.size()), std::string::npos);
     return entries;
   }

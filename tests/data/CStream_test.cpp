@@ -130,7 +130,7 @@ TEST(CStream, ATextMayLieInTheStreamAndInItsUnusedCapacity) {
   };
   for (const auto& c : cases) {
     CStreamReader stream(c.bytes);
-    if (!c.unused.empty()) std::strcpy(reinterpret_cast<char*>(stream.Append(nullptr, 7)), c.unused.c_str());
+    if (!c.unused.empty()) std::memcpy(stream.Append(nullptr, 7), c.unused.c_str(), c.unused.size() + 1);
     const char* text = reinterpret_cast<const char*>(stream.Data()) + c.textAt;
     const std::string expected = c.bytes + static_cast<char>(std::strlen(text)) + '\0' + text;
     stream << text;
@@ -194,7 +194,7 @@ struct Model {
     length += bytes.size();
   }
   std::string Take(std::size_t count) {
-    const std::string taken = block.substr(0, count);
+    std::string taken = block.substr(0, count);
     length -= count;
     block.replace(0, length, std::string(block, count, length));
     return taken;

@@ -200,8 +200,7 @@ TEST(CTextString, BehavesLikeTheStandardStringThroughRandomSteps) {
       model.resize(count);
     }
     if (kind == 8) {
-      ASSERT_EQ(text.ReplaceAll("og", source.c_str()),
-                ReplaceOneByOne(model, "og", source.c_str(), capacity));
+      ASSERT_EQ(text.ReplaceAll("og", source.c_str()), ReplaceOneByOne(model, "og", source, capacity));
     }
     ASSERT_EQ(Text(text), model) << round;
     ASSERT_EQ(text.capacity(), ExpectedCapacity(text.size(), capacity));

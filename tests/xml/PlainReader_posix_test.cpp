@@ -11,7 +11,7 @@
 #include "platform/com/Bstr.h"
 #include "platform/com/NodeText.h"
 #include "tests/support/RefuseEach.h"
-#include "tests/support/Rows.h"
+#include "tests/support/JoinedTexts.h"
 #include "tests/support/TempFolder.h"
 #include "tests/xml/Documents.h"
 
