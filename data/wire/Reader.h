@@ -5,6 +5,7 @@
 // the run are there. Only if they are not does each field check for itself.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -39,20 +40,6 @@ void TakeList(Cursor& cursor, std::vector<std::string>& texts);
 template <class R>
 void TakeList(Cursor& cursor, std::vector<R>& records) {
   Codec<R>::ReadList(cursor, records);
-}
-
-/// Reads a map whose entries are blocks that contain their own key. If the stream ends inside a block, the
-/// previous block is stored again.
-template <class Map, class KeyOf>
-void TakeBlockMap(Cursor& cursor, Map& map, KeyOf keyOf) {
-  std::int32_t count = 0;
-  cursor.Take(&count, sizeof count);
-  typename Map::mapped_type block{};
-  for (std::int32_t i = 0; i < count; ++i) {
-    const bool isWhole = cursor.Take(&block, sizeof block);
-    map.insert_or_assign(map.end(), block.*keyOf, block);
-    if (!isWhole) break;  // from here on every entry is the same assignment
-  }
 }
 
 class Reader {
@@ -182,6 +169,9 @@ class Reader {
     } const resumed{cursor_};
     cursor_.Stream() >> Present(part);
   }
+
+  template <class T>
+  ZV_INLINE void local(const char*, T&) {}
 
   template <class R>
   ZV_INLINE bool onlyIf(const char*, const R& record, bool (R::*holds)() const) {
