@@ -144,13 +144,18 @@ void Codec<R>::ReadList(Cursor& cursor, std::vector<R>& records) {
       R* const first = records.data();  // for the compiler, writing a field could change `records`
       const std::size_t end = records.size();
       for (Reader v(cursor, kShape<R>.runs); done < end; ++done) {
+        FetchAhead(first + done);
         v.Restart(kShape<R>.runs);
         Rows(v, first[done]);
       }
     });
   } else {
     GrowBy(records, count, [&](std::size_t& done) {
-      for (; done < records.size(); ++done) Read(cursor, records[done]);
+      R* const first = records.data();
+      for (const std::size_t end = records.size(); done < end; ++done) {
+        FetchAhead(first + done);
+        Read(cursor, first[done]);
+      }
     });
   }
 }
