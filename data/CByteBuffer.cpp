@@ -3,8 +3,22 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 #include "data/SizedBytes.h"
+
+CByteBuffer::CByteBuffer(CByteBuffer&& other) noexcept
+    : data_(std::exchange(other.data_, nullptr)),
+      capacity_(std::exchange(other.capacity_, 0)),
+      length_(std::exchange(other.length_, 0)) {}
+
+CByteBuffer& CByteBuffer::operator=(CByteBuffer&& other) noexcept {
+  if (this == &other) return *this;
+  SizedFree(std::exchange(data_, std::exchange(other.data_, nullptr)));
+  capacity_ = std::exchange(other.capacity_, 0);
+  length_ = std::exchange(other.length_, 0);
+  return *this;
+}
 
 CByteBuffer::~CByteBuffer() {
   SizedFree(data_);

@@ -1,5 +1,6 @@
 #include <ZvUtiLib/data/CStream.h>
 #include <ZvUtiLib/data/CTextString.h>
+#include <ZvUtiLib/platform/CString.h>
 
 #include <bit>
 #include <cstring>
@@ -7,6 +8,7 @@
 #include <memory>
 #include <new>
 #include <string_view>
+#include <utility>
 
 #include "platform/PointsInto.h"
 
@@ -70,6 +72,11 @@ CStreamWriter& operator<<(CStreamWriter& out, const char* text) {
   return out;
 }
 
+CStreamWriter& operator<<(CStreamWriter& out, std::string_view text) {
+  WriteText(out, text.data(), text.size());
+  return out;
+}
+
 CStreamWriter& operator<<(CStreamWriter& out, const CTextString& text) {
   WriteText(out, text.c_str(), text.size());
   return out;
@@ -85,6 +92,13 @@ CStreamReader& operator>>(CStreamReader& in, std::string& text) {
   in >> count;
   text.resize(count);
   in.Read(text.data(), count);
+  return in;
+}
+
+CStreamReader& operator>>(CStreamReader& in, CString& text) {
+  std::string bytes(text.GetString(), static_cast<std::size_t>(text.GetLength()));
+  in >> bytes;
+  text = CString(std::move(bytes));
   return in;
 }
 

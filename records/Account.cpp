@@ -44,6 +44,7 @@ ZV_ROWS(AccountRecord) {
   v.virtualPart(ZV_ROW(State));
   v.text(ZV_ROW(Text4));
   v.bits32(ZV_ROW(Value6));
+  v.local(ZV_ROW(LocalText));
 }
 
 }  // namespace zvuti::wire

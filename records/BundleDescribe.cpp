@@ -130,6 +130,9 @@ const RecordType kBundleTableType = {
     },
     [](CStreamReader& in, void* record) { static_cast<CUtiBundleTable*>(record)->Read(in); },
     [](CStreamWriter& out, const void* record) { static_cast<const CUtiBundleTable*>(record)->Write(out); },
+    [](const void* record, const void* other) {
+      return *static_cast<const CUtiBundleTable*>(record) == *static_cast<const CUtiBundleTable*>(other);
+    },
     nullptr,
     &kFraming,
 };

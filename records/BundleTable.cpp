@@ -57,6 +57,11 @@ class Wanted {
 
 bool BundleRecord::IsSameAs(const BundleRecord& other) const { return Wanted(other).IsMetBy(*this); }
 
+template <>
+bool zvuti::AreEqual(const CUtiBundleTable& a, const CUtiBundleTable& b) {
+  return a.Groups == b.Groups && a.Bundles == b.Bundles && a.MarkedIds == b.MarkedIds;
+}
+
 CUtiBundleTable::~CUtiBundleTable() = default;
 
 void CUtiBundleTable::Clear() {

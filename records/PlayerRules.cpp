@@ -4,11 +4,6 @@
 
 namespace {
 
-// The account kinds that have their own label.
-constexpr int kSupremeKind = 3;
-constexpr int kFemaleKind = 4;
-constexpr int kServiceKind = 10;
-
 // A charge may reduce a balance to 0 but not below. The sum uses unsigned arithmetic, so overflow wraps.
 template <class Balance>
 int AddTo(Balance& balance, std::int64_t amount) {
@@ -29,7 +24,7 @@ void PlayerRecord::Reset() {
   *this = std::move(fresh);
 }
 
-bool PlayerRecord::IsFemale() const { return IsAccountKind(kFemaleKind) || Sex == 1; }
+bool PlayerRecord::IsFemale() const { return IsAccountKind(AccountKindFemale) || Sex == SexFemale; }
 
 int PlayerRecord::AddToPurse(std::int64_t amount, int kind) {
   switch (kind) {
@@ -70,11 +65,11 @@ int PlayerRecord::GetAttribute(int key) const {
 
 std::string GetAccountLabel(int kind, int isMember) {
   switch (kind) {
-    case kSupremeKind:
+    case AccountKindSupreme:
       return "\xD6\xC1\xD7\xF0\xBA\xC5";  // 至尊号
-    case kFemaleKind:
+    case AccountKindFemale:
       return "\xC3\xC0\xC5\xAE\xBA\xC5";  // 美女号
-    case kServiceKind:
+    case AccountKindService:
       return "\xD4\xC6\xC7\xC5\xBF\xCD\xB7\xFE";  // 云桥客服
     default:
       break;

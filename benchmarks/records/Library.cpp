@@ -127,6 +127,29 @@ void RegisterPlain() {
   });
 }
 
+// Decodes into a new sequence whose memory is in none of the caches near the processor, as in a program that
+// has used other memory in the meantime. In the other rows, each sequence gets the memory of the previous
+// one.
+void RegisterFresh(std::size_t count) {
+  const std::string name = Row("DecodeFreshItems" + std::to_string(count), Library::kName);
+  benchmark::RegisterBenchmark(name.c_str(), [count](auto& state) {
+    constexpr std::size_t kBeyondCaches = 16 << 20;  // bytes
+    const Items items = MakeItems(count);
+    const Encoded encoded(items);
+    std::vector<Items> targets(2 + kBeyondCaches / (count * sizeof(ItemRecord)));
+    std::size_t next = 0;
+    const auto decode = [&] {
+      Items& target = targets[next++ % targets.size()];
+      Items().swap(target);
+      target = Library::Decode<Items>(Library::ViewOf(encoded));
+    };
+    // Until the heap keeps the memory, the cost is that of getting it from the host system.
+    while (next < 3 * targets.size()) decode();
+    for (auto _ : state) decode();
+    if (targets[0] != items) state.SkipWithError("the result is wrong");
+  });
+}
+
 const bool kRegistered = [] {
   RegisterCodec<Library>();
   VisitRecords([](const std::string& subject, const auto& value) { RegisterLimit(subject, value); });
@@ -135,6 +158,7 @@ const bool kRegistered = [] {
   for (const std::size_t items : {4000, 16000}) {
     RegisterRecord<Library>("Items" + std::to_string(items), MakeItems(items));
   }
+  for (const std::size_t items : {1000, 65535}) RegisterFresh(items);
   for (const std::size_t items : {400, 4000, 40000}) {
     RegisterRecord<Library>("Snapshot" + std::to_string(items), MakeSnapshot(items));
   }

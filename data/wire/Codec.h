@@ -17,6 +17,7 @@
 //   v.base(BaseOf<B>(r))           the record that this one extends
 //   v.virtualPart                  a part with virtual Read and Write
 //   v.reserved                     unused bytes, in a block's list only
+//   v.local                        a field that does not travel, but counts when records are compared
 //   v.onlyIf(text, r, &R::Holds)   before one row of fixed width, which travels only if the condition holds:
 //
 //     if (v.onlyIf("ItemKey < 1000000000", r, &ItemRecord::HasCountOnWire)) {
@@ -45,6 +46,7 @@
 
 #include <ZvUtiLib/data/Cursor.h>
 
+#include "data/wire/Comparer.h"
 #include "data/wire/Reader.h"
 #include "data/wire/RecordType.h"
 #include "data/wire/Rows.h"
@@ -58,7 +60,7 @@ namespace zvuti::wire {
 template <class R>
 inline constexpr const char* kName = nullptr;
 
-/// Reads and writes whole records. The members are compiled once, in the record's own source.
+/// Reads, writes and compares whole records. The members are compiled once, in the record's own source.
 template <class R>
 struct Codec {
   static const RecordType kType;
@@ -72,6 +74,8 @@ struct Codec {
   static CountSink PutList(CountSink sink, const std::vector<R>& records);
   static RawSink PutList(RawSink sink, const std::vector<R>& records);
   static AppendSink PutList(AppendSink sink, const std::vector<R>& records);
+
+  static bool AreEqual(const R& record, const R& other);
 
  private:
   template <class Sink>
@@ -140,15 +144,27 @@ void Codec<R>::ReadList(Cursor& cursor, std::vector<R>& records) {
       R* const first = records.data();  // for the compiler, writing a field could change `records`
       const std::size_t end = records.size();
       for (Reader v(cursor, kShape<R>.runs); done < end; ++done) {
+        FetchAhead(first + done);
         v.Restart(kShape<R>.runs);
         Rows(v, first[done]);
       }
     });
   } else {
     GrowBy(records, count, [&](std::size_t& done) {
-      for (; done < records.size(); ++done) Read(cursor, records[done]);
+      R* const first = records.data();
+      for (const std::size_t end = records.size(); done < end; ++done) {
+        FetchAhead(first + done);
+        Read(cursor, first[done]);
+      }
     });
   }
+}
+
+template <class R>
+bool Codec<R>::AreEqual(const R& record, const R& other) {
+  Comparer v(record, other);
+  Rows(v, record);
+  return v.AreEqual();
 }
 
 template <class R>
@@ -214,6 +230,9 @@ constexpr RecordType TypeOf(const char* name, std::size_t blockBytes, void (*wal
           [] { return RecordType::Object(new R(), [](void* record) { delete static_cast<R*>(record); }); },
           [](CStreamReader& in, void* record) { in >> *static_cast<R*>(record); },
           [](CStreamWriter& out, const void* record) { out << *static_cast<const R*>(record); },
+          [](const void* record, const void* other) {
+            return Codec<R>::AreEqual(*static_cast<const R*>(record), *static_cast<const R*>(other));
+          },
           walk,
           framing};
 }
@@ -231,12 +250,18 @@ const RecordType Codec<R>::kType = TypeOf<R>(
 
 // NOLINTBEGIN(bugprone-macro-parentheses): R is a type
 
-/// Compiles what the engine does with a record.
-#define ZV_CODEC(R)                           \
-  namespace zvuti::wire {                     \
-  template <>                                 \
-  inline constexpr const char* kName<R> = #R; \
-  template struct Codec<R>;                   \
+/// Compiles what the engine does with a record, and the comparison that ZVUTILIB_VALUE declares.
+#define ZV_CODEC(R)                                 \
+  namespace zvuti {                                 \
+  namespace wire {                                  \
+  template <>                                       \
+  inline constexpr const char* kName<R> = #R;       \
+  template struct Codec<R>;                         \
+  }                                                 \
+  template <>                                       \
+  bool AreEqual(const R& a, const R& b) {           \
+    return ::zvuti::wire::Codec<R>::AreEqual(a, b); \
+  }                                                 \
   }
 
 /// The same, and the stream operators that ZVUTILIB_RECORD declares.

@@ -28,6 +28,7 @@ struct RecordType {
   Object (*make)();  ///< returns a default-constructed record
   void (*read)(CStreamReader& in, void* record);
   void (*write)(CStreamWriter& out, const void* record);
+  bool (*areEqual)(const void* record, const void* other);
   void (*walk)(RowVisitor& rows, void* record);
 
   /// Lists, dumps and fills a record whose framing no row list can express; `walk` is then null.

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 // Reading and writing a record should compile to one straight run of moves. Without this the compiler leaves
 // calls in it.
@@ -99,15 +100,40 @@ concept RowWalk = requires(V& v, const char* name, std::uint8_t& number8, std::u
   v.bits64(name, number64);
   v.code(name, number32);
   v.text(name, text);
+  v.local(name, text);
 };
 
 /// The fixed-width bytes of a record's rows, in runs. A row of variable length ends a run. If that row is a
 /// text, its count belongs to the run. Example: bits8, bits32, text, bits16 has the runs 7 and 2.
 struct Shape {
   std::uint16_t runs[48] = {};
-  int rowsBetween = 0;   ///< rows of variable length, one less than there are runs
-  int virtualParts = 0;  ///< rows that read and write themselves
+  int rowsBetween = 0;     ///< rows of variable length, one less than there are runs
+  int virtualParts = 0;    ///< rows that read and write themselves
+  std::size_t fields = 0;  ///< fields that have a row, those of base records included
 };
+
+/// Stands for a value of any type when the fields of R are counted. It does not convert to a base record, so
+/// that the base's fields count one by one.
+template <class R>
+struct AnyField {
+  template <class T>
+  requires(!std::is_base_of_v<T, R>) operator T() const;  // NOLINT(google-explicit-constructor)
+};
+
+template <class R, std::size_t... kIndexes>
+constexpr bool HasFields(std::index_sequence<kIndexes...>) {
+  return requires { R{(static_cast<void>(kIndexes), AnyField<R>())...}; };
+}
+
+/// Counts the fields of a structure without arrays, those of its base records included.
+template <class R, std::size_t kCount = 1>
+consteval std::size_t CountFields() {
+  if constexpr (HasFields<R>(std::make_index_sequence<kCount>())) {
+    return CountFields<R, kCount + 1>();
+  } else {
+    return kCount - 1;
+  }
+}
 
 /// Measures the shape at compile time. Conditional rows count as present, except those under condition number
 /// `skipped`.
@@ -130,15 +156,20 @@ class Meter {
     Fixed(2);
     EndRun();
   }
-  constexpr void list(const char*, const auto&) { EndRun(); }
-  constexpr void map(const char*, const auto&) { EndRun(); }
-  constexpr void blockMap(const char*, const auto&, auto) { EndRun(); }
-  constexpr void record(const char*, const auto&) { EndRun(); }
-  constexpr void base(const auto&) { EndRun(); }
-  constexpr void virtualPart(const char*, const auto&) {
+  constexpr void list(const char*, const auto&) { Variable(); }
+  constexpr void map(const char*, const auto&) { Variable(); }
+  constexpr void blockMap(const char*, const auto&, auto) { Variable(); }
+  constexpr void record(const char*, const auto&) { Variable(); }
+  template <class Base>
+  constexpr void base(const Base&) {
     EndRun();
+    shape_.fields += CountFields<Base>();
+  }
+  constexpr void virtualPart(const char*, const auto&) {
+    Variable();
     ++shape_.virtualParts;
   }
+  constexpr void local(const char*, const auto&) { ++shape_.fields; }
   constexpr bool onlyIf(const char*, const auto&, auto) { return conditions_++ != skipped_; }
 
   constexpr const Shape& Result() const { return shape_; }
@@ -149,6 +180,11 @@ class Meter {
   constexpr void Fixed(int bytes) {
     auto& run = shape_.runs[shape_.rowsBetween];
     run = static_cast<std::uint16_t>(run + bytes);
+    ++shape_.fields;
+  }
+  constexpr void Variable() {
+    EndRun();
+    ++shape_.fields;
   }
   constexpr void EndRun() { ++shape_.rowsBetween; }
 
@@ -200,6 +236,10 @@ constexpr Shape MeasureShape() {
   static_assert(KeepsRuns<R>(),
                 "a conditional row has a fixed width, and no wider row takes its place: texts, lists, maps "
                 "and records always travel, empty where they do not matter");
+  if constexpr (std::is_aggregate_v<R>) {
+    static_assert(Measured<R>().Result().fields == CountFields<R>(),
+                  "each field of a record has one row: v.local for a field that does not travel");
+  }
   return Measured<R>().Result();
 }
 #if defined(__clang__)

@@ -106,6 +106,10 @@ class Walker {
     rows_.Record(name, Codec<R>::kType, &part, Embedding::kVirtual);
   }
 
+  /// Not on the wire, so there is nothing to list, show or fill.
+  template <class T>
+  void local(const char*, T&) {}
+
   template <class R>
   bool onlyIf(const char* condition, const R& record, bool (R::*holds)() const) {
     return rows_.OnlyIf(condition, (record.*holds)());

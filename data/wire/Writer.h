@@ -138,6 +138,9 @@ class Writer {
     }
   }
 
+  template <class T>
+  ZV_INLINE void local(const char*, const T&) {}
+
   template <class R>
   ZV_INLINE bool onlyIf(const char*, const R& record, bool (R::*holds)() const) {
     return (record.*holds)();

@@ -41,6 +41,17 @@ struct Limits {
 };
 const int Limits::kDefined = 8;
 
+// A record with a field of the client's own.
+struct Slot : ItemRecord {
+  int seat = 0;
+  friend CStreamWriter& operator<<(CStreamWriter& out, const Slot& slot) {
+    return out << static_cast<const ItemRecord&>(slot) << slot.seat;
+  }
+  friend CStreamReader& operator>>(CStreamReader& in, Slot& slot) {
+    return in >> static_cast<ItemRecord&>(slot) >> slot.seat;
+  }
+};
+
 int Seven() { return 7; }
 extern const char kUnbounded[];
 const char kUnbounded[] = "unbounded";
@@ -156,6 +167,13 @@ void FirstLines() {
   CStreamReader stream;
   stream << text << "" << std::string("a");
   Expect(std::to_string(stream.Length()), "7");
+
+  std::vector<Slot> slots(2);
+  slots[1].seat = 5;
+  stream = CStreamReader();
+  stream << slots;
+  std::move(stream) >> slots;
+  Expect(std::string(CTextString("seat ")) + std::to_string(slots[3].seat), "seat 5");
 }
 
 }  // namespace

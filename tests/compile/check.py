@@ -21,7 +21,9 @@ PREAMBLE = """
 #include <ZvUtiLib/data/CStream.h>
 #include <ZvUtiLib/data/CTextString.h>
 #include <ZvUtiLib/platform/CString.h>
+#include <ZvUtiLib/records/Items.h>
 #include <string_view>
+struct Slot : ItemRecord { int Seat = 0; };
 struct Converts { operator const char*() const { return ""; } operator CString() const { return ""; } };
 struct Kept { Kept(const Kept&) = delete; int value; };
 struct Private : private CString {};
@@ -35,6 +37,7 @@ CStreamReader& stream = const_cast<CStreamReader&>(A<CStreamReader>());
 """
 OBJECT = "Of any other object write what %s or %d shall print: .c_str() of a text"
 NULL_TEXT = "nullptr is no text: write "
+SLICED = "A class that extends a record would lose its own fields here. Declare for it "
 STANDARD = "ZvUtiLib needs C++17: compile with -std=c++17"
 # Message, and what is refused with it. The texts before and behind an object do not hide it.
 REFUSED = [
@@ -51,6 +54,8 @@ REFUSED = [
     (OBJECT, 'text.Format("%d", A<Either>());'),
     (NULL_TEXT, "stream << nullptr;"),
     (NULL_TEXT, "stream << 1 << A<std::nullptr_t>();"),
+    (SLICED, "std::vector<Slot> slots; stream >> slots;"),
+    (SLICED, "stream << std::vector<Slot>();"),
 ]
 TOO_OLD = ["CDebug.h", "CUtiNumber.h", "data/Containers.h", "ZvUtiLib.h"]  # as C++14
 

@@ -9,12 +9,14 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include <ZvUtiLib/data/CTextString.h>
 #include <ZvUtiLib/data/Containers.h>
 #include <ZvUtiLib/data/SizedMap.h>
+#include <ZvUtiLib/platform/CString.h>
 
 #include "tests/support/HeapFaults.h"
 #include "tests/support/WireBytes.h"
@@ -151,6 +153,31 @@ TEST(CStream, ConstructorsCopyTheBytesOrReserveRoom) {
   EXPECT_EQ(room.Length(), 0);
   EXPECT_EQ(room.Capacity(), 2048);
   EXPECT_EQ(CStreamReader("abc", 0x80000000u).Data(), nullptr);
+}
+
+static_assert(std::is_nothrow_move_constructible_v<CStreamReader> &&
+              !std::is_copy_constructible_v<CStreamReader>);
+static_assert(std::is_nothrow_move_assignable_v<CStreamReader> &&
+              !std::is_move_constructible_v<CStreamWriter>);
+
+TEST(CStream, MovesWholeAndIsReadWithoutAName) {
+  const auto received = [] { return CStreamReader("\5\0hello\1"s); };
+  CStreamReader stream = received(), other("other"s);
+  const unsigned char* const data = stream.Data();
+  other = std::move(stream);
+  other = std::move(static_cast<CStreamReader&>(other));
+  EXPECT_EQ(other.Data(), data);
+  EXPECT_TRUE(!stream.Data() && stream.Capacity() == 0 && stream.Length() == 0);  // NOLINT
+  stream << std::string_view("a\0b", 3);
+  EXPECT_EQ(Bytes(stream), "\3\0a\0b"s);
+
+  CString text("old");
+  std::uint16_t number = 0;
+  const CStreamReader rest = received() >> text >> number;
+  EXPECT_EQ(text, "hello");
+  EXPECT_EQ(Bytes(rest), "\1");
+  CStreamReader("\0\0"s) >> text;
+  EXPECT_TRUE(text.IsEmpty());
 }
 
 TEST(CStream, SequencesAppendAndMapsMerge) {

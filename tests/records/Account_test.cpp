@@ -1,4 +1,5 @@
 #include <ZvUtiLib/records/Account.h>
+#include <ZvUtiLib/records/Items.h>
 
 #include <gtest/gtest.h>
 
@@ -51,6 +52,16 @@ AccountRecord SampleAccount() {
 }
 
 const std::string kNoCounters(12, '\0'), kAfterState = "\4\0four\0\0\0\0"s;
+
+TEST(AccountRecord, FieldsAndBitsThatDoNotTravelAreComparedToo) {
+  AccountRecord text = SampleAccount(), code = text;
+  text.LocalText = "mine";
+  code.Code1 = 256;
+  EXPECT_EQ(Written(text), Written(code));
+  EXPECT_TRUE(text != code && text != SampleAccount() && code != SampleAccount());
+  EXPECT_TRUE(
+      (ItemRecord{{7, 1}, 0, 0, 0, 0, 1'000'000'000} != ItemRecord{{7, 2}, 0, 0, 0, 0, 1'000'000'000}));
+}
 
 TEST(AccountRecord, ADerivedStateTakesPart) {
   AccountRecord record = SampleAccount();

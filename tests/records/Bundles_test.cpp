@@ -145,7 +145,17 @@ TEST(BundleTable, QuestionsAppendAndCountWhatIsThere) {
 
   CUtiBundleTable copy(table);
   EXPECT_EQ(copy.GetBundle(3), nullptr);
+  EXPECT_TRUE(copy == table);
+  copy.MarkId(1);
+  EXPECT_FALSE(copy == table);  // and each of the others
+  CUtiBundleTable moved(std::move(copy));
+  EXPECT_TRUE(copy == CUtiBundleTable() && moved.IsMarked(1));  // NOLINT(bugprone-use-after-move)
+  copy = table;
+  copy.AddToGroup(9, 2);
+  EXPECT_TRUE(copy != table);
+  copy = table;
   copy.GetBundle(2)->Value = 7;
+  EXPECT_TRUE(copy != table);
   EXPECT_EQ(copy.RemoveGroup(1), 1);
   EXPECT_EQ(copy.RemoveGroup(1), 0);
   EXPECT_EQ(Bytes(table), SampleBytes());

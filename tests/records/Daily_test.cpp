@@ -3,9 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <map>
 #include <string>
+#include <utility>
 
 #include <ZvUtiLib/data/TimeValue.h>
+#include <ZvUtiLib/records/Account.h>
+#include <ZvUtiLib/records/Bundles.h>
 
 #include "tests/support/DoorsGuard.h"
 #include "tests/support/WireBytes.h"
@@ -100,6 +104,24 @@ TEST(CUtiDailyState, FlagsOfAScopeAreApart) {
   EXPECT_EQ(state.GetFlag(8, 0), -4);
   EXPECT_EQ(state.GetFlag(9, 1), 1);
   EXPECT_EQ(state.GetFlag(8, 1) | state.GetFlag(9, 0) | state.GetFlag(8, 2), 0);
+}
+
+template <class T>
+constexpr bool kMoves = std::is_nothrow_move_constructible_v<T>&& std::is_nothrow_move_assignable_v<T>;
+static_assert(kMoves<AccountRecord> && kMoves<CUtiBundleTable>);
+
+TEST(CUtiDailyState, MovesAndLeavesNothingBehind) {
+  const std::map<int, int> counters{{1, 2}};
+  CUtiDailyState state, other;
+  state.Table.Counters = zvuti::ToSized(counters);
+  state.SetFlag(3, FlagScopeLasting);
+  state.SetFlag(4, FlagScopeDaily);
+  const CUtiDailyState same = state;
+  CUtiDailyState moved(std::move(state));
+  other = std::move(moved);
+  EXPECT_TRUE(other == same);
+  EXPECT_TRUE(state == CUtiDailyState() && moved == CUtiDailyState());  // NOLINT(bugprone-use-after-move)
+  EXPECT_EQ(zvuti::ToStandard(other.Table.Counters), counters);
 }
 
 TEST(CUtiDailyState, ANewDayKeepsItsCountAndTheLastingFlags) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 
 #include <ZvUtiLib/data/Crc16.h>
@@ -18,6 +19,18 @@ TEST(AmountMap, ALaterEntryOfTheSameKeyReplacesTheEarlierOne) {
   stream >> amounts;
   EXPECT_EQ(test::Written(amounts),
             "\x02\0\0\0\xFF\xFF\xFF\xFF\0\0\0\0\x14\0\0\0\0\0\0\0\x01\0\0\0EFGH\x06\0\0\0\0\0\0\0"s);
+}
+
+TEST(AmountMap, APlainMapIsWrittenAndReadAlike) {
+  std::map<int, AmountEntry> plain, back;
+  for (const int key : {3, -1, 3}) SetAmount(plain, key, 10 * key).Reserved[0] = 7;
+  const AmountMap amounts = zvuti::ToSized(plain);
+  EXPECT_EQ(amounts.at(3).Key, 3);
+  EXPECT_EQ(test::Written(plain), test::Written(amounts));
+  CStreamReader(test::Written(plain)) >> back;
+  EXPECT_EQ(test::Written(back), test::Written(amounts));
+  EXPECT_EQ(SetAmount(back, 3, 30).Reserved[0], 0);
+  EXPECT_EQ(zvuti::ToSized(back), amounts);
 }
 
 TEST(AmountMap, ChecksumCoversTheWireForm) {

@@ -26,6 +26,10 @@ class ZVUTILIB_API CByteBuffer : public CBasicObject {
   CByteBuffer() = default;
   CByteBuffer(const CByteBuffer&) = delete;
   CByteBuffer& operator=(const CByteBuffer&) = delete;
+  /// Take the bytes and the storage. `other` is then as new: no storage, capacity and length 0. The
+  /// assignment frees what the left side held; to itself it changes nothing.
+  CByteBuffer(CByteBuffer&& other) noexcept;
+  CByteBuffer& operator=(CByteBuffer&& other) noexcept;
   ~CByteBuffer() override;
 
   /// The bytes, or null if the buffer has never grown. Valid until the next growth.

@@ -9,11 +9,14 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <type_traits>
+#include <utility>
 
 #include <ZvUtiLib/Export.h>
 #include <ZvUtiLib/data/CByteBuffer.h>
 
+class CString;
 class CTextString;
 
 namespace zvuti::wire {
@@ -28,9 +31,12 @@ class ZVUTILIB_API CStreamWriter : public CByteBuffer {
 
  protected:
   CStreamWriter() = default;
+  CStreamWriter(CStreamWriter&&) noexcept = default;
+  CStreamWriter& operator=(CStreamWriter&&) noexcept = default;
 };
 
-/// A stream: appends at the end and reads from the front.
+/// A stream: appends at the end and reads from the front. It can be moved, so functions return it, but not
+/// copied; a stream that was moved from has no bytes and no storage, and may be used again.
 class ZVUTILIB_API CStreamReader : public CStreamWriter {
  public:
   /// Empty, with no storage.
@@ -86,11 +92,20 @@ CStreamReader& operator>>(CStreamReader& in, T& value) {
   return in;
 }
 
+/// Reads from a stream that has no name, such as the result of a function: `Receive() >> record >> text`. The
+/// result is that stream with the rest of its bytes; keep it with `CStreamReader rest = Receive() >> record`.
+template <class T>
+CStreamReader&& operator>>(CStreamReader&& in, T& value) {
+  in >> value;
+  return std::move(in);
+}
+
 /// Writes the text form: a 16-bit count, then that many bytes. If the text is longer than 65,535 bytes, the
 /// count is the low 16 bits of its length, and only that many leading bytes are written. The text may lie
 /// inside the stream, including its unused capacity.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const std::string& text);
-/// The same for a zero-terminated text. REQUIRES: text is not null.
+/// The same for a zero-terminated text, and for a CString up to its first zero byte. REQUIRES: text is not
+/// null.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const char* text);
 /// Rejects `nullptr` at compile time.
 template <class T, std::enable_if_t<std::is_null_pointer_v<T>, int> = 0>
@@ -98,7 +113,8 @@ CStreamWriter& operator<<(CStreamWriter& out, T) {
   static_assert(!std::is_null_pointer_v<T>, "nullptr is no text: write \"\" for an empty one.");
   return out;
 }
-/// The same for all bytes of a string or buffer, zero bytes included.
+/// The same for all bytes of a view, string or buffer, zero bytes included.
+ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, std::string_view text);
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const CTextString& text);
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const CByteBuffer& bytes);
 
@@ -106,6 +122,7 @@ ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const CByteBuffer& by
 /// incomplete, the string keeps its old bytes up to that size, padded with zero bytes. The count is then
 /// consumed, and the bytes of the body stay on the stream.
 ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, std::string& text);
+ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, CString& text);
 /// As for std::string, but a count of 0 leaves the target unchanged.
 ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, CTextString& text);
 /// A count of 0 leaves the target unchanged. So does a failed allocation; the body then stays on the

@@ -19,6 +19,7 @@
 #include <ZvUtiLib/Export.h>
 #include <ZvUtiLib/data/CStream.h>
 #include <ZvUtiLib/data/Cursor.h>
+#include <ZvUtiLib/data/RecordPart.h>
 
 namespace zvuti::wire {
 
@@ -41,6 +42,7 @@ ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, std::vector<std::strin
 /// low 16 bits of its size, and only that many leading elements are written.
 template <class T, class Allocator>
 CStreamWriter& operator<<(CStreamWriter& out, const std::vector<T, Allocator>& items) {
+  zvuti::wire::RequireWhole<!zvuti::wire::kExtendsRecord<T> || zvuti::wire::kWritesItself<T>>();
   const auto count = static_cast<std::uint16_t>(items.size());
   if constexpr (zvuti::wire::kIsBulk<T>) {
     const unsigned bytes = count * static_cast<unsigned>(sizeof(T));
@@ -58,6 +60,7 @@ CStreamWriter& operator<<(CStreamWriter& out, const std::vector<T, Allocator>& i
 /// Reads a 16-bit count and appends that many elements, each default-constructed and then read.
 template <class T, class Allocator>
 CStreamReader& operator>>(CStreamReader& in, std::vector<T, Allocator>& items) {
+  zvuti::wire::RequireWhole<!zvuti::wire::kExtendsRecord<T> || zvuti::wire::kReadsItself<T>>();
   std::uint16_t count = 0;
   in >> count;
   if constexpr (zvuti::wire::kIsBulk<T>) {

@@ -71,4 +71,18 @@ void TakeMap(Cursor& cursor, Map& map) {
   }
 }
 
+/// Reads a map whose entries are blocks that contain their own key. If the stream ends inside a block, the
+/// previous block is stored again.
+template <class Map, class KeyOf>
+void TakeBlockMap(Cursor& cursor, Map& map, KeyOf keyOf) {
+  std::int32_t count = 0;
+  cursor.Take(&count, sizeof count);
+  typename Map::mapped_type block{};
+  for (std::int32_t i = 0; i < count; ++i) {
+    const bool isWhole = cursor.Take(&block, sizeof block);
+    map.insert_or_assign(map.end(), block.*keyOf, block);
+    if (!isWhole) break;  // from here on every entry is the same assignment
+  }
+}
+
 }  // namespace zvuti::wire

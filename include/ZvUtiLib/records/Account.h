@@ -15,9 +15,10 @@ struct AccountExtra {
   std::int64_t Amount = 0;
 };
 
-/// An account. Code1 and Code2 are written as one byte each. State is written and read through its virtual
-/// Write and Read, so a derived class can override them. A sequence that contains a derived state is written
-/// field by field, in time quadratic in its bytes; other sequences take linear time.
+/// An account. Code1 and Code2 are cut to their low byte on the wire: 300 is read back as 44. State is
+/// written and read through its virtual Write and Read, so a derived class can override them. A sequence that
+/// contains a derived state is written field by field, in time quadratic in its bytes; other sequences take
+/// linear time.
 struct AccountRecord {
   std::uint32_t Value1 = 0;
   std::uint32_t Value2 = 0;

@@ -44,14 +44,17 @@ struct ZVUTILIB_API BundleRecord {
 ZVUTILIB_RECORD(BundleEntry)
 ZVUTILIB_RECORD(BundleRecord)
 
-/// All bundles by number, and groups of numbers by key. Keys are ordered as unsigned numbers.
+/// All bundles by number, and groups of numbers by key. Keys are ordered as unsigned numbers. A table that
+/// was moved from is empty, marked ids included.
 ///
 /// Operations that append to `out` do not clear it; they return its new number of elements.
 class ZVUTILIB_API CUtiBundleTable {
  public:
   CUtiBundleTable() = default;
   CUtiBundleTable(const CUtiBundleTable&) = default;
+  CUtiBundleTable(CUtiBundleTable&&) noexcept = default;
   CUtiBundleTable& operator=(const CUtiBundleTable&) = default;
+  CUtiBundleTable& operator=(CUtiBundleTable&&) noexcept = default;
   virtual ~CUtiBundleTable();
 
   /// Removes all groups and bundles; marked ids stay.
@@ -98,3 +101,5 @@ class ZVUTILIB_API CUtiBundleTable {
   zvuti::SizedMap<std::uint32_t, BundleRecord> Bundles;               ///< by bundle key
   zvuti::SizedSet<std::uint32_t> MarkedIds;                           ///< see IsMarked
 };
+
+ZVUTILIB_VALUE(CUtiBundleTable)

@@ -10,6 +10,7 @@
 #include <ZvUtiLib/data/CByteBuffer.h>
 #include <ZvUtiLib/data/CStream.h>
 #include <ZvUtiLib/data/SizedMap.h>
+#include <ZvUtiLib/records/RecordOperators.h>
 
 // A counter's key holds its class in bits 24 to 30 and an index in the low bits.
 
@@ -22,9 +23,14 @@ inline constexpr int KeyDaySeconds = 0x3000001;
 /// Number of day changes so far; the only counter that survives a day change.
 inline constexpr int KeyDayCount = 0x3000004;
 
-/// Counters by key. An absent counter reads as 0.
+/// Counters by key. An absent counter reads as 0. A table that was moved from is empty.
 class ZVUTILIB_API CUtiCounterTable {
  public:
+  CUtiCounterTable() = default;
+  CUtiCounterTable(const CUtiCounterTable&) = default;
+  CUtiCounterTable(CUtiCounterTable&&) noexcept = default;
+  CUtiCounterTable& operator=(const CUtiCounterTable&) = default;
+  CUtiCounterTable& operator=(CUtiCounterTable&&) noexcept = default;
   virtual ~CUtiCounterTable() = default;
 
   /// The counter's value, 0 for an absent one.
@@ -57,6 +63,7 @@ class ZVUTILIB_API CUtiCounterTable {
 /// Call Write and Read.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const CUtiCounterTable& table);
 ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, CUtiCounterTable& table);
+ZVUTILIB_VALUE(CUtiCounterTable)
 
 /// Selects a set of flags.
 enum FlagScope : std::int32_t {
@@ -64,9 +71,15 @@ enum FlagScope : std::int32_t {
   FlagScopeDaily = 1,    ///< flags of the current day
 };
 
-/// The counters and flags of an account. Some flags apply only to the current day.
+/// The counters and flags of an account. Some flags apply only to the current day. A state that was moved
+/// from is empty.
 class ZVUTILIB_API CUtiDailyState {
  public:
+  CUtiDailyState() = default;
+  CUtiDailyState(const CUtiDailyState&) = default;
+  CUtiDailyState(CUtiDailyState&&) noexcept = default;
+  CUtiDailyState& operator=(const CUtiDailyState&) = default;
+  CUtiDailyState& operator=(CUtiDailyState&&) noexcept = default;
   virtual ~CUtiDailyState() = default;
   /// Writes the counters, the daily flags and the lasting flags, each as a map of 32-bit numbers. A derived
   /// class may write and read something else instead, also in records that contain a state.
@@ -92,6 +105,11 @@ class ZVUTILIB_API CUtiDailyState {
   zvuti::SizedMap<std::int32_t, std::int32_t> DailyFlags;
 };
 
+/// A class derived from CUtiDailyState travels whole, in sequences too.
+template <>
+inline constexpr bool zvuti::wire::kIsVirtual<CUtiDailyState> = true;
+
 /// Call the virtual Write and Read.
 ZVUTILIB_API CStreamWriter& operator<<(CStreamWriter& out, const CUtiDailyState& state);
 ZVUTILIB_API CStreamReader& operator>>(CStreamReader& in, CUtiDailyState& state);
+ZVUTILIB_VALUE(CUtiDailyState)

@@ -23,7 +23,17 @@ struct PlayerStatus {
 /// Selects a balance. Kinds cannot be combined.
 enum PurseKind : std::int32_t { PurseKind1 = 1, PurseKind2 = 2, PurseKind4 = 4, PurseKind8 = 8 };
 
-/// A player. Sex and AccountFlags are written as one byte each.
+/// The value of PlayerRecord::Sex for a woman; every other value counts as male.
+inline constexpr std::uint32_t SexFemale = 1;
+
+// The kinds of accounts that have a label of their own. Any number up to 15 is a kind.
+inline constexpr std::uint32_t AccountKindSupreme = 3;   ///< labelled as supreme
+inline constexpr std::uint32_t AccountKindFemale = 4;    ///< counts as female, whatever Sex is
+inline constexpr std::uint32_t AccountKindService = 10;  ///< the operator's own staff
+/// The bits of PlayerRecord::AccountFlags that hold the kind.
+inline constexpr std::uint32_t AccountKindMask = 15;
+
+/// A player. Sex and AccountFlags are cut to their low byte on the wire: 300 is read back as 44.
 struct ZVUTILIB_API PlayerRecord {
   /// Values by key.
   using AttributeMap = zvuti::SizedMap<std::int32_t, std::int32_t>;
@@ -36,8 +46,8 @@ struct ZVUTILIB_API PlayerRecord {
   std::uint8_t Byte6 = 0;
   std::int16_t SlotA = 0;  ///< -1 if not set
   std::int16_t SlotB = -1;
-  std::uint32_t Sex = 0;           ///< 1 for female
-  std::uint32_t AccountFlags = 0;  ///< the account kind in the low four bits
+  std::uint32_t Sex = 0;           ///< SexFemale, or another value
+  std::uint32_t AccountFlags = 0;  ///< the account kind in the bits of AccountKindMask
   std::uint32_t Value1 = 0;
   std::uint32_t Value2 = 0;
   std::uint32_t Value3 = 0;
@@ -65,7 +75,7 @@ struct ZVUTILIB_API PlayerRecord {
   /// False if SlotA is -1.
   bool HasSlotA() const { return SlotA != -1; }
   /// Whether the low four bits of AccountFlags are `kind`.
-  bool IsAccountKind(unsigned kind) const { return (AccountFlags & 15) == kind; }
+  bool IsAccountKind(unsigned kind) const { return (AccountFlags & AccountKindMask) == kind; }
   /// True if Sex is 1, or if the account kind is 4, whatever Sex is.
   bool IsFemale() const;
 

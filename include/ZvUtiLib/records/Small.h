@@ -2,12 +2,16 @@
 // in wire order, except in CodedAmount. Numbers are 0 and texts are empty by default.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
+#include <map>
 #include <string>
 #include <vector>
 
 #include <ZvUtiLib/Export.h>
+#include <ZvUtiLib/data/Cursor.h>
 #include <ZvUtiLib/data/SizedMap.h>
 #include <ZvUtiLib/records/Items.h>
 #include <ZvUtiLib/records/RecordOperators.h>
@@ -55,7 +59,7 @@ struct AmountsAndPairs {
   std::vector<IdValuePair> Pairs;
 };
 
-/// Code1 and Code2 are swapped on the wire, and only their low bytes are written.
+/// Code1 and Code2 are swapped on the wire. Each is cut to its low byte: 300 is read back as 44.
 struct CodedAmount {
   std::uint8_t Flag = 0;
   std::uint32_t Code1 = 0;
@@ -205,7 +209,8 @@ struct AmountEntry {
 static_assert(sizeof(AmountEntry) == 16 && offsetof(AmountEntry, Reserved) == 4 &&
               offsetof(AmountEntry, Amount) == 8);
 
-/// Amounts by key. Each entry also stores its key; only the entries' blocks are written.
+/// Amounts by key. Each entry also stores its key; only the entries' blocks are written. SetAmount keeps both
+/// keys equal. Two maps that differ in reserved bytes only are equal, but their checksums differ.
 using AmountMap = zvuti::SizedMap<int, AmountEntry>;
 
 ZVUTILIB_RECORD(SingleByte)
@@ -236,6 +241,30 @@ ZVUTILIB_RECORD(MixedEntryTail)
 ZVUTILIB_RECORD(MixedEntry)
 ZVUTILIB_RECORD(AmountEntry)
 ZVUTILIB_RECORD(AmountMap)
+
+/// The same for a plain std::map, and for one with another order or allocator.
+template <class Order, class Allocator>
+CStreamWriter& operator<<(CStreamWriter& out, const std::map<int, AmountEntry, Order, Allocator>& amounts) {
+  // Reserves once. If that fails, each entry is appended as far as memory allows.
+  constexpr std::size_t kMost = std::numeric_limits<int>::max() / sizeof(AmountEntry) - 1;
+  out.Reserve(static_cast<int>(4 + sizeof(AmountEntry) * std::min(kMost, amounts.size())), GrowRounded);
+  out << static_cast<std::uint32_t>(amounts.size());
+  for (const auto& [key, entry] : amounts) out.Write(&entry, sizeof entry);
+  return out;
+}
+template <class Order, class Allocator>
+CStreamReader& operator>>(CStreamReader& in, std::map<int, AmountEntry, Order, Allocator>& amounts) {
+  zvuti::wire::Cursor cursor(in);
+  zvuti::wire::TakeBlockMap(cursor, amounts, &AmountEntry::Key);
+  return in;
+}
+
+/// Stores an amount in a map and its key in the entry, in place of any earlier entry of the key. The entry's
+/// reserved bytes are 0. Returns the entry.
+template <class Order, class Allocator>
+AmountEntry& SetAmount(std::map<int, AmountEntry, Order, Allocator>& amounts, int key, std::int64_t amount) {
+  return amounts[key] = {key, {}, amount};
+}
 
 /// Returns the CRC-16/XMODEM of the map's wire form, 0 to 65535. It covers the entries' reserved bytes.
 ZVUTILIB_API int GetAmountMapChecksum(const AmountMap& amounts);

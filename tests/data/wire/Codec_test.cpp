@@ -40,7 +40,15 @@ TEST(Codec, AnUnknownMemberEndsASequence) {
   ASSERT_EQ(entries.size(), 2u);
   EXPECT_EQ(entries[1].Flag, 7);
 
+  std::string many("\xE8\x03", 2);  // 1000, more than one piece
+  for (int i = 0; i < 600; ++i) many += "\1\0\xEA\x4D\x2C\x72\7"s;
+  CStreamReader longer(many + "\1\0****rest"s);
+  EXPECT_THROW(longer >> entries, std::exception);
+  EXPECT_EQ(entries.size(), 602u);
+  EXPECT_EQ(Bytes(longer), "rest");
+
   entries[1].Kind = static_cast<BinaryKind>(2);
+  entries.resize(2);
   const test::Outcome written = test::OutcomeOf(out, [&] { out << entries; });
   EXPECT_EQ(written.thrown, "unknown enumeration member.");
   EXPECT_EQ(written.bytes, "\x02\0\0\0\xEA\x4D\x2C\x72\0\x09\0"s);  // before the tag
