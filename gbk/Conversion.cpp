@@ -19,6 +19,7 @@ using gbk::table::kFirstLead;
 using gbk::table::kFirstTrail;
 using gbk::table::kTrails;
 
+constexpr unsigned kLeads = 126;
 constexpr char16_t kQuestion = u'?';
 constexpr char16_t kReplacement = 0xFFFD;
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
@@ -93,6 +94,14 @@ char* PutUtf8(char* end, char32_t c) {
   return end;
 }
 
+// The same from U+0800 to U+FFFF: three bytes. It also overwrites the byte after them.
+char* PutPlainUtf8(char* end, char16_t c) {
+  const std::uint32_t bytes = 0x8080E0u | static_cast<std::uint32_t>(c >> 12 | (c & 0xFC0) << 2) |
+                              static_cast<std::uint32_t>(c & 0x3F) << 16;
+  std::memcpy(end, &bytes, sizeof bytes);
+  return end + 3;
+}
+
 // Copies the ASCII prefix of `text` to `out` and returns its length. Tests and copies eight bytes at once,
 // since these runs are usually short, so it may write up to eight bytes after the prefix. REQUIRES: `out` has
 // room for the whole text.
@@ -119,6 +128,21 @@ char16_t UnitOfPair(char lead, char trail) {
   return column < unsigned{kTrails} ? gbk::table::kDouble[row * kTrails + column] : kQuestion;
 }
 
+// Calls put(unit) for the pairs at `text`, at most `most`, up to the first one that is not plain, and returns
+// how many there are. A plain pair is a character of U+0800 or above, as nearly all Chinese characters are.
+template <class Put>
+std::size_t PutPlainPairs(const char* text, std::size_t most, Put put) {
+  for (std::size_t i = 0; i < most; ++i) {
+    const unsigned row = Byte(text[2 * i]) - unsigned{kFirstLead};
+    const unsigned column = Byte(text[2 * i + 1]) - unsigned{kFirstTrail};
+    if (row >= kLeads || column >= unsigned{kTrails}) return i;
+    const char16_t unit = gbk::table::kDouble[row * kTrails + column];
+    if (unit < 0x800) return i;
+    put(unit);
+  }
+  return most;
+}
+
 // The UTF-16 unit of the character of `length` bytes at `text`; a question mark if it has none. REQUIRES: the
 // first byte is not ASCII.
 char16_t UnitOf(const char* text, std::size_t length) {
@@ -130,6 +154,7 @@ char16_t UnitOf(const char* text, std::size_t length) {
 unsigned CodeOf(char32_t unit) {
   return gbk::table::kPages[gbk::table::kPageOf[unit >> 8] * 256u + (unit & 0xFF)];
 }
+
 constexpr unsigned kPair = 0x8000;  // set in the code of a pair that is the character itself
 
 char* PutPair(char* end, unsigned code) {
@@ -182,6 +207,41 @@ char* PutUtf8AsGbk(char* const out, std::string_view text, Loss& loss) {
   return end;
 }
 
+// Collects bytes of UTF-8 before they are appended to a string.
+class Utf8Block {
+ public:
+  static constexpr std::size_t kWhole = 84;  // a GBK text of this size always fits, with 3 bytes for each
+
+  // Converts `gbk` from `at` on, until it ends or the block is nearly full, and moves `at`. `before` is the
+  // length of the result before the block.
+  std::string_view Fill(std::string_view gbk, std::size_t& at, std::size_t before, Loss& loss) {
+    char* end = bytes_;
+    while (at < gbk.size() && end - bytes_ < kHalf) {
+      const std::size_t run = CopyAscii(gbk.substr(at, kHalf), end);
+      at += run, end += run;
+      while (at < gbk.size() && IsHigh(gbk[at]) && end < Limit()) {
+        const std::size_t most = std::min((gbk.size() - at) / 2, static_cast<std::size_t>(Limit() - end) / 3);
+        at += 2 * PutPlainPairs(gbk.data() + at, most, [&](char16_t unit) { end = PutPlainUtf8(end, unit); });
+        if (at == gbk.size() || !IsHigh(gbk[at]) || end >= Limit()) break;
+        const std::size_t length = gbk::CharLength(gbk, at);
+        const char16_t unit = UnitOf(gbk.data() + at, length);
+        if (unit == kQuestion) loss.Note(at, before + static_cast<std::size_t>(end - bytes_), 1);
+        end = PutUtf8(end, unit);
+        at += length;
+      }
+    }
+    return {bytes_, static_cast<std::size_t>(end - bytes_)};
+  }
+
+ private:
+  static constexpr std::ptrdiff_t kHalf = 256;
+  char* Limit() {
+    return std::end(bytes_) - 4;
+  }  // room for one more character, and a byte that it overwrites
+
+  char bytes_[2 * kHalf];
+};
+
 std::size_t PutGbkAsUtf16(char16_t* const out, std::string_view text, Loss& loss) {
   char16_t* end = out;
   for (std::size_t i = 0; i < text.size();) {
@@ -189,6 +249,8 @@ std::size_t PutGbkAsUtf16(char16_t* const out, std::string_view text, Loss& loss
     end = std::copy_n(text.data() + i, run, end);
     i += run;
     for (std::size_t length; i < text.size() && IsHigh(text[i]); i += length) {
+      i += 2 * PutPlainPairs(text.data() + i, (text.size() - i) / 2, [&](char16_t unit) { *end++ = unit; });
+      if (i == text.size() || !IsHigh(text[i])) break;
       length = gbk::CharLength(text, i);
       const char16_t unit = UnitOf(text.data() + i, length);
       if (unit == kQuestion) loss.Note(i, static_cast<std::size_t>(end - out), 1);
@@ -229,29 +291,18 @@ std::size_t PutUtf8AsUtf16(char16_t* const out, std::string_view text, Loss& los
 }  // namespace
 
 Converted<std::string> GbkToUtf8(std::string_view gbk) {
-  constexpr std::ptrdiff_t kHalf = 256;  // of the block that collects bytes before they are appended
-  constexpr std::ptrdiff_t kMaxBytes = 3;
   Loss loss;
-  const std::size_t prefix = AsciiRun(gbk);  // often the whole text: names and numbers
-  std::string out;
-  out.reserve(gbk.size() + (gbk.size() - prefix) / 2);
-  out.append(gbk.substr(0, prefix));
-  char block[2 * kHalf];
-  char* const blockEnd = std::end(block);
-  for (std::size_t i = prefix; i < gbk.size();) {
-    char* end = block;
-    while (i < gbk.size() && end - block < kHalf) {
-      const std::size_t run = CopyAscii(gbk.substr(i, kHalf), end);
-      i += run, end += run;
-      for (std::size_t length; i < gbk.size() && IsHigh(gbk[i]) && blockEnd - end >= kMaxBytes; i += length) {
-        length = gbk::CharLength(gbk, i);
-        const char16_t unit = UnitOf(gbk.data() + i, length);
-        if (unit == kQuestion) loss.Note(i, out.size() + static_cast<std::size_t>(end - block), 1);
-        end = PutUtf8(end, unit);
-      }
-    }
-    out.append(block, end);
+  Utf8Block block;
+  std::size_t at = 0;
+  if (gbk.size() <= Utf8Block::kWhole) {  // the usual name or value: one allocation of the exact size
+    const std::string_view all = block.Fill(gbk, at, 0, loss);
+    return loss.With(std::string(all));
   }
+  at = AsciiRun(gbk);
+  std::string out;
+  out.reserve(gbk.size() + (gbk.size() - at) / 2);
+  out.append(gbk.substr(0, at));
+  while (at < gbk.size()) out.append(block.Fill(gbk, at, out.size(), loss));
   return loss.With(std::move(out));
 }
 
