@@ -32,8 +32,8 @@ namespace zvuti {
 /// Does not change once built, so any number of threads may query it.
 class HalfWordIndex {
  public:
-  /// REQUIRES: the words are folded, end in half a character and are followed by a zero byte. Throws
-  /// std::bad_alloc.
+  /// REQUIRES: the words are folded, end in half a character, are followed by a zero byte, and outlive the
+  /// index. Throws std::bad_alloc.
   explicit HalfWordIndex(const std::vector<std::string_view>& words);
 
   /// As in WordIndex.
@@ -45,6 +45,8 @@ class HalfWordIndex {
 
   StartFilter filter_;
   WordAutomaton aligned_, shifted_;
+  std::vector<std::string_view> words_;  // by their number in both
+  std::size_t longest_ = 0;
 };
 
 }  // namespace zvuti

@@ -22,7 +22,7 @@ WordAutomatonBuilder::WordAutomatonBuilder(WordAutomaton& automaton, std::size_t
   if (edges_ != Edges::kCharacters) built_.depths_.push_back(0);
 }
 
-void WordAutomatonBuilder::Add(std::string_view word) {
+bool WordAutomatonBuilder::Add(std::string_view word) {
   Index node = kRoot;
   Index entry = kRoot;  // the node of the characters within the prefix
   ByteSteps steps(edges_ == Edges::kShiftedBytes);
@@ -36,12 +36,13 @@ void WordAutomatonBuilder::Add(std::string_view word) {
     at += character.length;
     if (at <= Prefix::kBytes) entry = node;
   }
-  if (built_.nodes_[node].hasWord) return;  // added before
+  if (built_.nodes_[node].hasWord) return false;
   SetWord(node, static_cast<Index>(built_.words_.size()));
   const bool isOverlapKept = edges_ == Edges::kCharacters && CanOverlapItself(word);
   const Index overlapId = isOverlapKept ? built_.overlapIds_++ : kNone;
   built_.words_.push_back({static_cast<std::uint32_t>(word.size()), kNone, overlapId});
   AddEntry(word, entry);
+  return true;
 }
 
 // The characters of a word that no earlier word shares become nodes in a row, of which only the first one

@@ -21,8 +21,8 @@ class WordAutomatonBuilder {
   WordAutomatonBuilder(WordAutomaton& automaton, std::size_t words, Edges edges = Edges::kCharacters);
 
   /// REQUIRES: the word is folded, not empty, and followed by a zero byte. If the edges are characters, it
-  /// ends with a whole one. A word may be added twice.
-  void Add(std::string_view word);
+  /// ends with a whole one. Returns false if the word was added before.
+  bool Add(std::string_view word);
   void Finish();
 
  private:
