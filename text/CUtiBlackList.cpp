@@ -19,14 +19,9 @@ std::string_view ViewOf(const CString& text) {
   return {text.GetString(), static_cast<std::size_t>(text.GetLength())};
 }
 
-// Calls visit(word), until it returns true, for each word that must be scanned for: those that end in half a
-// character, or all words if there is no index.
+// Calls visit(word) for each word, until it returns true.
 template <class Visit>
-bool VisitScannedWords(const CStringList& words, const zvuti::WordIndex* index, Visit visit) {
-  if (index) {
-    const auto& scanned = index->WordsWithHalfEnd();
-    return std::any_of(scanned.begin(), scanned.end(), visit);
-  }
+bool VisitWords(const CStringList& words, Visit visit) {
   for (POSITION position = words.GetHeadPosition(); position;) {
     if (visit(ViewOf(words.GetNext(position)))) return true;
   }
@@ -73,11 +68,11 @@ int CUtiBlackList::IsLoaded() const { return words_.IsEmpty() ? 0 : 1; }
 int CUtiBlackList::IsMatched(const char* text) const {
   if (!text) return 0;
   const std::string_view all = text;
-  if (words_.index && words_.index->IsMatched(all)) return 1;
+  if (words_.index) return words_.index->IsMatched(all) ? 1 : 0;
   const auto isFound = [&](std::string_view word) {
     return zvuti::WordScan(all, word).Next() != std::string_view::npos;
   };
-  return VisitScannedWords(words_, words_.index.get(), isFound) ? 1 : 0;
+  return VisitWords(words_, isFound) ? 1 : 0;
 }
 
 // The result keeps its memory from one call to the next, unless the text lies in it.
@@ -99,13 +94,14 @@ void CUtiBlackList::WordList::Mask(const char* text, CString& masked) const {
   if (masked.IsEmpty()) return;
   const std::string_view all(text, static_cast<std::size_t>(masked.GetLength()));
   char* out = masked.GetBuffer(masked.GetLength());
-  const bool isIndexed = index && index->Mask(all, out);
-  VisitScannedWords(*this, isIndexed ? index.get() : nullptr, [&](std::string_view word) {
-    zvuti::WordScan scan(all, word);
-    for (std::size_t at; (at = scan.Next()) != std::string_view::npos;) {
-      std::memset(out + at, '*', word.size());
-    }
-    return false;
-  });
+  if (!index || !index->Mask(all, out)) {
+    VisitWords(*this, [&](std::string_view word) {
+      zvuti::WordScan scan(all, word);
+      for (std::size_t at; (at = scan.Next()) != std::string_view::npos;) {
+        std::memset(out + at, '*', word.size());
+      }
+      return false;
+    });
+  }
   masked.ReleaseBuffer(static_cast<int>(all.size()));
 }

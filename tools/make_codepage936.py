@@ -7,7 +7,8 @@ and UTF-16 to bytes, with best-fit bytes for some characters outside GBK. MAPPIN
     F BYTES UTF16    BYTES (2 or 4 hex digits) decode to the UTF-16 unit
     B UTF16 BYTES    the unit encodes as BYTES
 
-Bytes without an F line and units without a B line map to a question mark.
+Bytes without an F line and units without a B line map to a question mark. A best fit of two bytes is written without
+the highest bit of its lead byte, so that it differs from the bytes of a character of its own.
 """
 import sys
 
@@ -37,6 +38,9 @@ def main():
     question = ord("?")
     single = [decode.get(b, question) for b in range(256)]
     double = [decode.get(lead << 8 | trail, question) for lead in LEADS for trail in TRAILS]
+    for unit, code in encode.items():
+        if code > 0xFF and decode[code] != unit:
+            encode[unit] = code & 0x7FFF
     pages, page_of = [tuple([question] * 256)], []
     for high in range(256):
         page = tuple(encode.get(high << 8 | low, question) for low in range(256))

@@ -7,6 +7,7 @@
 #include <ZvUtiLib/CUtiBlackList.h>
 #include <ZvUtiLib/CUtiIO.h>
 #include <ZvUtiLib/CUtiNumber.h>
+#include <ZvUtiLib/gbk/Conversion.h>
 
 #include "benchmarks/growth/Growth.h"
 
@@ -86,6 +87,23 @@ Work ReadFirstWord(std::size_t size) {
   return {size, [path] { CUtiIO::ReadDWordFromFile(path.c_str()); }};
 }
 
+template <class Convert>
+Work OnBytes(const std::string& text, Convert convert) {
+  return {text.size(), [text, convert] { convert(text); }};
+}
+
+// Words of three to nine bytes that end in half a character, one a line, or all of them as a text.
+std::string HalfWords(std::size_t bytes, const char* lineEnd) {
+  std::string words;
+  for (unsigned i = 0; words.size() < bytes; ++i) {
+    for (unsigned rest = i, k = 0; k <= i % 4; ++k, rest /= 71) {
+      words += {static_cast<char>(0xB0 + rest % 71), static_cast<char>(0xA1 + rest % 89)};
+    }
+    words += std::string("\xB0") + lineEnd;
+  }
+  return words;
+}
+
 }  // namespace
 
 std::vector<Shape> TextShapes() {
@@ -112,6 +130,21 @@ std::vector<Shape> TextShapes() {
        [](std::size_t n) { return Mask("AA\nAAA\nAAAA\n" + std::string(500, 'A'), std::string(n, 'A')); }},
       {"CUtiBlackList::ReplaceBlackWord/half-characters", kText,
        [](std::size_t n) { return Mask("A\xB0\n\xB7\xE3\xD2\n", Filled("A\xB0\xB7\xE3\xD2", n)); }},
+      {"CUtiBlackList::ReplaceBlackWord/half-words", kText,
+       [](std::size_t n) { return Mask(HalfWords(20'000, "\n"), HalfWords(n, "")); }},
+      {"CUtiBlackList::ReplaceBlackWord/rising-half-words", kText,
+       [](std::size_t n) {
+         std::string words;
+         for (std::size_t i = 1; i < 200; ++i) words += Filled("\xB0\xA1", i * 2) + "\xB0\n";
+         return Mask(words, Filled("\xB0\xA1", n));
+       }},
+      {"GbkToUtf8/chinese", kText, [](std::size_t n) { return OnBytes(Chinese(n), zvuti::GbkToUtf8); }},
+      {"GbkToUtf16/lone-leads", kText,
+       [](std::size_t n) { return OnBytes(Filled("\x81 ", n), zvuti::GbkToUtf16); }},
+      {"GbkToUtf8/euros", kText,
+       [](std::size_t n) { return OnBytes(std::string(n, '\x80'), zvuti::GbkToUtf8); }},
+      {"Utf8ToGbk/broken", kText,
+       [](std::size_t n) { return OnBytes(std::string(n, '\xE4'), zvuti::Utf8ToGbk); }},
       {"CUtiBlackList::IsMatched/at-the-end", kText,
        [](std::size_t n) { return Match(std::string(20, 'A') + "B\n", std::string(n, 'A') + "B"); }},
       {"CUtiBlackList::IsMatched/half-characters", kText,

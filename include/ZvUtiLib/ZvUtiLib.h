@@ -30,6 +30,7 @@
 #include <ZvUtiLib/data/SizedMap.h>
 #include <ZvUtiLib/data/SizedMemory.h>
 #include <ZvUtiLib/data/TimeValue.h>
+#include <ZvUtiLib/gbk/Conversion.h>
 #include <ZvUtiLib/platform/CComPtr.h>
 #include <ZvUtiLib/platform/CFileException.h>
 #include <ZvUtiLib/platform/CKxIOUti.h>

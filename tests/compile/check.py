@@ -9,6 +9,7 @@ import pathlib
 import shutil
 import subprocess
 import sys
+import tempfile
 
 HERE = pathlib.Path(__file__).resolve().parent
 INCLUDE = HERE.parent.parent / "include"
@@ -84,6 +85,19 @@ def refused(compiler, standard, source, message, most_errors):
     return f"gives {errors} errors:\n{said}" if errors > most_errors else ""
 
 
+def stored(compiler, options, expected):
+    """What is wrong with the bytes that the compiler stores for a literal in a UTF-8 source; `expected` is None if it
+    should refuse the option. docs/services/chinese-text.md has the table."""
+    source = 'extern const char text[] = "[\u67ab\u53f6]";\n'
+    with tempfile.TemporaryDirectory() as folder:
+        built = pathlib.Path(folder) / "literal.o"
+        done = subprocess.run([compiler, *options, "-c", "-x", "c++", "-", "-o", built], input=source.encode(),
+                              capture_output=True)
+        if done.returncode != 0 or expected is None:
+            return "" if done.returncode != 0 and expected is None else f"gives {done.returncode}: {done.stderr}"
+        return "" if b"[" + expected + b"]\0" in built.read_bytes() else "does not have the bytes " + expected.hex(" ")
+
+
 def checks(compiler):
     """(what, function, its arguments) of each check."""
     accepted = (HERE / "accepted.cpp").read_text()
@@ -92,6 +106,9 @@ def checks(compiler):
     for message, line in REFUSED:
         source = f"{PREAMBLE}void Client() {{ {line} }}\n"
         yield line, refused, (compiler, "c++17", source, message, 1)
+    yield "a literal", stored, (compiler, [], "\u67ab\u53f6".encode())
+    yield "a literal with -fexec-charset=GBK", stored, (
+        compiler, ["-fexec-charset=GBK"], None if "clang" in compiler else "\u67ab\u53f6".encode("gbk"))
     for header in TOO_OLD:  # the second error is the include that ends the compilation
         yield f"{header} as C++14", refused, (compiler, "c++14", f"#include <ZvUtiLib/{header}>\n", STANDARD, 2)
 

@@ -58,6 +58,8 @@ TEST(CUtiBlackList, MasksEveryWordAndNothingElse) {
       {"\xA3\xE1", "\xA3\xC1\xA3\xE1", "\xA3\xC1**"},  // full-width letters do not fold
       {"\x81", "\x81\x41\x81", "*A*"},                 // half a character
       {"\x81\nA", "\x81\x41\x61", "*A*"},
+      // After the match at 0 stepping goes on inside B0 B0, and after the one at 4 inside B0 x.
+      {"\xB0", "\xB0\xB0\xA1\xB0\xB0x\xA1\xB0y", "**\xA1\xB0*x\xA1\xB0y"},
   };
   const test::TempFolder folder;
   for (const auto& c : cases) {
@@ -153,10 +155,14 @@ TEST(CUtiBlackList, TensOfThousandsOfWordsGiveTheSame) {
     Words words;
     for (std::size_t i = 0; i < count; ++i)
       words.push_back(i % 2 == 0 ? std::to_string(random()) + "\xB0\xA1" : hanzi(2 + i % 3));
+    for (std::size_t i = 0; i < count; i += 3) words[i].pop_back();  // half a character at the end
     CUtiBlackList list;
     ASSERT_EQ(list.Load(folder.Write("words", FileOf(words)).c_str()), 1);
     ExpectPlainResults(list, words, "x" + words[0] + words[count - 2] + "1234567");
     ExpectPlainResults(list, words, hanzi(30));
+    std::string all;
+    for (std::size_t i = 0; i < 300; ++i) all += words[i * 7 % count];
+    ExpectPlainResults(list, words, all);
     ExpectPlainResults(list, words, hanzi(9) + words[1] + hanzi(20) + words[count - 1] + hanzi(9));
   }
 }

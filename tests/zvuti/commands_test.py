@@ -67,11 +67,52 @@ class Commands(unittest.TestCase):
             words.write(b"\xef\xbb\xbffirst\nsecond\n")
             words.flush()
             code, out, error = run("mask", words.name, stdin=b"first second")
-        self.assertEqual((code, out), (0, b"first ******"))
-        self.assertIn(b"the UTF-8 byte order mark", error)
+        self.assertEqual((code, out), (1, b"first ******"))
+        self.assertIn(b"a UTF-8 byte order mark", error)
+
+    def test_names_the_encoding_of_a_list_or_a_text(self):
+        chinese = "\u6211\u5011\u4e0d\u662f\u5916\u639b\uff0c\u514d\u8cbb\u904a\u6232\u5e63\n"
+        for content, name in ((chinese.encode(), b" is UTF-8, but"), (chinese.encode("utf-16-le"), b" is UTF-16, but"),
+                              (b"\xef\xbb\xbf" + chinese.encode(), b" is UTF-8 with a byte order mark, but"),
+                              (chinese.encode("utf-16"), b" is UTF-16 with a byte order mark, but"),
+                              (chinese.encode("big5"), b" is probably Big5, but"), (chinese.encode("gbk"), None)):
+            with self.subTest(name), tempfile.NamedTemporaryFile() as file:
+                file.write(content)
+                file.flush()
+                for arguments in (("mask", file.name), ("mask", APP / "words.txt", file.name)):
+                    code, _, error = run(*arguments, stdin=b"text")
+                    self.assertEqual((code, error.count(b"\n")), (0, 0) if name is None else (1, 1), error)
+                    self.assertIn(name or b"", error)
+                self.assertEqual(run("convert", file.name), (0, b"", b""))
+                self.assertEqual(Path(file.name).read_bytes(), chinese.encode("gbk"))
+
+    def test_converts_whole_files_or_nothing(self):
+        with tempfile.TemporaryDirectory() as folder:
+            path = Path(folder) / "words.txt"
+            for source, options, part in (("\u5916\u6302\n\U0001f600\u00b2\n".encode(), [], "line 2: \u00b2 (U+00B2) has no"),
+                                          (b"a\n\xff\n", ["--from", "utf-8"], "line 2: the byte 0xFF is not UTF-8"),
+                                          (b"a\n\x81 ", ["--to", "utf-8"], "line 2: the bytes 81 20 are not"),
+                                          (b"\xff\xfea", [], "is not valid in utf-16le")):
+                path.write_bytes(source)
+                code, _, error = run("convert", path, *options)
+                self.assertEqual((code, path.read_bytes(), len(list(path.parent.iterdir()))), (1, source, 1), error)
+                self.assertIn(part, error.decode())
+            text = "\u20ac \ue000 \u5916\n"
+            path.write_bytes(text.encode("utf-16-le"))
+            path.chmod(0o640)
+            for options, content in ((["--from", "utf-16"], b"\x80 \xaa\xa1 \xcd\xe2\n"), (["--to", "utf-8"], text.encode()),
+                                     (["--to", "utf-16"], b"\xff\xfe" + text.encode("utf-16-le"))):
+                self.assertEqual(run("convert", path, *options)[0], 0)
+                self.assertEqual((path.read_bytes(), path.stat().st_mode & 0o777), (content, 0o640))
+            self.assertEqual(run("convert", stdin=text.encode()), (0, b"\x80 \xaa\xa1 \xcd\xe2\n", b""))
+
+    def test_reads_a_list_from_a_pipe(self):
+        script = f"{shlex.quote(PROGRAM)} mask <(printf 'cheap\\nfree') <<< 'cheap or FREE'"
+        done = subprocess.run(["bash", "-c", script], capture_output=True, timeout=60)
+        self.assertEqual((done.returncode, done.stdout, done.stderr), (0, b"***** or ****\n", b""))
 
     def test_every_command_has_help_with_an_example(self):
-        for command in ("decode", "encode", "records", "guess", "check", "mask", "number", "time", "wheel"):
+        for command in ("decode", "encode", "records", "guess", "check", "mask", "convert", "number", "time", "wheel"):
             code, out, _ = run(command, "--help")
             self.assertEqual(code, 0)
             self.assertIn(f"  zvuti {command}".encode(), out.split(b"Options:")[1])

@@ -36,6 +36,31 @@ inline Character CharacterAt(const char* text) {
   return {static_cast<unsigned char>(gbk::ToUpper(*text)), 1};
 }
 
+/// Steps through a text byte by byte and marks trail bytes: B0 A1 41 gives 0xB0, 0x1A1 and 0x41.
+class ByteSteps {
+ public:
+  static constexpr std::uint16_t kTrail = 0x100;
+
+  explicit ByteSteps(bool isTrail = false) : isTrail_(isTrail) {}
+
+  /// True if the next byte is the trail byte of a character of the text.
+  bool IsTrail() const { return isTrail_; }
+  /// The next byte, folded to its capital unless it is a trail byte. REQUIRES: it is at `text`, which is
+  /// zero-terminated.
+  std::uint16_t Next(const char* text) {
+    const std::uint16_t label = NextAsItIs(text);
+    return label < kTrail ? static_cast<unsigned char>(gbk::ToUpper(*text)) : label;
+  }
+  std::uint16_t NextAsItIs(const char* text) {
+    const bool isTrail = isTrail_;
+    isTrail_ = !isTrail && gbk::CharLength(text) == 2;
+    return static_cast<std::uint16_t>(ByteAt(text, 0) | (isTrail ? kTrail : 0u));
+  }
+
+ private:
+  bool isTrail_;
+};
+
 /// True if a character starts at `index`. REQUIRES: `known` <= `index`, and a character starts at `known`.
 ///
 /// The byte after one that is not a lead byte starts a character. In a run of lead bytes each first one takes

@@ -9,6 +9,7 @@
 // Costs: two bit rows and one branch for eight bytes of clean text; 4 to 64 KB.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -26,7 +27,7 @@ class DoubleByteFilter {
   /// positions.
   explicit DoubleByteFilter(std::size_t words);
 
-  /// REQUIRES: the word is not empty, ends with a whole character and is followed by a zero byte.
+  /// REQUIRES: the word is not empty and is followed by a zero byte. It may end in half a character.
   void Add(std::string_view word);
 
   /// Skips blocks of double-byte characters in which no word starts, from `at` on; returns where it stopped.
@@ -63,8 +64,11 @@ class DoubleByteFilter {
     return rows_.Find(KeyAt(bytes + 2), ByteAt(bytes, 0), ByteAt(bytes, 4));
   }
 
+  void AllowBeforeLead(std::uint32_t byte, std::uint32_t lead);
+
   const bool isUseful_;
   Rows rows_;
+  std::array<std::uint32_t, 256> beforeLead_{};  // by lead byte: the bytes that AllowBeforeLead was given
 };
 
 }  // namespace zvuti

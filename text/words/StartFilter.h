@@ -27,7 +27,7 @@ class StartFilter {
   /// A filter without words, sized for `words`.
   explicit StartFilter(std::size_t words) : prefixes_(words), doubleBytes_(words) {}
 
-  /// REQUIRES: the word is not empty, ends with a whole character and is followed by a zero byte.
+  /// REQUIRES: the word is not empty and is followed by a zero byte. It may end in half a character.
   void Add(std::string_view word) {
     prefixes_.Add(word);
     doubleBytes_.Add(word);

@@ -5,7 +5,7 @@
 // read that is in the trie, too. WordIndex.h follows two words through it.
 //
 // Invariants:
-// - Edges are whole GBK characters, folded to capitals.
+// - Edges are whole GBK characters, folded to capitals; in the tries of HalfWordIndex they are bytes.
 // - A node's child is the next node in memory or in the table of edges. The root is nobody's child, so kRoot
 //   stands for "no child".
 //
@@ -57,6 +57,8 @@ class WordAutomaton {
   const Node& NodeAt(Index node) const { return nodes_[node]; }
   const NodeLinks& LinksOf(Index node) const { return links_[node]; }
   const Word& WordAt(Index word) const { return words_[word]; }
+  /// How many bytes lead to a node. REQUIRES: the edges are bytes.
+  std::uint32_t DepthOf(Index node) const { return depths_[node]; }
   /// How many words can overlap themselves. Their overlapIds are the numbers below.
   Index OverlapIds() const { return overlapIds_; }
 
@@ -102,7 +104,8 @@ class WordAutomaton {
   }
 
   std::vector<Node> nodes_;
-  std::vector<NodeLinks> links_;  // by node
+  std::vector<NodeLinks> links_;       // by node
+  std::vector<std::uint32_t> depths_;  // by node; empty unless the edges are bytes
   std::vector<Word> words_;
   ProbeTable<Edge> edges_;
   ProbeTable<Entry> entries_;

@@ -12,30 +12,37 @@ constexpr std::size_t kNodesPerWord = 4;
 
 }  // namespace
 
-WordAutomatonBuilder::WordAutomatonBuilder(WordAutomaton& automaton, std::size_t words) : built_(automaton) {
+WordAutomatonBuilder::WordAutomatonBuilder(WordAutomaton& automaton, std::size_t words, Edges edges)
+    : built_(automaton), edges_(edges) {
   const std::size_t nodes = 1 + words * kNodesPerWord;
   built_.nodes_.reserve(nodes);
   built_.links_.reserve(nodes);
   drafts_.reserve(nodes);
   PushNode(0, {kRoot, kNone});
+  if (edges_ != Edges::kCharacters) built_.depths_.push_back(0);
 }
 
-void WordAutomatonBuilder::Add(std::string_view word) {
+bool WordAutomatonBuilder::Add(std::string_view word) {
   Index node = kRoot;
   Index entry = kRoot;  // the node of the characters within the prefix
+  ByteSteps steps(edges_ == Edges::kShiftedBytes);
   std::size_t depth = 0;
   for (std::size_t at = 0; at < word.size(); ++depth) {
-    const Character character = CharacterAt(word.data() + at);
+    const char* const next = word.data() + at;
+    const Character character =
+        edges_ == Edges::kCharacters ? CharacterAt(next) : Character{steps.NextAsItIs(next), 1};
     const Index child = built_.ChildOf(node, character.code);
     node = child != kRoot ? child : AddChild(node, character.code, depth);
     at += character.length;
     if (at <= Prefix::kBytes) entry = node;
   }
-  if (built_.nodes_[node].hasWord) return;  // added before
+  if (built_.nodes_[node].hasWord) return false;
   SetWord(node, static_cast<Index>(built_.words_.size()));
-  const Index overlapId = CanOverlapItself(word) ? built_.overlapIds_++ : kNone;
+  const bool isOverlapKept = edges_ == Edges::kCharacters && CanOverlapItself(word);
+  const Index overlapId = isOverlapKept ? built_.overlapIds_++ : kNone;
   built_.words_.push_back({static_cast<std::uint32_t>(word.size()), kNone, overlapId});
   AddEntry(word, entry);
+  return true;
 }
 
 // The characters of a word that no earlier word shares become nodes in a row, of which only the first one
@@ -46,6 +53,7 @@ WordAutomatonBuilder::Index WordAutomatonBuilder::AddChild(Index parent, std::ui
   const auto child = static_cast<Index>(built_.nodes_.size());
   if (depth == firstOfDepth_.size()) firstOfDepth_.push_back(kNone);
   PushNode(label, {parent, firstOfDepth_[depth]});
+  if (edges_ != Edges::kCharacters) built_.depths_.push_back(static_cast<std::uint32_t>(depth + 1));
   firstOfDepth_[depth] = child;
   if (child == parent + 1) {
     built_.nodes_[parent].isNextChild = true;
@@ -57,7 +65,7 @@ WordAutomatonBuilder::Index WordAutomatonBuilder::AddChild(Index parent, std::ui
 }
 
 void WordAutomatonBuilder::AddEntry(std::string_view word, Index node) {
-  if (word.size() < Prefix::kBytes) return;
+  if (word.size() < Prefix::kBytes || edges_ == Edges::kShiftedBytes) return;
   const Prefix prefix(word.data());
   if (built_.EntryOf(prefix.bytes) == kNone) built_.entries_.Add({prefix.bytes, node}, HashOf(prefix.bytes));
 }
@@ -80,6 +88,7 @@ void WordAutomatonBuilder::Finish() {
   }
   built_.nodes_.shrink_to_fit();
   built_.links_.shrink_to_fit();
+  built_.depths_.shrink_to_fit();
   built_.words_.shrink_to_fit();
 }
 
@@ -103,7 +112,8 @@ void WordAutomatonBuilder::SetFallback(Index index) {
     const Index fallback = built_.ChildOf(built_.links_[from].fallback, node.label);
     if (fallback == kRoot) continue;
     built_.links_[index].fallback = fallback;
-    const std::size_t bytes = built_.nodes_[from].fallbackBytes + (node.label > 0xFF ? 2u : 1u);
+    const std::size_t bytes =
+        built_.nodes_[from].fallbackBytes + (edges_ == Edges::kCharacters && node.label > 0xFF ? 2u : 1u);
     node.fallbackBytes = bytes < Prefix::kBytes ? static_cast<std::uint8_t>(bytes) : Node::kDeep;
     return;
   }

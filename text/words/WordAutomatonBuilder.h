@@ -13,12 +13,16 @@ namespace zvuti {
 /// Add the words, then call Finish once. Both may throw std::bad_alloc; the automaton is useless after that.
 class WordAutomatonBuilder {
  public:
-  /// `automaton`: one without words, with room for `words`. It must outlive the builder.
-  WordAutomatonBuilder(WordAutomaton& automaton, std::size_t words);
+  /// What the edges are: characters, or bytes with the marks of ByteSteps. Shifted bytes are those of a word
+  /// that starts at a trail byte of the text.
+  enum class Edges : std::uint8_t { kCharacters, kBytes, kShiftedBytes };
 
-  /// REQUIRES: the word is folded, not empty, ends with a whole character and is followed by a zero byte. A
-  /// word may be added twice.
-  void Add(std::string_view word);
+  /// `automaton`: one without words, with room for `words`. It must outlive the builder.
+  WordAutomatonBuilder(WordAutomaton& automaton, std::size_t words, Edges edges = Edges::kCharacters);
+
+  /// REQUIRES: the word is folded, not empty, and followed by a zero byte. If the edges are characters, it
+  /// ends with a whole one. Returns false if the word was added before.
+  bool Add(std::string_view word);
   void Finish();
 
  private:
@@ -42,6 +46,7 @@ class WordAutomatonBuilder {
   bool CanOverlapItself(std::string_view word);
 
   WordAutomaton& built_;
+  const Edges edges_;
   std::vector<Draft> drafts_;           // by node
   std::vector<Index> firstOfDepth_;     // by depth; the root's children have depth 0
   std::vector<std::uint32_t> borders_;  // scratch of CanOverlapItself

@@ -18,21 +18,25 @@ bool EndsInHalfCharacter(std::string_view word) {
 
 }  // namespace
 
-WordIndex::WordIndex(const CStringList& words)
-    : filter_(static_cast<std::size_t>(words.GetCount())),
-      automaton_(static_cast<std::size_t>(words.GetCount())) {
-  WordAutomatonBuilder builder(automaton_, static_cast<std::size_t>(words.GetCount()));
+WordIndex::Sorted::Sorted(const CStringList& words) {
   for (POSITION position = words.GetHeadPosition(); position;) {
     const CString& text = words.GetNext(position);
     const std::string_view word(text.GetString(), static_cast<std::size_t>(text.GetLength()));
-    if (EndsInHalfCharacter(word)) {
-      wordsWithHalfEnd_.emplace_back(word);
-    } else {
-      filter_.Add(word);
-      builder.Add(word);
-    }
+    (EndsInHalfCharacter(word) ? half : whole).push_back(word);
+  }
+}
+
+WordIndex::WordIndex(const CStringList& words) : WordIndex(Sorted(words)) {}
+
+WordIndex::WordIndex(const Sorted& words)
+    : hasWholeWords_(!words.whole.empty()), filter_(words.whole.size()), automaton_(words.whole.size()) {
+  WordAutomatonBuilder builder(automaton_, words.whole.size());
+  for (const std::string_view word : words.whole) {
+    filter_.Add(word);
+    builder.Add(word);
   }
   builder.Finish();
+  if (!words.half.empty()) halfWords_ = std::make_unique<const HalfWordIndex>(words.half);
 }
 
 // Calls onWord(word, end) for the longest word that ends at each position. Returns true as soon as onWord
@@ -88,11 +92,14 @@ bool WordIndex::Enter(std::string_view text, std::size_t& at, WordAutomaton::Ind
 }
 
 bool WordIndex::IsMatched(std::string_view text) const {
-  return Search(text, [](WordAutomaton::Index, std::size_t) { return true; });
+  const auto stop = [](WordAutomaton::Index, std::size_t) { return true; };
+  return (hasWholeWords_ && Search(text, stop)) || (halfWords_ && halfWords_->IsMatched(text));
 }
 
 bool WordIndex::Mask(std::string_view text, char* out) const noexcept {
   std::unique_ptr<std::size_t[]> lastEnds;  // by overlapId: where the word's last match ended
+  if (halfWords_ && !halfWords_->Mask(text, out)) return false;
+  if (!hasWholeWords_) return true;
   const bool isStopped = Search(text, [&](WordAutomaton::Index index, std::size_t end) {
     while (index != WordAutomaton::kNone) {
       const WordAutomaton::Word word = automaton_.WordAt(index);

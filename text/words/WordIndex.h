@@ -46,22 +46,25 @@
 // - The result is that of WordScan for each word.
 // - A match starts only where a character starts: the filter names no other position, and from there on the
 //   trie takes whole characters.
-// - A word that ends in half a character, a lone lead byte, can end inside a character of the text. It is
-//   kept out of the index, in WordsWithHalfEnd, and must be scanned for.
+// - A word that ends in half a character, a lone lead byte, can end inside a character of the text. Such
+// words
+//   have an index of their own (HalfWordIndex.h), which is searched after this one.
 //
 // Costs: time linear in the text and in the matches that are masked, whatever the list: 6 to 12 instructions
 // a byte of clean text, some 40 a byte if all words of the text lack their last character. Only Mask
 // allocates, and only if it finds a word that can overlap itself. Memory: 12 bytes for each character that no
-// earlier word shares, 44 for each word, and 12 to 400 KB for the filters.
+// earlier word shares, 44 for each word, and 12 to 400 KB for the filters. A list that also has words that
+// end in half a character costs as much as two lists.
 #pragma once
 
 #include <cstddef>
-#include <string>
+#include <memory>
 #include <string_view>
 #include <vector>
 
 #include <ZvUtiLib/platform/CStringList.h>
 
+#include "text/words/HalfWordIndex.h"
 #include "text/words/StartFilter.h"
 #include "text/words/WordAutomaton.h"
 
@@ -76,22 +79,27 @@ class WordIndex {
   /// True if the text contains a word of the index. REQUIRES: no zero byte in the text, but one after it.
   bool IsMatched(std::string_view text) const;
   /// Masks each word of the index in `out`, a copy of such a text. Returns false, possibly after
-  /// masking some words, if the scratch array for self-overlapping words can't be allocated.
+  /// masking some words, if scratch memory can't be allocated.
   bool Mask(std::string_view text, char* out) const noexcept;
 
-  /// The words of the list that are not in the index, because they end in half a character.
-  const std::vector<std::string>& WordsWithHalfEnd() const { return wordsWithHalfEnd_; }
-
  private:
+  // The words of a list, sorted by whether they end with a whole character.
+  struct Sorted {
+    explicit Sorted(const CStringList& words);
+    std::vector<std::string_view> whole, half;
+  };
+  explicit WordIndex(const Sorted& words);
+
   template <class OnWord>
   bool Search(std::string_view text, OnWord onWord) const;
   template <class OnWord>
   std::size_t SearchFrom(std::string_view text, std::size_t at, OnWord& onWord) const;
   bool Enter(std::string_view text, std::size_t& at, WordAutomaton::Index& node) const;
 
+  const bool hasWholeWords_;
   StartFilter filter_;
   WordAutomaton automaton_;
-  std::vector<std::string> wordsWithHalfEnd_;
+  std::unique_ptr<const HalfWordIndex> halfWords_;  // null if there are none
 };
 
 }  // namespace zvuti

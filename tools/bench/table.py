@@ -52,6 +52,11 @@ def comparisons():
         yield ("Text", f"Dictionary, {pairs} pairs", f"Dictionary/library/{pairs}", f"Dictionary/splitter/{pairs}",
                1.5 if pairs == 1000 else None, "cpu")
 
+    for way in ("GbkToUtf8", "Utf8ToGbk", "GbkToUtf16", "Utf16ToGbk"):
+        for text in ("Chinese", "Ascii", "Mixed", "Name20"):
+            for peer, goal in (("iconv", 0.5), ("icu", 1)):
+                yield "Text", f"{way}, {text}", f"{way}{text}/library", f"{way}{text}/{peer}", goal, "cpu"
+
     for size, name, goal in ((2048, "2 KB", 0.25), (1048576, "1 MB", 0.2)):
         for peer, time, memory in (("libxml2", goal, 0.2), ("pugixml", 2.5, None)):
             yield "XML", f"Load and walk {name}", f"Xml/library/{size}", f"Xml/{peer}/{size}", time, "cpu"

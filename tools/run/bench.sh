@@ -3,7 +3,7 @@
 need_bench_tools() {
   need_build_tools
   need libbenchmark-dev python3 libcereal-dev libmsgpack-cxx-dev protobuf-compiler libprotobuf-dev \
-    libhyperscan-dev libfmt-dev libxml2-dev libpugixml-dev
+    libhyperscan-dev libfmt-dev libicu-dev libxml2-dev libpugixml-dev
 }
 
 bench() {

@@ -12,6 +12,7 @@ void AddRecords(CLI::App& program, int& exitCode);
 void AddGuess(CLI::App& program, int& exitCode);
 void AddCheck(CLI::App& program, int& exitCode);
 void AddMask(CLI::App& program, int& exitCode);
+void AddConvert(CLI::App& program, int& exitCode);
 void AddNumber(CLI::App& program, int& exitCode);
 void AddTime(CLI::App& program, int& exitCode);
 void AddWheel(CLI::App& program, int& exitCode);

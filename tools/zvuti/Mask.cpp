@@ -7,8 +7,10 @@
 #include <vector>
 
 #include <ZvUtiLib/CUtiBlackList.h>
+#include <ZvUtiLib/gbk/Conversion.h>
 
 #include "Commands.h"
+#include "shared/Encoding.h"
 #include "shared/Files.h"
 #include "shared/GbkText.h"
 #include "shared/Progress.h"
@@ -23,17 +25,18 @@ struct Options {
   bool hasCounts = false;
 };
 
+bool IsFile(const Options& options) { return !options.file.empty() && options.file != "-"; }
+
 // Returns the text in GBK. Without --from, a file is GBK and standard input is UTF-8.
 std::string ReadText(const Options& options) {
-  const bool isStandard = options.file.empty() || options.file == "-";
   std::string text = ReadAll(options.file);
-  if (options.from.empty() ? !isStandard : options.from == "gbk") return text;
+  if (options.from.empty() ? IsFile(options) : options.from == "gbk") return text;
   std::string gbk;
   std::size_t line = 0;
   for (std::string_view rest = text; !rest.empty();) {
     const std::size_t length = std::min(rest.find('\n'), rest.size() - 1) + 1;
     const std::string where = NameOf(options.file) + ", line " + std::to_string(++line);
-    if (!IsUtf8(rest.substr(0, length)))
+    if (!zvuti::IsValidUtf8(rest.substr(0, length)))
       throw Failure(where + ": not UTF-8; use --from gbk if the text is GBK");
     gbk += ToGbk(rest.substr(0, length), where);
     rest.remove_prefix(length);
@@ -103,16 +106,35 @@ int MaskText(const CUtiBlackList& list, const Options& options, std::string_view
   return kOk;
 }
 
+// Says that a list or a text is not what the library reads. Returns true if it said so.
+bool IsForeign(const std::string& name, const std::string& problem) {
+  if (!problem.empty()) Say(name + " " + problem);
+  return !problem.empty();
+}
+
+// A pipe can be read once, and the library reads only regular files.
+int Load(CUtiBlackList& list, const std::string& path, std::string_view bytes) {
+  if (!IsPipe(path)) return list.Load(path.c_str());
+  const TemporaryFile copy(bytes);
+  return list.Load(copy.Path().c_str());
+}
+
 int Mask(const Options& options) {
   const std::string bytes = ReadAll(options.words);  // its failure gives the reason; the library's does not
   CUtiBlackList list;
-  if (list.Load(options.words.c_str()) == 0) throw Failure(options.words + " is not a regular file");
+  if (Load(list, options.words, bytes) == 0) throw Failure(options.words + " is not a regular file");
+  bool isForeign = IsForeign(options.words, ForeignEncoding(bytes));
   const std::string text = ReadText(options);
-  if (HasUtf8Mark(bytes)) Say(options.words + ": the UTF-8 byte order mark becomes part of the first word");
+  if (!isForeign && HasUtf8Mark(bytes)) {
+    isForeign =
+        IsForeign(options.words, "starts with a UTF-8 byte order mark, which becomes part of the first word");
+  }
+  if (options.from.empty() && IsFile(options) && IsForeign(options.file, ForeignEncoding(text)))
+    isForeign = true;
   if (list.IsLoaded() == 0) Say(options.words + " contains no words");
   const int code =
       options.hasCounts ? PrintCounts(list, ParseWords(bytes), text) : MaskText(list, options, text);
-  return list.IsLoaded() == 0 ? int{kFound} : code;
+  return list.IsLoaded() == 0 || isForeign ? int{kFound} : code;
 }
 
 }  // namespace
@@ -134,7 +156,7 @@ void AddMask(CLI::App& program, int& exitCode) {
   out->excludes("--count");
   command->footer(
       "Masks each line separately, like a chat message. Bytes that are not text are shown as \\x and two\n"
-      "digits; -o writes them unchanged.\n\n"
+      "digits; -o writes them unchanged. Exits with 1 if the list or the file is not in GBK.\n\n"
       "  zvuti mask words.txt chat.txt\n"
       "  zvuti mask words.txt --count < evening.txt");
   command->callback([options, &exitCode] { exitCode = Mask(*options); });

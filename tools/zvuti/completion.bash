@@ -1,7 +1,7 @@
 # Bash completion for zvuti: commands, options, record names, files.
 _zvuti() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-  local commands='decode encode records guess check mask number time wheel'
+  local commands='decode encode records guess check mask convert number time wheel'
   local command="" place=0 i
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
@@ -15,7 +15,7 @@ _zvuti() {
 
   case $previous in
     --color) mapfile -t COMPREPLY < <(compgen -W 'auto always never' -- "$current"); return ;;
-    --from) mapfile -t COMPREPLY < <(compgen -W 'gbk utf-8' -- "$current"); return ;;
+    --from | --to) mapfile -t COMPREPLY < <(compgen -W 'gbk utf-8 utf-16' -- "$current"); return ;;
     --ignore)
       mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" check --help 2>/dev/null |
         sed -n '/Kinds of findings:/,$s/^  \([a-z-]*\)  .*/\1/p')" -- "$current")
@@ -32,6 +32,7 @@ _zvuti() {
     guess) options+=' --hex' ;;
     check) options+=' --words --levels --ignore' ;;
     mask) options+=' --count --from --output' ;;
+    convert) options+=' --from --to --output' ;;
     wheel) options+=' --slot --slots --top-speed --gain --start --even --every --csv --svg' ;;
   esac
   if [[ $current == -* ]]; then
@@ -40,7 +41,7 @@ _zvuti() {
     mapfile -t COMPREPLY < <(compgen -W "$commands" -- "$current")
   elif [[ $place -eq 0 && $command =~ ^(decode|encode|records)$ ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" records --names 2>/dev/null)" -- "$current")
-  elif [[ $command =~ ^(decode|encode|guess|check|mask|wheel)$ ]]; then
+  elif [[ $command =~ ^(decode|encode|guess|check|mask|convert|wheel)$ ]]; then
     compopt -o filenames 2>/dev/null
     mapfile -t COMPREPLY < <(compgen -f -- "$current")
   fi

@@ -49,7 +49,7 @@ int Run(int argc, char** argv) {
       "file that cannot be read.\n\n"
       "  zvuti COMMAND --help     shows the options of a command, and examples");
   for (const auto add : {tool::AddDecode, tool::AddEncode, tool::AddRecords, tool::AddGuess, tool::AddCheck,
-                         tool::AddMask, tool::AddNumber, tool::AddTime, tool::AddWheel}) {
+                         tool::AddMask, tool::AddConvert, tool::AddNumber, tool::AddTime, tool::AddWheel}) {
     add(program, exitCode);
   }
   try {

@@ -2,12 +2,15 @@
 
 #include "check/Report.h"
 #include "check/TableTokens.h"
+#include "shared/Encoding.h"
 #include "shared/GbkText.h"
 #include "shared/Terminal.h"
 
 namespace tool {
 
 void CheckLevels(Report& report, const std::string& file, const std::string& bytes) {
+  report.Read("level table");
+  if (!CheckForeign(report, file, bytes)) return;
   const std::string table = HasUtf8Mark(bytes) ? bytes.substr(kUtf8Mark.size()) : bytes;
   TableTokens tokens(table);
   std::size_t levels = 0;
@@ -46,7 +49,6 @@ void CheckLevels(Report& report, const std::string& file, const std::string& byt
     ++levels;
   }
   if (levels == 0) report.Add({file, 1}, "cut", "this file contains no levels");
-  report.Read("level table");
   report.Read("level", levels);
 }
 

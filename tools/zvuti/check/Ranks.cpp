@@ -6,6 +6,7 @@
 
 #include "check/Report.h"
 #include "check/TableTokens.h"
+#include "shared/Encoding.h"
 #include "shared/GbkText.h"
 #include "shared/Terminal.h"
 
@@ -22,6 +23,8 @@ bool LooksLikeEndWord(const std::string& name) {
 }  // namespace
 
 void CheckRanks(Report& report, const std::string& file, const std::string& bytes) {
+  report.Read("rank table");
+  if (!CheckForeign(report, file, bytes)) return;
   std::string_view text = bytes;
   if (HasUtf8Mark(text)) {
     report.Add({file, 1}, "encoding", "the UTF-8 byte order mark becomes part of the first rank's name");
@@ -76,7 +79,6 @@ void CheckRanks(Report& report, const std::string& file, const std::string& byte
         std::string("the table has no ") + kEndWord + " at its end: text added here would be read as ranks");
   }
   if (ranks == 0) report.Add({file, 1}, "cut", "this file contains no ranks");
-  report.Read("rank table");
   report.Read("rank", ranks);
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "shared/Encoding.h"
 #include "shared/Files.h"
 #include "shared/GbkText.h"
 
@@ -27,11 +28,15 @@ std::string Quoted(std::string_view gbk) {
   return quoted.append(gbk.size() > kMostQuoted ? "...\"" : "\"");
 }
 
-void CheckEncoding(Report& report, const std::string& file, std::string_view bytes) {
-  if (LooksLikeUtf8(bytes)) {
-    report.Add({file, 1}, "encoding", "this is UTF-8, but the library reads it as GBK");
-    return;
-  }
+bool CheckForeign(Report& report, const std::string& file, std::string_view bytes) {
+  const std::string foreign = ForeignEncoding(bytes);
+  if (foreign.empty()) return true;
+  report.Add({file, 1}, "encoding", "this file " + foreign);
+  return false;
+}
+
+bool CheckEncoding(Report& report, const std::string& file, std::string_view bytes) {
+  if (!CheckForeign(report, file, bytes)) return false;
   for (std::size_t line = 1; !bytes.empty(); ++line) {
     const std::size_t length = std::min(bytes.find('\n'), bytes.size());
     const std::string_view text = bytes.substr(0, length);
@@ -43,6 +48,7 @@ void CheckEncoding(Report& report, const std::string& file, std::string_view byt
     }
     bytes.remove_prefix(std::min(length + 1, bytes.size()));
   }
+  return true;
 }
 
 }  // namespace tool

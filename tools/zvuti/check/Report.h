@@ -61,8 +61,11 @@ inline constexpr Kind kKinds[] = {
 /// Converts GBK to UTF-8 in quotes, shortened if it is long.
 std::string Quoted(std::string_view gbk);
 
-/// Reports each line that is not GBK, or once that the whole file is UTF-8.
-void CheckEncoding(Report& report, const std::string& file, std::string_view bytes);
+/// Reports that the whole file is in another encoding, and returns false, or returns true.
+bool CheckForeign(Report& report, const std::string& file, std::string_view bytes);
+/// Reports each line that is not GBK. If the whole file is in another encoding, reports that once and returns
+/// false; nothing else in it needs to be reported.
+bool CheckEncoding(Report& report, const std::string& file, std::string_view bytes);
 
 // Each of these checks one file. `file` is its path, `bytes` its content.
 void CheckRanks(Report& report, const std::string& file, const std::string& bytes);

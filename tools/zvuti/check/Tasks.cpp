@@ -1,11 +1,13 @@
 #include <algorithm>
 #include <charconv>
 #include <map>
+#include <optional>
 #include <string_view>
 
 #include <ZvUtiLib/platform/CString.h>
 
 #include "check/Report.h"
+#include "shared/Encoding.h"
 #include "shared/GbkText.h"
 #include "shared/Terminal.h"
 
@@ -64,7 +66,6 @@ class TaskFile {
 
   void End() {
     if (sectionLine_ == 0) Add(0, "task", "there is no section [AutoTask], so no task has a name");
-    report_.Read("task file");
     report_.Read("task", keys_.size());
   }
 
@@ -99,11 +100,11 @@ class TaskFile {
 };
 
 // Returns the text as the library reads it: UTF-16 with a byte order mark becomes GBK, a UTF-8 mark is
-// dropped.
-std::string TextOf(Report& report, const std::string& file, const std::string& bytes) {
+// dropped. Returns nothing if it is in another encoding.
+std::optional<std::string> TextOf(Report& report, const std::string& file, const std::string& bytes) {
   if (bytes.compare(0, 2, "\xFF\xFE") == 0) {
     std::string utf8;
-    const bool isSound = FromNamed("UTF-16LE", std::string_view(bytes).substr(2), utf8);
+    const bool isSound = FromNamed("utf-16le", bytes, utf8);
     const std::size_t foreign = isSound ? FindForeign(utf8) : 0;
     if (foreign == utf8.npos) return ToGbk(utf8, file);
     report.Add(
@@ -111,20 +112,22 @@ std::string TextOf(Report& report, const std::string& file, const std::string& b
                        std::count(utf8.begin(), utf8.begin() + static_cast<std::ptrdiff_t>(foreign), '\n'))},
         "encoding",
         isSound ? NameOfFirst(std::string_view(utf8).substr(foreign)) + " is not in GBK" : "invalid UTF-16");
-    return {};
+    return std::string();
   }
   std::string text = HasUtf8Mark(bytes) ? bytes.substr(kUtf8Mark.size()) : bytes;
-  CheckEncoding(report, file, text);
+  if (!CheckEncoding(report, file, text)) return std::nullopt;
   return text;
 }
 
 }  // namespace
 
 void CheckTasks(Report& report, const std::string& file, const std::string& bytes) {
-  const std::string text = TextOf(report, file, bytes);
+  report.Read("task file");
+  const std::optional<std::string> text = TextOf(report, file, bytes);
+  if (!text) return;
   TaskFile tasks(report, file);
   std::size_t line = 1;
-  for (std::string_view rest = text; !rest.empty(); ++line) {
+  for (std::string_view rest = *text; !rest.empty(); ++line) {
     const std::size_t length = std::min(rest.find_first_of("\r\n"), rest.size());
     tasks.Take(rest.substr(0, length), line);
     const bool isPair = rest.substr(length, 2) == "\r\n";

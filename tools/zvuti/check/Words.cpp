@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "check/Report.h"
+#include "shared/Encoding.h"
 #include "shared/Files.h"
 #include "shared/GbkText.h"
 #include "shared/WordFile.h"
@@ -102,11 +103,8 @@ class WordCheck {
 }  // namespace
 
 void CheckWords(Report& report, const std::string& file, const std::string& bytes) {
-  const std::string_view all = bytes;
-  if (LooksLikeUtf8(HasUtf8Mark(all) ? all.substr(kUtf8Mark.size()) : all)) {
-    report.Add({file, 1}, "encoding",
-               "this is UTF-8, but the library reads it as GBK: only ASCII words will match");
-  }
+  report.Read("word list");
+  if (!CheckForeign(report, file, bytes)) return;
   const WordFile words = ParseWords(bytes);
   WordCheck check(report, file, words);
   for (const Word& word : words.words) check.CheckOne(word);
@@ -114,7 +112,6 @@ void CheckWords(Report& report, const std::string& file, const std::string& byte
     report.Add({file, words.endLine}, "cut", "the library stops reading here, at the byte 1A");
   }
   if (words.words.empty()) report.Add({file, 1}, "cut", "this file contains no words");
-  report.Read("word list");
   report.Read("word", words.words.size());
 }
 

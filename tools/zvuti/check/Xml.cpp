@@ -10,8 +10,10 @@
 #include <string_view>
 
 #include <ZvUtiLib/CUtiXmlParser.h>
+#include <ZvUtiLib/gbk/Conversion.h>
 
 #include "check/Report.h"
+#include "shared/Encoding.h"
 #include "shared/Files.h"
 #include "shared/GbkText.h"
 
@@ -52,22 +54,27 @@ bool IsGbkName(std::string name) {
 std::optional<std::string> InUtf8(const std::string& bytes, Place& place, std::string& message) {
   const std::string_view view = bytes;
   if (view.substr(0, 3) == kUtf8Mark) return bytes.substr(3);
-  const bool isLittle = view.substr(0, 2) == "\xFF\xFE";
-  const bool isBig = view.substr(0, 2) == "\xFE\xFF";
   std::string utf8;
-  if (isLittle || isBig) {
-    if (FromNamed(isLittle ? "UTF-16LE" : "UTF-16BE", view.substr(2), utf8)) return utf8;
+  if (view.substr(0, 2) == "\xFF\xFE" || view.substr(0, 2) == "\xFE\xFF") {
+    if (FromNamed("utf-16", view, utf8)) return utf8;
     message = "invalid UTF-16";
     return std::nullopt;
   }
   if (const std::size_t zero = view.substr(0, 2).find('\0'); zero != view.npos) {
+    const bool isText = FromNamed(zero == 1 ? "utf-16le" : "utf-16be", view, utf8);
+    if (isText && !DeclaredEncoding(utf8).empty()) return utf8;
     message = "UTF-16 without a byte order mark needs an encoding declaration";
-    const bool isText = FromNamed(zero == 1 ? "UTF-16LE" : "UTF-16BE", view, utf8);
-    return isText && !DeclaredEncoding(utf8).empty() ? std::optional(utf8) : std::nullopt;
+    return std::nullopt;
   }
   const std::string name = DeclaredEncoding(view);
-  if (name.empty() || name == "UTF-8" || name == "utf-8") return bytes;
+  if (name.empty() || name == "UTF-8" || name == "utf-8") {
+    if (zvuti::IsValidUtf8(view) || !zvuti::IsValidGbk(view)) return bytes;
+    message = std::string("this document is ") + (EncodingOf(view) == "big5" ? "probably Big5" : "GBK") +
+              (name.empty() ? ", but does not declare it" : ", but declares UTF-8");
+    return std::nullopt;
+  }
   if (IsGbkName(name)) {
+    if (LooksLikeUtf8(view)) message = "this document is UTF-8, but declares " + name;
     const std::size_t broken = FindBroken(view);
     if (broken == view.npos) return Shown(view);
     const std::string before = Shown(view.substr(0, broken));
@@ -141,6 +148,7 @@ void CheckXml(Report& report, const std::string& file, const std::string& bytes)
   const std::optional<std::string> utf8 = InUtf8(bytes, place, message);
   const bool isLoaded = CUtiXmlParser(file.c_str()).GetRootElement() != nullptr;
   if (isLoaded) {
+    if (!message.empty()) report.Add(place, "encoding", message);
     if (utf8) CheckCharacters(report, file, *utf8);
     return;
   }

@@ -1,12 +1,15 @@
 #include "shared/Files.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 
@@ -55,6 +58,51 @@ void WriteAll(const std::string& path, std::string_view bytes) {
   const bool isWritten = file && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
                          std::fclose(file.release()) == 0;
   if (!isWritten) throw Failure("cannot write " + path + ": " + std::strerror(errno));
+}
+
+void ReplaceFile(const std::string& path, std::string_view bytes) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (IsStandard(path) || (fs::exists(status) && !fs::is_regular_file(status))) return WriteAll(path, bytes);
+  const fs::path target = fs::exists(status) ? fs::canonical(path, error) : fs::path(path);
+  std::string beside = target.string() + ".XXXXXX";
+  const int descriptor = mkstemp(beside.data());
+  if (descriptor < 0) throw Failure("cannot write beside " + path + ": " + std::strerror(errno));
+  // A new file gets the mode that the shell's mask allows, as any other one.
+  const mode_t mask = umask(0);
+  umask(mask);
+  const mode_t mode = fs::exists(status) ? static_cast<mode_t>(status.permissions()) : 0666 & ~mask;
+  const bool isAllowed = fchmod(descriptor, mode) == 0;
+  close(descriptor);
+  try {
+    WriteAll(beside, bytes);
+    if (!isAllowed || std::rename(beside.c_str(), target.c_str()) != 0) {
+      throw Failure("cannot write " + path + ": " + std::strerror(errno));
+    }
+  } catch (const Failure&) {
+    std::remove(beside.c_str());
+    throw;
+  }
+}
+
+TemporaryFile::TemporaryFile(std::string_view bytes)
+    : path_((std::filesystem::temp_directory_path() / "zvuti.XXXXXX").string()) {
+  const int descriptor = mkstemp(path_.data());
+  if (descriptor < 0) throw Failure("cannot make a temporary file: " + std::string(std::strerror(errno)));
+  close(descriptor);
+  try {
+    WriteAll(path_, bytes);
+  } catch (const Failure&) {
+    std::remove(path_.c_str());
+    throw;
+  }
+}
+TemporaryFile::~TemporaryFile() { std::remove(path_.c_str()); }
+
+bool IsPipe(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::is_fifo(path, error);
 }
 
 std::string FromHex(std::string_view text, const std::string& what) {

@@ -14,6 +14,26 @@ std::string NameOf(const std::string& path);
 /// Writes a file, or to standard output if the path is "" or "-". Throws Failure.
 void WriteAll(const std::string& path, std::string_view bytes);
 
+/// Writes a file as a whole or not at all: on failure an old file stays as it was. Keeps its mode, and the
+/// link if it is one. A path that is "", "-", or neither missing nor a regular file, is written to as
+/// WriteAll does. Throws Failure.
+void ReplaceFile(const std::string& path, std::string_view bytes);
+
+/// A regular file with these bytes, which is deleted with the object. Throws Failure.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(std::string_view bytes);
+  ~TemporaryFile();
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+/// Returns true for a pipe, such as the one of <(command) in a shell.
+bool IsPipe(const std::string& path);
+
 /// Parses pairs of hexadecimal digits, which may have white space, "0x" and any of ",;:-" between them. On
 /// other text throws a Failure that names `what`, the source of the text, and the line.
 std::string FromHex(std::string_view text, const std::string& what);

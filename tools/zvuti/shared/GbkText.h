@@ -1,7 +1,6 @@
-// Converts between GBK, used in files, and UTF-8, used on the terminal. All conversions happen here.
+// Shows GBK text, which files hold, on the terminal, which is in UTF-8, and takes text from there.
 //
-// GBK means code page 936 including its private-use characters. About a hundred pairs to which later
-// standards assigned other characters are not text here; they are shown as bytes.
+// The library converts; here are the forms in which the terminal shows what is not text.
 #pragma once
 
 #include <cstddef>
@@ -22,21 +21,7 @@ std::size_t FindForeign(std::string_view utf8);
 /// text.
 std::string ToGbk(std::string_view utf8, const std::string& what);
 
-/// Returns true if the bytes are well-formed UTF-8.
-bool IsUtf8(std::string_view bytes);
-/// Returns true if the bytes are UTF-8 with at least one character of three or more bytes. GBK text almost
-/// never is.
-bool LooksLikeUtf8(std::string_view bytes);
-
-inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-/// Returns true if the bytes start with a UTF-8 byte order mark.
-bool HasUtf8Mark(std::string_view bytes);
-
 /// Names the first character of `utf8`: "U+1F600", or "the byte 0xFF" if it is not valid UTF-8.
 std::string NameOfFirst(std::string_view utf8);
-
-/// Converts bytes from a named encoding to UTF-8. Returns false if the encoding is unknown or the bytes are
-/// invalid in it.
-bool FromNamed(const std::string& encoding, std::string_view bytes, std::string& utf8);
 
 }  // namespace tool
