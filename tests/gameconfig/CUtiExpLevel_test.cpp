@@ -63,7 +63,8 @@ TEST(CUtiExpLevel, KeepsTheWholeRecordsBeforeOneThatCannotBeRead) {
     CUtiExpLevel table;
     EXPECT_EQ(table.LoadLevelConfig(folder.Write("level.txt", file)), 1) << file;
     Records records;
-    for (int place = 1; const std::int64_t exp = table.GetExpByLevel(place); ++place)
+    std::int64_t exp = 0;
+    for (int place = 1; (exp = table.GetExpByLevel(place)) != 0; ++place)
       records.emplace_back(table.GetLevelByExp(exp), exp);
     EXPECT_EQ(records, expected) << file;
   }
