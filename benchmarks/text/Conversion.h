@@ -38,8 +38,7 @@ void AddConversion(const std::string& way, const char* who, const Text& source, 
                    Convert convert, const char* name) {
   benchmark::RegisterBenchmark(Row(way + name, who).c_str(), [=](auto& state) {
     Measure(
-        state, [&] { return convert(source); },
-        [&](const auto& result) { return result == expected; });
+        state, [&] { return convert(source); }, [&](const auto& result) { return result == expected; });
   });
 }
 

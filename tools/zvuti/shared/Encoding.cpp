@@ -93,7 +93,7 @@ std::string EncodingOf(std::string_view bytes) {
   if (StartsWith(bytes, kLittleMark)) return "utf-16le";
   if (StartsWith(bytes, kBigMark)) return "utf-16be";
   if (LooksLikeUtf8(bytes) || (HasUtf8Mark(bytes) && zvuti::IsValidUtf8(bytes))) return "utf-8";
-  const std::string utf16 = Utf16WithoutMark(bytes);
+  std::string utf16 = Utf16WithoutMark(bytes);
   if (!utf16.empty()) return utf16;
   return LooksLikeBig5(bytes) ? "big5" : "gbk";
 }
