@@ -120,24 +120,24 @@ TEST(Formatter, AgreesWithTheSystemOnWhatBothKnow) {
     const std::string left = sometimes(4, "-"), sharp = sometimes(3, "#");
     const std::string width = sometimes(2, std::to_string(1 + random() % 30));
     const std::string precision = sometimes(2, std::to_string(random() % 25));
-    const std::string digits = width + sometimes(2, "." + precision);
-    const std::string flags = left + sometimes(4, "+") + sometimes(4, " ") + sometimes(2, "0");
+    const std::string digits = width + sometimes(2, std::string(".").append(precision));
+    const std::string flags =
+        std::string(left).append(sometimes(4, "+")).append(sometimes(4, " ")).append(sometimes(2, "0"));
+    const std::string plain = flags + digits, sharpened = sharp + plain, percent = "%" + plain;
     const std::uint64_t bits = random() >> (random() % 64);
     const auto number = static_cast<std::int64_t>(random() % 2 == 0 ? bits : ~bits);
     const double value = static_cast<double>(number) / 1024;
 
-    ExpectLikeTheSystem(flags + digits, "", "", "diu", static_cast<int>(number));
-    ExpectLikeTheSystem(sharp + flags + digits, "h", "h", "xXo", static_cast<int>(number));
-    ExpectLikeTheSystem(flags + digits, "l", "l", "diuxXo", static_cast<long>(number));
-    ExpectLikeTheSystem(flags + digits, "ll", zvuti::kSystemPrintf.longLong, "diuxXo",
-                        static_cast<long long>(number));
-    ExpectLikeTheSystem(sharp + flags + digits, "", "", "eEfgGaA", value);
+    ExpectLikeTheSystem(plain, "", "", "diu", static_cast<int>(number));
+    ExpectLikeTheSystem(sharpened, "h", "h", "xXo", static_cast<int>(number));
+    ExpectLikeTheSystem(plain, "l", "l", "diuxXo", static_cast<long>(number));
+    ExpectLikeTheSystem(plain, "ll", zvuti::kSystemPrintf.longLong, "diuxXo", static_cast<long long>(number));
+    ExpectLikeTheSystem(sharpened, "", "", "eEfgGaA", value);
     ExpectLikeTheSystem(left + digits, "", "", "s", std::to_string(bits).c_str());
     ExpectLikeTheSystem(left + width, "", "", "c", static_cast<int>('a' + bits % 26));
     ExpectLikeTheSystem(left + width, "", "", "p", static_cast<const void*>(&bits));
-    const std::string head = "%" + flags + digits;
-    ASSERT_EQ(Formatted((head + "Lf").c_str(), static_cast<long double>(value)),
-              Formatted((head + "f").c_str(), value));
+    ASSERT_EQ(Formatted((percent + "Lf").c_str(), static_cast<long double>(value)),
+              Formatted((percent + "f").c_str(), value));
   }
 }
 
