@@ -77,7 +77,7 @@ TEST(CString, BufferIsWrittenInPlace) {
   text.GetBuffer(1);
   text.ReleaseBuffer();
   EXPECT_EQ(text, "kept");
-  std::strcpy(text.GetBuffer(10), " a b\t\r\n");
+  std::memcpy(text.GetBuffer(10), " a b\t\r\n", 8);
   text.ReleaseBuffer();
   EXPECT_EQ(text.GetLength(), 7);
   EXPECT_EQ(text.Trim(), "a b");

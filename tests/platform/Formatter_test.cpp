@@ -104,10 +104,13 @@ template <class Value>
 void ExpectLikeTheSystem(const std::string& head, const char* prefix, const char* systemPrefix,
                          std::string_view letters, Value value) {
   for (const char letter : letters) {
-    const std::string end = std::string(1, letter) + ">%s", format = "<%" + head + prefix + end;
+    const std::string end = std::string(1, letter) + ">%s";
+    const auto format = [&](const char* before) {
+      return std::string("<%").append(head).append(before).append(end);
+    };
     char expected[2048];
-    zvuti::SystemPrintf(expected, sizeof expected, ("<%" + head + systemPrefix + end).c_str(), value, "end");
-    ASSERT_EQ(Formatted(format.c_str(), value, "end"), expected) << format;
+    zvuti::SystemPrintf(expected, sizeof expected, format(systemPrefix).c_str(), value, "end");
+    ASSERT_EQ(Formatted(format(prefix).c_str(), value, "end"), expected) << format(prefix);
   }
 }
 
