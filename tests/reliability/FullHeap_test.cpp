@@ -63,9 +63,10 @@ struct Row {
 
 template <class T>
 void RefuseRows(std::initializer_list<Row<T>> rows) {
-  for (const Row<T>& row : rows)
+  for (const Row<T>& row : rows) {
     test::RefuseEachOf<T>(row.what, row.promise, row.prepare, row.operate,
                           [](T& object) { return See(object); });
+  }
 }
 
 // An operation of which nothing is to be seen afterwards.
