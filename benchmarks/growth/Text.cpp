@@ -116,7 +116,7 @@ std::vector<Shape> TextShapes() {
        [](std::size_t n) { return LoadWords(RisingWords(n)); }},
       {"CUtiBlackList::Load/equal", kText, [](std::size_t n) { return LoadWords(Filled("AB\n", n)); }, 1500},
       {"CUtiBlackList::Load/half-characters", kText,
-       [](std::size_t n) { return LoadWords(Filled("A\xB0\nB\xB1\n", n)); }},
+       [](std::size_t n) { return LoadWords(Filled("A\xB0\nB\xB1\n", n)); }, 1500, 120},
       {"CUtiBlackList::Load/line-ends", kText, [](std::size_t n) { return LoadWords(std::string(n, '\n')); }},
       {"CUtiBlackList::ReplaceBlackWord/clean", kText,
        [](std::size_t n) { return Mask(Counting(2000, 6), Filled("hello, world ", n)); }},
@@ -132,12 +132,14 @@ std::vector<Shape> TextShapes() {
        [](std::size_t n) { return Mask("A\xB0\n\xB7\xE3\xD2\n", Filled("A\xB0\xB7\xE3\xD2", n)); }},
       {"CUtiBlackList::ReplaceBlackWord/half-words", kText,
        [](std::size_t n) { return Mask(HalfWords(20'000, "\n"), HalfWords(n, "")); }},
+      // Up to 200 words match at each character.
       {"CUtiBlackList::ReplaceBlackWord/rising-half-words", kText,
        [](std::size_t n) {
          std::string words;
          for (std::size_t i = 1; i < 200; ++i) words += Filled("\xB0\xA1", i * 2) + "\xB0\n";
          return Mask(words, Filled("\xB0\xA1", n));
-       }},
+       },
+       5000},
       {"GbkToUtf8/chinese", kText, [](std::size_t n) { return OnBytes(Chinese(n), zvuti::GbkToUtf8); }},
       {"GbkToUtf16/lone-leads", kText,
        [](std::size_t n) { return OnBytes(Filled("\x81 ", n), zvuti::GbkToUtf16); }},

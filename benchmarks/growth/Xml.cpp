@@ -75,7 +75,7 @@ std::vector<Shape> XmlShapes() {
       {"CUtiXmlParser/wide", kText, [](std::size_t n) { return Load(Wide(n)); }},
       {"CUtiXmlParser/file", kText, [](std::size_t n) { return LoadFile(Wide(n)); }},
       {"CUtiXmlParser/deep", 3000, [](std::size_t n) { return Load(Nested(n)); }},
-      {"CUtiXmlParser/unclosed", kText, [](std::size_t n) { return Load(Filled("<a>", n)); }},
+      {"CUtiXmlParser/unclosed", kText, [](std::size_t n) { return Load(Filled("<a>", n)); }, 900},
       {"CUtiXmlParser/one-text", kText,
        [](std::size_t n) { return Load("<a>" + std::string(n, 't') + "</a>"); }},
       {"CUtiXmlParser/gbk", kText,
