@@ -75,8 +75,8 @@ std::string MakeDocument(Below below) {
       text += "<" + name;
       for (unsigned left = below(3); left-- > 0;) {
         const std::string quote = rare(2) ? "'" : "\"", blank = rare(4) ? "\r\n" : "";
-        text +=
-            " " + blank + (rare(64) ? "xmlns" : pick(names)) + "=" + blank + quote + content(quote) + quote;
+        text.append(" ").append(blank).append(rare(64) ? "xmlns" : pick(names)).append("=").append(blank);
+        text.append(quote).append(content(quote)).append(quote);
       }
       text += kind == 2 ? "/>" : " >";
       if (kind < 2) open.insert(0, "</" + name + (rare(4) ? " >" : ">"));

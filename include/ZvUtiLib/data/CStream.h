@@ -31,8 +31,8 @@ class ZVUTILIB_API CStreamWriter : public CByteBuffer {
 
  protected:
   CStreamWriter() = default;
-  CStreamWriter(CStreamWriter&&) noexcept = default;
-  CStreamWriter& operator=(CStreamWriter&&) noexcept = default;
+  CStreamWriter(CStreamWriter&&) noexcept = default;             ///< see CByteBuffer
+  CStreamWriter& operator=(CStreamWriter&&) noexcept = default;  ///< see CByteBuffer
 };
 
 /// A stream: appends at the end and reads from the front. It can be moved, so functions return it, but not

@@ -13,18 +13,21 @@ struct LookUp {};
 
 namespace wire {
 
+/// The record that T is or extends, as Type; void if there is none.
 template <class T, class = void>
 struct RecordInside {
-  using Type = void;
+  using Type = void;  ///< none
 };
+/// The record that T is or extends, as Type.
 template <class T>
 struct RecordInside<T, std::void_t<decltype(RecordPart(std::declval<const T*>(), LookUp()))>> {
-  using Type = decltype(RecordPart(std::declval<const T*>(), LookUp()));
+  using Type = decltype(RecordPart(std::declval<const T*>(), LookUp()));  ///< the record
 };
 
 /// Converts to T, and not to what T extends, so it fits only operators for a T.
 template <class T>
 struct Only {
+  /// Only declared: for use in decltype.
   template <class U, std::enable_if_t<std::is_same_v<std::remove_const_t<U>, T>, int> = 0>
   operator U&() const;  // NOLINT(google-explicit-constructor)
 };
@@ -36,6 +39,7 @@ inline constexpr bool kReadsItself = false;
 template <class T>
 inline constexpr bool
     kReadsItself<T, std::void_t<decltype(std::declval<CStreamReader&>() >> std::declval<Only<T>>())>> = true;
+/// Whether an element has an operator of its own for writing.
 template <class T, class = void>
 inline constexpr bool kWritesItself = false;
 template <class T>

@@ -24,6 +24,7 @@ template <class Key, class Value, class Order, class Allocator>
 SizedMap<Key, Value, Order> ToSized(const std::map<Key, Value, Order, Allocator>& map) {
   return {map.begin(), map.end(), map.key_comp()};
 }
+/// The same for a set.
 template <class Key, class Order, class Allocator>
 SizedSet<Key, Order> ToSized(const std::set<Key, Order, Allocator>& set) {
   return {set.begin(), set.end(), set.key_comp()};
@@ -35,6 +36,7 @@ template <class Key, class Value, class Order, class Allocator>
 std::map<Key, Value, Order> ToStandard(const std::map<Key, Value, Order, Allocator>& map) {
   return {map.begin(), map.end(), map.key_comp()};
 }
+/// The same for a set.
 template <class Key, class Order, class Allocator>
 std::set<Key, Order> ToStandard(const std::set<Key, Order, Allocator>& set) {
   return {set.begin(), set.end(), set.key_comp()};

@@ -22,9 +22,9 @@ namespace zvuti {
 /// What a conversion gives. `Text` is std::string or std::u16string. Indexes count bytes, or units of UTF-16.
 template <class Text>
 struct Converted {
-  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);  ///< no place
 
-  Text text;
+  Text text;                      ///< the result
   std::size_t lostAt = kNone;     ///< in the source: the first place that `text` does not represent, or kNone
   std::size_t standInAt = 0;      ///< in `text`: what stands in its place
   std::size_t standInLength = 0;  ///< 0 if nothing was lost

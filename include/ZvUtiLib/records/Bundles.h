@@ -52,8 +52,10 @@ class ZVUTILIB_API CUtiBundleTable {
  public:
   CUtiBundleTable() = default;
   CUtiBundleTable(const CUtiBundleTable&) = default;
+  /// What was moved from is empty.
   CUtiBundleTable(CUtiBundleTable&&) noexcept = default;
   CUtiBundleTable& operator=(const CUtiBundleTable&) = default;
+  /// What was moved from is empty.
   CUtiBundleTable& operator=(CUtiBundleTable&&) noexcept = default;
   virtual ~CUtiBundleTable();
 

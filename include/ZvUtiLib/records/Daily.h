@@ -28,8 +28,10 @@ class ZVUTILIB_API CUtiCounterTable {
  public:
   CUtiCounterTable() = default;
   CUtiCounterTable(const CUtiCounterTable&) = default;
+  /// What was moved from is empty.
   CUtiCounterTable(CUtiCounterTable&&) noexcept = default;
   CUtiCounterTable& operator=(const CUtiCounterTable&) = default;
+  /// What was moved from is empty.
   CUtiCounterTable& operator=(CUtiCounterTable&&) noexcept = default;
   virtual ~CUtiCounterTable() = default;
 
@@ -77,8 +79,10 @@ class ZVUTILIB_API CUtiDailyState {
  public:
   CUtiDailyState() = default;
   CUtiDailyState(const CUtiDailyState&) = default;
+  /// What was moved from is empty.
   CUtiDailyState(CUtiDailyState&&) noexcept = default;
   CUtiDailyState& operator=(const CUtiDailyState&) = default;
+  /// What was moved from is empty.
   CUtiDailyState& operator=(CUtiDailyState&&) noexcept = default;
   virtual ~CUtiDailyState() = default;
   /// Writes the counters, the daily flags and the lasting flags, each as a map of 32-bit numbers. A derived

@@ -28,6 +28,7 @@ template <class R, std::enable_if_t<zvuti::kIsRecord<R>, int> = 0>
 bool operator==(const R& a, const R& b) {
   return zvuti::AreEqual(a, b);
 }
+/// The opposite of ==.
 template <class R, std::enable_if_t<zvuti::kIsRecord<R>, int> = 0>
 bool operator!=(const R& a, const R& b) {
   return !(a == b);

@@ -252,6 +252,7 @@ CStreamWriter& operator<<(CStreamWriter& out, const std::map<int, AmountEntry, O
   for (const auto& [key, entry] : amounts) out.Write(&entry, sizeof entry);
   return out;
 }
+/// Reads a map as << writes it.
 template <class Order, class Allocator>
 CStreamReader& operator>>(CStreamReader& in, std::map<int, AmountEntry, Order, Allocator>& amounts) {
   zvuti::wire::Cursor cursor(in);
