@@ -6,6 +6,7 @@
 #include <functional>
 #include <iterator>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -59,11 +60,17 @@ void ExpectLiteral(const RecordType& type, const std::string& bytes) {
   }
 }
 
+const RecordType& Listed(const std::string& name) {
+  const RecordType* const type = FindRecord(name);
+  if (!type) throw std::out_of_range(name + " is in no unit's list");
+  return *type;
+}
+
 TEST(AllRecords, AreReadAndWrittenFieldByField) {
   std::mt19937 random(1);
   for (const test::Golden& golden : test::GoldenRecords()) {
     if (golden.kind != "filled") continue;
-    const RecordType& type = *FindRecord(golden.record);
+    const RecordType& type = Listed(golden.record);
     const std::string bytes = golden.Bytes();
     ExpectLiteral(type, bytes + "tail");
     for (std::size_t length = 0; length <= bytes.size(); ++length)
@@ -76,7 +83,7 @@ TEST(AllRecords, AreReadAndWrittenFieldByField) {
 TEST(AllRecords, AreEqualIfTheirBytesAreButForReservedOnes) {
   for (const test::Golden& golden : test::GoldenRecords()) {
     if (golden.kind != "filled") continue;
-    const RecordType& type = *FindRecord(golden.record);
+    const RecordType& type = Listed(golden.record);
     const auto record = test::FilledRecord(type);
     for (const zvuti::DumpRow& row : test::Dumped(golden.record, golden.Bytes()).rows) {
       std::string bytes = golden.Bytes();
