@@ -23,7 +23,7 @@ TEST(AmountMap, ALaterEntryOfTheSameKeyReplacesTheEarlierOne) {
 
 TEST(AmountMap, APlainMapIsWrittenAndReadAlike) {
   std::map<int, AmountEntry> plain, back;
-  for (const int key : {3, -1, 3}) SetAmount(plain, key, 10 * key).Reserved[0] = 7;
+  for (const int key : {3, -1, 3}) SetAmount(plain, key, std::int64_t{10} * key).Reserved[0] = 7;
   const AmountMap amounts = zvuti::ToSized(plain);
   EXPECT_EQ(amounts.at(3).Key, 3);
   EXPECT_EQ(test::Written(plain), test::Written(amounts));
