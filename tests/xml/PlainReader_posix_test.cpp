@@ -10,8 +10,8 @@
 #include "gbk/CodePage936.h"
 #include "platform/com/Bstr.h"
 #include "platform/com/NodeText.h"
-#include "tests/support/RefuseEach.h"
 #include "tests/support/JoinedTexts.h"
+#include "tests/support/RefuseEach.h"
 #include "tests/support/TempFolder.h"
 #include "tests/xml/Documents.h"
 

@@ -112,8 +112,8 @@ struct IXMLDOMNode;
 
 /// The children of a node, in document order.
 struct ZVUTILIB_API IXMLDOMNodeList : IUnknown {
-  /// Stores the node at `index`, counted from 0; null with S_FALSE if it is out of range. Takes constant time;
-  /// only the first index out of order takes time in proportion to the length.
+  /// Stores the node at `index`, counted from 0; null with S_FALSE if it is out of range. Takes constant
+  /// time; only the first index out of order takes time in proportion to the length.
   virtual HRESULT get_item(long index, IXMLDOMNode** item) = 0;
   /// Stores the number of nodes.
   virtual HRESULT get_length(long* length) = 0;
