@@ -125,6 +125,9 @@ std::vector<Shape> DataShapes() {
        [](std::size_t n) { return Read<std::string>(std::string(2, '\xFF') + std::string(n, 'x')); }},
       {"CStreamReader::operator>>/texts", kKeys,
        [](std::size_t n) { return Read<std::vector<std::string>>(Texts(n)); }},
+      {"CStreamReader::operator>>/texts-in-sequences", kKeys,
+       [](std::size_t n) { return Read<std::vector<std::vector<std::string>>>(std::string(n, '\xFF')); },
+       35'000, 35'000},  // two bytes ask for 65,535 of them
       {"CTextString::append/bytes", kText, AppendOneByOne},
       {"CTextString::ReplaceAll/growing", kText,
        [](std::size_t n) {

@@ -5,6 +5,7 @@
 #include <ZvUtiLib/CUtiXmlParser.h>
 
 #include "benchmarks/growth/Growth.h"
+#include "tests/support/CollidingKeys.h"
 
 namespace growth {
 namespace {
@@ -97,6 +98,16 @@ std::vector<Shape> XmlShapes() {
        [](std::size_t n) {
          return Load("<a xmlns='" + std::string(n, 'u') + "'>" + Filled("<b c='1'/>", n) + "</a>");
        }},
+      {"CUtiXmlParser/prefixed-attributes", kText,
+       [](std::size_t n) {
+         return Load(Counted(n, "<a xmlns:p='" + std::string(n, 'u') + "'", " p:k", "=''", "/>"));
+       }},
+      {"CUtiXmlParser/colliding-names", 1000,
+       [](std::size_t n) {
+         std::string text = "<a>";
+         for (const std::string& key : test::CollidingKeys(n)) text += "<n" + key + "/>";
+         return Load(text + "</a>");
+       }},
       {"CUtiXmlParser/namespaces", kText,
        [](std::size_t n) { return Load(Counted(n, "<a", " xmlns:p", "='u'", "/>")); }},
       {"CUtiXmlParser/nested-namespaces", 2000,
@@ -131,6 +142,8 @@ std::vector<Shape> XmlShapes() {
        [](std::size_t n) { return Select(Nested(n), "//*//*//*//none"); }},
       {"CUtiXmlElement::IsHasChild/parents", 2000,
        [](std::size_t n) { return Select(Nested(n), "//a/..//a/../none"); }},
+      {"CUtiXmlElement::IsHasChild/nested-filters", 2000,
+       [](std::size_t n) { return Select(Nested(n), "//*[.//*[.//*[.//none]]]"); }},
       {"CUtiXmlElement::IsHasChild/filters", 500,
        [](std::size_t n) { return Select(Nested(n), "//a[" + Filled("a/", 62) + "b]"); }, 3000},
       {"CUtiXmlElement::IsHasChild/long-selection", kText,

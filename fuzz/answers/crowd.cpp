@@ -1,8 +1,12 @@
 // crowd SECONDS: eight threads ask everything, each on objects of its own, while the heap refuses at random.
+// Fails if an answer is wrong or a block of memory is kept.
+//
 // crowd log FOLDER NAME LINES: four threads write LINES lines each to the log in FOLDER; NAME is in each
-// line. crowd check FOLDER NAMES [LEAST]: fails unless all lines of these processes (A, B, ...) are whole and
-// in order, and at least LEAST of each thread are there. A line for which the disk had no room may be missing
-// or cut.
+// line.
+//
+// crowd check FOLDER NAMES [LEAST]: fails unless all lines of these processes (A, B, ...) are whole and in
+// order, and at least LEAST of each thread are there. A line for which the disk had no room may be missing or
+// cut.
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -84,15 +88,23 @@ struct Crowd {
   }
 };
 
-int RunCrowd(unsigned seconds) {
-  Crowd crowd;
-  const auto end = Clock::now() + std::chrono::seconds(seconds);
+void RunThreads(Crowd& crowd, std::chrono::milliseconds time) {
+  const auto end = Clock::now() + time;
   std::vector<std::thread> threads;
   for (unsigned i = 0; i < kThreads; ++i) threads.emplace_back([&crowd, i, end] { crowd.Run(i, end); });
   for (std::thread& thread : threads) thread.join();
-  std::printf("crowd: %lu questions by %u threads, %lu ended by the heap, %lu wrong answers\n",
-              crowd.asked.load(), kThreads, crowd.refused.load(), crowd.wrong.load());
-  return crowd.wrong == 0 && crowd.refused > 0 ? 0 : 1;
+}
+
+int RunCrowd(std::chrono::milliseconds time) {
+  Crowd crowd;
+  RunThreads(crowd, time / 4);  // fills what is kept on purpose
+  const std::int64_t blocks = test::LiveBlocksOfAllThreads();
+  RunThreads(crowd, time - time / 4);
+  const std::int64_t kept = test::LiveBlocksOfAllThreads() - blocks;
+  std::printf(
+      "crowd: %lu questions by %u threads, %lu ended by the heap, %lu wrong answers, %ld blocks kept\n",
+      crowd.asked.load(), kThreads, crowd.refused.load(), crowd.wrong.load(), static_cast<long>(kept));
+  return crowd.wrong == 0 && crowd.refused > 0 && kept == 0 ? 0 : 1;
 }
 
 // A line of a thread; its tail is of another length for each.
@@ -156,7 +168,7 @@ int main(int argc, char** argv) {
   if (command == "check" && argc >= 4)
     return CheckLog(argv[3], argc > 4 ? std::strtoul(argv[4], nullptr, 10) : 0);
   const unsigned long seconds = std::strtoul(command.c_str(), nullptr, 10);
-  if (argc == 2 && seconds > 0) return RunCrowd(static_cast<unsigned>(seconds));
+  if (argc == 2 && seconds > 0) return RunCrowd(std::chrono::seconds(seconds));
   std::fputs("usage: crowd SECONDS | crowd log FOLDER NAME LINES | crowd check FOLDER NAMES [LEAST]\n",
              stderr);
   return 2;

@@ -19,9 +19,12 @@ done
 for name in $(grep -oE 'fuzz targets? (`\w+`(, )?)+' "$page" | grep -oE '`\w+`' | tr -d '`' | sort -u); do
   [ -f "fuzz/targets/$name.cpp" ] || problem "the fuzz target $name does not exist"
 done
-# In each row of the table of promises, the last column names a test.
+for name in $(grep -oE '`\./run \w+`' "$page" | grep -oE '\w+`' | tr -d '`' | sort -u); do
+  grep -qE "^  $name( |\$)" run || problem "there is no ./run $name"
+done
+# In each row of the table of promises, the last column names a test or a command that tests.
 while IFS= read -r row; do
-  grep -qE '\| [^|]*`[A-Z]\w+\.[A-Z]\w+`[^|]*\|$' <<<"$row" || problem "this promise names no test: $row"
+  grep -qE '\| [^|]*`([A-Z]\w+\.[A-Z]\w+|\./run \w+)`[^|]*\|$' <<<"$row" || problem "this promise names no test: $row"
 done < <(sed -n '/^## Promises/,/^## What the caller/p' "$page" | grep '^|' | grep -vE '^\|(-|\s*(Promise|Class) )')
 
 [ "$problems" -eq 0 ] || exit 1

@@ -20,7 +20,4 @@ class ResourceLimits {
   rlimit time_{}, space_{};
 };
 
-/// The resident size of this process in bytes.
-std::size_t ResidentBytes();
-
 }  // namespace test

@@ -10,17 +10,12 @@ namespace test {
 
 namespace {
 
-struct Pages {
-  std::size_t mapped = 0, resident = 0;
-};
-
-Pages PagesNow() {
-  Pages pages;
-  std::ifstream("/proc/self/statm") >> pages.mapped >> pages.resident;
-  return pages;
+// The address space of the process in bytes.
+std::size_t MappedBytes() {
+  std::size_t pages = 0;
+  std::ifstream("/proc/self/statm") >> pages;
+  return pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
-
-std::size_t PageSize() { return static_cast<std::size_t>(sysconf(_SC_PAGESIZE)); }
 
 void Limit(int resource, const rlimit& before, rlim_t most) {
   const rlimit limit{std::min(most, before.rlim_max), before.rlim_max};
@@ -36,14 +31,12 @@ ResourceLimits::ResourceLimits(unsigned seconds, std::size_t bytes) {
   getrusage(RUSAGE_SELF, &used);
   const auto spent = static_cast<rlim_t>(used.ru_utime.tv_sec + used.ru_stime.tv_sec + 2);
   Limit(RLIMIT_CPU, time_, spent + seconds);
-  Limit(RLIMIT_AS, space_, PagesNow().mapped * PageSize() + bytes);
+  Limit(RLIMIT_AS, space_, MappedBytes() + bytes);
 }
 
 ResourceLimits::~ResourceLimits() {
   setrlimit(RLIMIT_CPU, &time_);
   setrlimit(RLIMIT_AS, &space_);
 }
-
-std::size_t ResidentBytes() { return PagesNow().resident * PageSize(); }
 
 }  // namespace test

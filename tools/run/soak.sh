@@ -8,11 +8,6 @@ soak() {
   need_windows_tools
   for kind in tsan asan; do
     build "linux-$kind"
-    say "Soak ($kind), $seconds seconds"
-    # ASan keeps freed blocks in a quarantine. A small one, so that the process visibly shrinks when memory is
-    # freed.
-    ASAN_OPTIONS=quarantine_size_mb=16 ZVUTILIB_SOAK_SECONDS=$seconds \
-      "build/linux-$kind/tests/zvutilib_tests" --gtest_brief=1 --gtest_filter='Soak.*'
     say "All classes, on a heap that refuses at random ($kind), $seconds seconds"
     "build/linux-$kind/fuzz/answers/zvutilib_crowd" "$seconds"
   done
