@@ -56,6 +56,7 @@ TEST(SizedMemory, ObjectsLiveInSizedBlocksAndGiveThemBack) {
   }
   delete[] new (std::nothrow) Probe[3];
   EXPECT_THROW(new (std::nothrow) Throwing, int);
+  EXPECT_THROW(new (std::nothrow) Throwing[2], int);
   { std::vector<std::int64_t, SizedAllocator<std::int64_t>> numbers(100, 1); }
   EXPECT_EQ(test::LiveBlocks(), live);
   EXPECT_THROW(SizedAllocator<std::int64_t>().allocate(0x2000'0001), std::bad_alloc);

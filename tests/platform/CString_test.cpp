@@ -38,6 +38,7 @@ TEST(CString, NullTextsAreEmptyAndNegativeCountsZero) {
   text = null;
   EXPECT_EQ(text.GetLength(), 0);
   EXPECT_EQ(CString("abc", 2) + CString("abc", -1) + CString('x', 3) + CString('x', -1), "abxxx");
+  EXPECT_EQ("a" + CString("b"), "ab");
 }
 
 TEST(CString, AssignsAppendsAndFormatsFromItself) {

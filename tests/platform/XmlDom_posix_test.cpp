@@ -36,8 +36,11 @@ CComPtr<IXMLDOMElement> RootOf(const char* text) {
 }
 
 bool Is(IUnknown& object, const IID& iid) {
-  void* found = nullptr;
-  if (object.QueryInterface(iid, &found) != S_OK) return false;
+  void* found = &object;
+  if (object.QueryInterface(iid, &found) != S_OK) {
+    EXPECT_EQ(found, nullptr);
+    return false;
+  }
   object.Release();
   return true;
 }

@@ -213,17 +213,28 @@ TEST(CUtiBlackList, QueriesAllocateNothingButTheResult) {
   EXPECT_EQ(heap.Tried(), 1);  // the result keeps its memory
 }
 
-TEST(CUtiBlackList, WordsThatOverlapThemselvesAreMaskedOnAFullHeap) {
+// Words that overlap themselves need a scratch array, and matches of many halves of characters need notes.
+TEST(CUtiBlackList, MasksAllWordsOnAFullHeap) {
   const test::TempFolder folder;
-  CUtiBlackList list;
-  list.Load(folder.Write("words", "AA\nBAA\nC").c_str());
-  const std::string text = "aaac baaa aaaa c", masked = "**a* ***a **** *";
-  CString result;
-  list.ReplaceBlackWord(masked.c_str(), result);
-  const test::HeapFaults faults(1, true);
-  list.ReplaceBlackWord(text.c_str(), result);
-  EXPECT_TRUE(faults.Refused());
-  EXPECT_STREQ(result.GetString(), masked.c_str());
+  struct Case {
+    std::string words, text, masked;
+  } overlapping{"AA\nBAA\nC", "aaac baaa aaaa c", "**a* ***a **** *"},
+      halves{"", std::string(26, 'a') + "\xB0\xA1 \x61\xB0\xA1", std::string(27, '*') + "\xA1 **\xA1"};  // 啊
+  for (std::size_t i = 1; i <= 26; ++i) halves.words += std::string(i, 'A') + "\xB0\n";
+  for (const Case& c : {overlapping, halves}) {
+    CUtiBlackList list;
+    list.Load(folder.Write("words", c.words).c_str());
+    CString result;
+    list.ReplaceBlackWord(c.masked.c_str(), result);
+    bool isRefused = false;
+    {
+      const test::HeapFaults faults(1, true);
+      list.ReplaceBlackWord(c.text.c_str(), result);
+      isRefused = faults.Refused();
+    }
+    EXPECT_TRUE(isRefused);
+    EXPECT_STREQ(result.GetString(), c.masked.c_str());
+  }
 }
 
 }  // namespace

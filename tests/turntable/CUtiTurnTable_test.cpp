@@ -188,12 +188,15 @@ TEST(CUtiTurnTable, AVetoShowsAndLeavesTheWrapToTheNextTick) {
 }
 
 TEST(CUtiTurnTable, SpeedsBeyondReasonDoNotHang) {
-  for (const double speed : {1e300, std::numeric_limits<double>::infinity()}) {
+  for (const double speed : {3e6, 1e300, std::numeric_limits<double>::infinity()}) {
     Wheel wheel;
     wheel.state = TurnStateEven;
     wheel.curSpeed = speed;
     EXPECT_EQ(wheel.Tick(3), 1);
     EXPECT_FALSE(wheel.curAngle > kTurn);
+    if (speed < 1e9) {
+      EXPECT_NEAR(wheel.curAngle, std::fmod(3 * speed, kTurn), 1e-6);
+    }
   }
 }
 
@@ -218,6 +221,9 @@ TEST(CUtiTurnTable, CopiesOwnTheirSlotsAndGoOnAlike) {
 TEST(CUtiTurnTable, HasNoSlotsBeforeInitialAndWhereItIsRefused) {
   Wheel idle, wheel, copy(idle);
   EXPECT_EQ(copy.TurnTable_End(0), 0);
+  EXPECT_EQ(idle.TurnTable_Initial(), 1);
+  idle.slotCount = 0;
+  EXPECT_EQ(Wheel(idle).slotRanges, nullptr);
   struct Stuck : Wheel {
     int TurnTable_Uninitial() override { return 0; }
   } stuck;
