@@ -122,12 +122,6 @@ bool LoadLongNamespace(std::size_t bytes) {
   return LoadXml(text + "</a>");
 }
 
-bool LoadManyNames(std::size_t count) {
-  std::string text = "<a>";
-  for (std::size_t i = 0; i < count; ++i) text += "<n" + std::to_string(i) + "/>";
-  return LoadXml(text + "</a>");
-}
-
 // Elements within each other, and a selection whose filter looks 32 steps deep from each of them.
 bool SelectDeepFilter(std::size_t depth) {
   std::string text;
@@ -155,7 +149,6 @@ constexpr struct {
     {"parse-colliding-keys", ParseCollidingKeys},
     {"parse-falling-keys", ParseFallingKeys},
     {"load-long-namespace", LoadLongNamespace},
-    {"load-many-names", LoadManyNames},
     {"select-deep-filter", SelectDeepFilter},
 };
 
