@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <string_view>
 #include <type_traits>
 
 #include "gbk/CodePage936.h"
+#include "gbk/Digits.h"
 #include "platform/FormatConversion.h"
 #include "platform/SystemPrintf.h"
 
@@ -211,9 +213,10 @@ class Writer {
   /// False where the number does not fit in whole.
   template <class Unsigned>
   bool Decimal(const FormatConversion& conversion, int width, int precision, char sign, Unsigned magnitude) {
-    std::int64_t digits = magnitude != 0 ? 1 : 0;
-    for (Unsigned rest = magnitude; rest >= 10; rest /= 10) ++digits;
-    digits = std::max<std::int64_t>(digits, precision < 0 ? 1 : precision);
+    char bytes[std::numeric_limits<Unsigned>::digits10 + 1];
+    const char* const number = magnitude != 0 ? WriteDigits(std::end(bytes), magnitude) : std::end(bytes);
+    const std::int64_t own = std::end(bytes) - number;
+    std::int64_t digits = std::max<std::int64_t>(own, precision < 0 ? 1 : precision);
     const std::int64_t signs = sign != '\0' ? 1 : 0;
     const bool isLeft = conversion.hasMinus || width < 0;
     const std::int64_t wanted = Magnitude(width);
@@ -223,12 +226,12 @@ class Writer {
     char* const begin = output_.Take(whole);
     if (!begin) return false;
 
-    char* const start = isLeft ? begin : begin + (whole - digits - signs);
-    char* const end = start + signs + digits;
-    for (char* at = begin; at < start; ++at) *at = ' ';
-    if (signs > 0) *start = sign;
-    for (char* at = end; at > start + signs; magnitude /= 10) *--at = static_cast<char>('0' + magnitude % 10);
-    for (char* at = end; at < begin + whole; ++at) *at = ' ';
+    const std::int64_t blanks = whole - digits - signs;
+    char* out = std::fill_n(begin, isLeft ? 0 : blanks, ' ');
+    out = std::fill_n(out, signs, sign);
+    out = std::fill_n(out, digits - own, '0');
+    out = std::copy(number, std::cend(bytes), out);
+    std::fill_n(out, isLeft ? blanks : 0, ' ');
     return true;
   }
 

@@ -1,14 +1,16 @@
 #include <ZvUtiLib/CUtiNumber.h>
 
 #include <algorithm>
-#include <charconv>
+#include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <limits>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
 
 #include "gbk/Ascii.h"
+#include "gbk/Digits.h"
 #include "platform/PointsInto.h"
 
 namespace {
@@ -166,9 +168,11 @@ int CUtiNumber::InsertSeparator(const char* text, CString& result) {
 }
 
 int CUtiNumber::InsertSeparator(std::int64_t value, CString& result) {
-  char digits[24];
-  const char* end = std::to_chars(std::begin(digits), std::end(digits), value).ptr;
-  SetGrouped(digits, static_cast<std::size_t>(end - digits), result);
+  const auto bits = static_cast<std::uint64_t>(value);
+  char bytes[1 + kMostDigits];
+  char* number = zvuti::WriteDigits(std::end(bytes), value < 0 ? std::uint64_t{0} - bits : bits);
+  if (value < 0) *--number = '-';
+  SetGrouped(number, static_cast<std::size_t>(std::end(bytes) - number), result);
   return 1;
 }
 

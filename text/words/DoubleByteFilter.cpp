@@ -6,17 +6,18 @@ namespace {
 // With more words the filter names positions too often to be worth its time.
 constexpr std::size_t kMostWords = std::size_t{1} << 15;
 
-// 4 KB to 64 KB, four bit rows a word in between.
-unsigned LogRowsFor(std::size_t words) {
-  unsigned log = 9;
-  while (log < 13 && std::size_t{1} << log < words * 4) ++log;
+// 4 KB to 64 KB, 32 bytes of bit rows a word in between.
+unsigned LogRowsFor(std::size_t words, std::size_t rowBytes) {
+  unsigned log = 12;  // of the bytes
+  while (log < 16 && std::size_t{1} << log < words * 32) ++log;
+  for (; rowBytes > 1; rowBytes /= 2) --log;
   return log;
 }
 
 }  // namespace
 
 DoubleByteFilter::DoubleByteFilter(std::size_t words)
-    : isUseful_(words <= kMostWords), rows_(isUseful_ ? LogRowsFor(words) : 1) {}
+    : isUseful_(words <= kMostWords), rows_(isUseful_ ? LogRowsFor(words, sizeof(Row)) : 1) {}
 
 void DoubleByteFilter::Add(std::string_view word) {
   const char* bytes = word.data();

@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <type_traits>
 
 #include "gbk/CodePage936.h"
 #include "text/words/BitRows.h"
@@ -51,7 +52,8 @@ class DoubleByteFilter {
   }
 
  private:
-  using Row = std::uint64_t;
+  // One register wide. With half the width come twice as many rows, so that as few words share a bit.
+  using Row = std::conditional_t<sizeof(void*) < 8, std::uint32_t, std::uint64_t>;
   using Rows = BitRows<Row>;
 
   static constexpr std::size_t kStep = 4;       // bytes of the two characters that one bit row answers for
