@@ -53,6 +53,19 @@ if(NOT WIN32)
     DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load/usr/${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
 endif()
 
+# The terms, and the notices of the libraries whose code is in what is installed, or in programs that link the static
+# variant: as Debian's packages of these libraries contain them.
+install(FILES ${PROJECT_SOURCE_DIR}/COPYING DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/ZvUtiLib COMPONENT Runtime)
+if(NOT WIN32)
+  foreach(notice libexpat1-dev:Development libcli11-dev:Tools nlohmann-json3-dev:Tools)
+    string(REPLACE ":" ";" notice ${notice})
+    list(GET notice 0 package)
+    list(GET notice 1 component)
+    install(FILES /usr/share/doc/${package}/copyright RENAME ${package}.txt OPTIONAL
+      DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/ZvUtiLib/notices COMPONENT ${component})
+  endforeach()
+endif()
+
 # Where another project builds us as well, that project has its own idea of uninstalling.
 if(PROJECT_IS_TOP_LEVEL)
   add_custom_target(uninstall COMMAND ${CMAKE_COMMAND} -P ${PROJECT_SOURCE_DIR}/cmake/Uninstall.cmake

@@ -32,6 +32,10 @@ places() { files "only/$1" | sed -E 's#^\./([^/]+/[^/.]+).*#\1#' | sort -u | tr 
 DESTDIR=$PWD/staged cmake --build "$build" --target uninstall >/dev/null
 [ "$(files staged)" = ./usr/lib/other ] || fail "after uninstalling there is still: $(files staged)"
 [ -z "$(find staged -iname '*zvuti*')" ] || fail "uninstalling leaves folders: $(find staged -iname '*zvuti*')"
+[ -f only/Runtime/share/doc/ZvUtiLib/COPYING ] || fail "Runtime does not install COPYING"
+for notice in Development/libexpat1-dev Tools/libcli11-dev Tools/nlohmann-json3-dev; do
+  [ -s "only/${notice%/*}/share/doc/ZvUtiLib/notices/${notice#*/}.txt" ] || fail "a notice is missing: $notice"
+done
 echo "components and uninstalling: $(files all | wc -l) files"
 
 # The static variant, with everything that it needs from the .pc file, alone and in a program without shared libraries.

@@ -26,10 +26,19 @@ zvutilib ($version-1) unstable; urgency=medium
 
  -- The ZvUtiLib maintainers <$maintainer>  $(date -uRd "@$seconds")
 TEXT
-{
+# copyright INCLUDED...: the terms, and those of the packages whose code is included.
+copyright() {
   printf 'Copyright %s the owner of ZvUtiLib\n\n' "$(date -ud "@$seconds" +%Y)"
   cat COPYING
-} >"$target/debian/copyright"
+  local package
+  for package in "$@"; do
+    printf '\nCode of %s is included, under these terms:\n\n' "$package"
+    cat "/usr/share/doc/$package/copyright"
+  done
+}
+copyright >"$target/debian/libzvutilib1.copyright"
+copyright >"$target/debian/libzvutilib-dev.copyright"
+copyright libcli11-dev nlohmann-json3-dev >"$target/debian/zvuti.copyright"
 
 for package in libzvutilib1 libzvutilib-dev zvuti; do
   {

@@ -28,7 +28,8 @@ package() {
   pack build/linux-release TGZ
   pack "$windows_build" ZIP
   rm -rf "$packages/_CPack_Packages"
-  make_debian_packages build/linux-release
+  # A release is built with Debian's flags; otherwise what is built already is packed, which takes seconds.
+  if [ -n "${ZVUTILIB_DEBIAN_FLAGS:-}" ]; then make_debian_packages; else make_debian_packages build/linux-release; fi
   ls -l "$packages"
 
   local unpacked=$PWD/build/unpacked

@@ -14,7 +14,7 @@ make_debian_packages() {
   (
     cd "$tree"
     export DEB_BUILD_OPTIONS=noautodbgsym
-    ${1:+export "ZVUTILIB_BUILT=$PWD/../../../$1"}
+    [ $# -eq 0 ] || export ZVUTILIB_BUILT="$PWD/../../../$1"
     dpkg-buildpackage -b -us -uc >../build.log 2>&1
   ) || { tail -20 "$log" >&2; fail "making the Debian packages failed; see $log"; }
   say "lintian"
