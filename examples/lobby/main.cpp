@@ -1,5 +1,7 @@
 // A day in the lobby: does what a client does at its start and on each of its screens, with the files in its
 // application folder, and prints a report.
+#include <ZvUtiLib/Version.h>
+
 #include <cstdio>
 #include <exception>
 #include <stdexcept>
@@ -12,7 +14,7 @@ int main(int argc, char**) {
     return 1;
   }
   try {
-    std::printf("Lobby program with ZvUtiLib 1.0.0.1\n");
+    std::printf("Lobby program with ZvUtiLib " ZVUTILIB_VERSION "\n");
     Report report;
     ShowStart(report);
     ShowSignIn(report);

@@ -18,6 +18,7 @@
 #include <ZvUtiLib/CUtiXmlParser.h>
 #include <ZvUtiLib/Export.h>
 #include <ZvUtiLib/GameCatalogue.h>
+#include <ZvUtiLib/Version.h>
 #include <ZvUtiLib/data/CByteBuffer.h>
 #include <ZvUtiLib/data/CStream.h>
 #include <ZvUtiLib/data/CStringDict.h>

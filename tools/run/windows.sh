@@ -25,13 +25,14 @@ check_windows_client() {
 }
 
 check_version_record() {
-  local record
+  local record version
+  version=$(library_version)
   record=$(i686-w64-mingw32-windres -J coff -i "$windows_build/ZvUtiLib.dll")
   while read -r line; do
     grep -qF "$line" <<<"$record" || fail "the version record of the DLL does not contain: $line"
-  done <<'TEXT'
-FILEVERSION 1, 0, 0, 1
-PRODUCTVERSION 1, 0, 0, 1
+  done <<TEXT
+FILEVERSION ${version//./, }
+PRODUCTVERSION ${version//./, }
 VALUE "FileDescription", "ZvUtiLib DLL"
 VALUE "ProductName", "ZvUtiLib Dynamic Link Library"
 VALUE "InternalName", "ZvUtiLib"
