@@ -18,14 +18,15 @@ package_of_kind() {
 }
 
 package() {
-  need dpkg-dev file unzip
+  need dpkg-dev file unzip binutils gdb-mingw-w64 gdb-mingw-w64-target
   need_windows_tools
   build linux-release
   build windows-i686
   rm -rf "$packages"
   say "Packing"
   pack build/linux-release DEB TGZ
-  pack "$windows_build" ZIP
+  pack_windows "$packages"
+  pack_selftest "$packages"
   rm -rf "$packages/_CPack_Packages"
   ls -l "$packages"
 
@@ -34,7 +35,8 @@ package() {
   mkdir -p "$unpacked"/{deb,tar,zip}
   dpkg-deb -x "$(package_of_kind .deb)" "$unpacked/deb"
   tar -xf "$(package_of_kind .tar.gz)" -C "$unpacked/tar" --strip-components=1
-  unzip -q "$(package_of_kind .zip)" -d "$unpacked/zip"
+  unzip -q "$(package_of_kind i686.zip)" -d "$unpacked/zip"
+  unzip -q "$(package_of_kind selftest.zip)" -d "$unpacked/selftest"
   say "Clients of the unpacked packages"
   tests/client/check.sh "$unpacked/deb/usr" "$PWD/build/client-deb"
   tests/client/check.sh "$unpacked/tar" "$PWD/build/client-tar"
@@ -42,5 +44,12 @@ package() {
   for prefix in deb/usr tar; do
     "$unpacked/$prefix/bin/zvuti" records --names >/dev/null || fail "the zvuti in $unpacked/$prefix does not run"
   done
-  check_windows_client "$(echo "$unpacked"/zip/*)" build/client-zip
+  say "How hard the library and zvuti are to exploit"
+  check_hardened_elf "$(find "$unpacked/tar" -name 'libZvUtiLib.so.*.*')"
+  check_hardened_elf "$unpacked/tar/bin/zvuti"
+  say "The package for Windows"
+  check_windows_package "$(echo "$unpacked"/zip/*)"
+  check_same_package
+  say "The self-test for a real Windows, under Wine"
+  check_selftest "$(echo "$unpacked"/selftest/*)"
 }
