@@ -7,15 +7,7 @@ install(TARGETS ${zvutilib_libraries} EXPORT ZvUtiLibTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
 if(MINGW)
-  # Exceptions and strings cross the boundary of the DLL, so the DLL and the host program share the compiler's
-  # runtime libraries. They are installed beside the program, stripped of debug symbols.
-  foreach(runtime libstdc++-6.dll libgcc_s_dw2-1.dll libwinpthread-1.dll)
-    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${runtime}
-      OUTPUT_VARIABLE runtime_file OUTPUT_STRIP_TRAILING_WHITESPACE)
-    execute_process(COMMAND ${CMAKE_STRIP} -o ${PROJECT_BINARY_DIR}/${runtime} ${runtime_file}
-      COMMAND_ERROR_IS_FATAL ANY)
-    install(PROGRAMS ${PROJECT_BINARY_DIR}/${runtime} DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime)
-  endforeach()
+  include(${CMAKE_CURRENT_LIST_DIR}/InstallWindows.cmake)
 endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ZvUtiLib DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
   COMPONENT Development FILES_MATCHING PATTERN "*.h")

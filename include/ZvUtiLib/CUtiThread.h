@@ -24,6 +24,9 @@
 ///
 /// It leaves the handles open; the base closes them. A run ends, and the wait returns, when the thread_local
 /// objects of its thread have been destroyed.
+///
+/// A program that loads and unloads the library itself should end all runs first. On Windows the library
+/// otherwise stays loaded until the last run has ended; on Linux a run that is still in progress crashes.
 class ZVUTILIB_API CUtiThread {
  public:
   /// No run and no handles.

@@ -1,11 +1,9 @@
 #include "platform/win32/KernelDoors.h"
 
+#include "platform/win32/MakeThread.h"
+
 namespace zvuti {
 namespace {
-
-HANDLE MakeThread(unsigned long(ZVUTILIB_CALLBACK* entry)(void*), void* argument) {
-  return ::CreateThread(nullptr, 0, entry, argument, 0, nullptr);
-}
 
 HANDLE MakeEvent(bool manualReset, bool signalled) {
   return ::CreateEventA(nullptr, manualReset ? 1 : 0, signalled ? 1 : 0, nullptr);

@@ -18,7 +18,7 @@ package_of_kind() {
 }
 
 package() {
-  need dpkg-dev file unzip debhelper lintian
+  need dpkg-dev file unzip debhelper lintian binutils gdb-mingw-w64 gdb-mingw-w64-target
   need_windows_tools
   build linux-release zvutilib_installed
   build windows-i686
@@ -26,7 +26,8 @@ package() {
   mkdir -p "$packages"
   say "Packing"
   pack build/linux-release TGZ
-  pack "$windows_build" ZIP
+  pack_windows "$packages"
+  pack_selftest "$packages"
   rm -rf "$packages/_CPack_Packages"
   # A release is built with Debian's flags; otherwise what is built already is packed, which takes seconds.
   if [ -n "${ZVUTILIB_DEBIAN_FLAGS:-}" ]; then make_debian_packages; else make_debian_packages build/linux-release; fi
@@ -36,12 +37,20 @@ package() {
   rm -rf "$unpacked"
   mkdir -p "$unpacked"/{tar,zip}
   tar -xf "$(package_of_kind .tar.gz)" -C "$unpacked/tar" --strip-components=1
-  unzip -q "$(package_of_kind .zip)" -d "$unpacked/zip"
+  unzip -q "$(package_of_kind i686.zip)" -d "$unpacked/zip"
+  unzip -q "$(package_of_kind selftest.zip)" -d "$unpacked/selftest"
   say "Clients of the unpacked packages"
   tests/client/check.sh "$unpacked/tar" "$PWD/build/client-tar"
   "$unpacked/tar/bin/zvuti" records --names >/dev/null || fail "the zvuti in $unpacked/tar does not run"
-  check_windows_client "$(echo "$unpacked"/zip/*)" build/client-zip
   check_debian_packages
   say "CMake and pkg-config, as strangers use them"
   tests/package/cmake.sh build/linux-release build/package-cmake
+  say "How hard the library and zvuti are to exploit"
+  check_hardened_elf "$(find "$unpacked/tar" -name 'libZvUtiLib.so.*.*')"
+  check_hardened_elf "$unpacked/tar/bin/zvuti"
+  say "The package for Windows"
+  check_windows_package "$(echo "$unpacked"/zip/*)"
+  check_same_package
+  say "The self-test for a real Windows, under Wine"
+  check_selftest "$(echo "$unpacked"/selftest/*)"
 }

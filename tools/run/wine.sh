@@ -9,11 +9,15 @@ wine_root=$PWD/build/wine-i386
 # China Standard Time, the time zone of the players, so that results that depend on the date are the same everywhere.
 wine_zone=CST-8
 
-# in_wine_root FOLDER COMMAND...: runs COMMAND in the root, with FOLDER mounted as /app.
-in_wine_root() {
+# beside_wine_root FOLDER COMMAND...: runs COMMAND on this machine, with FOLDER mounted as /app of the root, so that the
+# command can enter it with wine_chroot.sh as often as it likes.
+beside_wine_root() {
   TZ=$wine_zone unshare --mount --pid --fork --kill-child --mount-proc="$wine_root/proc" \
     tools/run/wine_namespace.sh "$wine_root" "$@" </dev/null
 }
+
+# in_wine_root FOLDER COMMAND...: runs COMMAND in the root, with FOLDER mounted as /app.
+in_wine_root() { beside_wine_root "$1" tools/run/wine_chroot.sh "$wine_root" "${@:2}"; }
 
 # in_wine FOLDER PROGRAM ARGUMENTS...: runs a Windows program from FOLDER, which is also its current folder.
 in_wine() { in_wine_root "$1" /usr/lib/wine/wine "${@:2}"; }

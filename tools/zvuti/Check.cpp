@@ -15,6 +15,7 @@
 #include "Commands.h"
 #include "check/Report.h"
 #include "shared/Files.h"
+#include "shared/HostFiles.h"
 #include "shared/Terminal.h"
 
 namespace tool {
@@ -41,14 +42,14 @@ std::vector<fs::path> EntriesOf(const fs::path& folder) {
   std::error_code error;
   for (fs::directory_iterator it(folder, error), end; !error && it != end; it.increment(error))
     entries.push_back(it->path());
-  if (error) throw Failure("cannot read " + folder.string() + ": " + error.message());
+  if (error) throw Failure("cannot read " + TextOf(folder) + ": " + error.message());
   std::sort(entries.begin(), entries.end());
   return entries;
 }
 
 void CheckOne(Report& report, const std::string& file, CheckFile check) {
   std::error_code error;
-  const fs::file_status status = fs::status(file, error);
+  const fs::file_status status = fs::status(PathOf(file), error);
   if (fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status)) {
     // Reading a pipe would wait, and a device may never end.
     report.Add({file}, "unreadable", "this is a pipe or a device; the library reads only regular files");
@@ -73,10 +74,10 @@ class AppFolder {
   }
 
   void Check() {
-    const fs::path root(options_.folder);
+    const fs::path root = PathOf(options_.folder);
     for (const fs::path& entry : EntriesOf(root)) {
       if (!fs::is_directory(entry)) continue;
-      const std::string name = entry.filename().string();
+      const std::string name = TextOf(entry.filename());
       if (games_.count(name) != 0) {
         CheckGame(entry);
       } else {
@@ -84,12 +85,19 @@ class AppFolder {
       }
     }
     if (options_.words.empty() && fs::exists(root / "words.txt"))
-      CheckOne(report_, (root / "words.txt").string(), CheckWords);
-    for (const std::string& words : options_.words) CheckOne(report_, (root / words).string(), CheckWords);
+      CheckOne(report_, Named(root / "words.txt"), CheckWords);
+    for (const std::string& words : options_.words)
+      CheckOne(report_, Named(root / PathOf(words)), CheckWords);
     CheckDocuments(root);
   }
 
  private:
+  // The name of a file in findings. On Windows it has the separators that the user wrote.
+  std::string Named(const fs::path& path) const {
+    const bool isNative = options_.folder.find('\\') != std::string::npos;
+    return isNative ? TextOf(path) : TextOf(path.generic_string<fs::path::value_type>());
+  }
+
   std::map<std::string, CheckFile> GameFiles() const {
     return {{"Rank.ini", CheckRanks}, {options_.levels, CheckLevels}, {"Task.ini", CheckTasks}};
   }
@@ -98,18 +106,19 @@ class AppFolder {
     report_.Read("game");
     const std::vector<fs::path> entries = EntriesOf(folder);
     for (const auto& [name, check] : GameFiles()) {
-      if (fs::exists(folder / name)) {
-        CheckOne(report_, (folder / name).string(), check);
+      const fs::path path = folder / PathOf(name);
+      if (fs::exists(path)) {
+        CheckOne(report_, Named(path), check);
         continue;
       }
       const auto near = std::find_if(entries.begin(), entries.end(), [&wanted = name](const fs::path& entry) {
-        return IsSameButCase(entry.filename().string(), wanted);
+        return IsSameButCase(TextOf(entry.filename()), wanted);
       });
       if (near != entries.end()) {
-        report_.Add({near->string()}, "stray",
+        report_.Add({Named(*near)}, "stray",
                     "the library looks for " + name + "; on Linux it does not find this file");
       } else {
-        report_.Add({folder.string()}, "missing",
+        report_.Add({Named(folder)}, "missing",
                     "there is no " + name + "; the library acts as if it were empty");
       }
     }
@@ -119,13 +128,13 @@ class AppFolder {
     const auto near = std::find_if(games_.begin(), games_.end(),
                                    [&](const std::string& game) { return IsSameButCase(game, name); });
     if (near != games_.end()) {
-      report_.Add({folder.string()}, "stray",
+      report_.Add({Named(folder)}, "stray",
                   "the library looks for " + *near + "; on Linux it does not find this folder");
       return;
     }
     for (const auto& [file, check] : GameFiles()) {
-      if (!fs::exists(folder / file)) continue;
-      report_.Add({folder.string()}, "stray",
+      if (!fs::exists(folder / PathOf(file))) continue;
+      report_.Add({Named(folder)}, "stray",
                   "no game has this code name, so the library never reads this folder");
       return;
     }
@@ -136,8 +145,8 @@ class AppFolder {
     std::error_code error;
     for (fs::recursive_directory_iterator it(root, fs::directory_options::skip_permission_denied, error), end;
          !error && it != end; it.increment(error)) {
-      if (it->is_regular_file() && IsSameButCase(it->path().extension().string(), ".xml"))
-        documents.push_back(it->path().string());
+      if (it->is_regular_file() && IsSameButCase(TextOf(it->path().extension()), ".xml"))
+        documents.push_back(Named(it->path()));
     }
     std::sort(documents.begin(), documents.end());
     for (const std::string& document : documents) CheckOne(report_, document, CheckXml);
@@ -167,7 +176,7 @@ std::string SummaryOf(const Report& report) {
 }
 
 int Check(const Options& options) {
-  if (!fs::is_directory(options.folder)) throw Failure("there is no folder " + options.folder);
+  if (!fs::is_directory(PathOf(options.folder))) throw Failure("there is no folder " + options.folder);
   Report report;
   AppFolder(options, report).Check();
   std::vector<Finding> findings;

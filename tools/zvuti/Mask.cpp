@@ -112,17 +112,11 @@ bool IsForeign(const std::string& name, const std::string& problem) {
   return !problem.empty();
 }
 
-// A pipe can be read once, and the library reads only regular files.
-int Load(CUtiBlackList& list, const std::string& path, std::string_view bytes) {
-  if (!IsPipe(path)) return list.Load(path.c_str());
-  const TemporaryFile copy(bytes);
-  return list.Load(copy.Path().c_str());
-}
-
 int Mask(const Options& options) {
   const std::string bytes = ReadAll(options.words);  // its failure gives the reason; the library's does not
   CUtiBlackList list;
-  if (Load(list, options.words, bytes) == 0) throw Failure(options.words + " is not a regular file");
+  if (list.Load(LibraryFile(options.words, bytes).Path()) == 0)
+    throw Failure(options.words + " is not a regular file");
   bool isForeign = IsForeign(options.words, ForeignEncoding(bytes));
   const std::string text = ReadText(options);
   if (!isForeign && HasUtf8Mark(bytes)) {

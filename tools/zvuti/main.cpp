@@ -73,7 +73,7 @@ int Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  std::ios_base::sync_with_stdio(false);
+  tool::StartTerminal(argc, argv);
   int exitCode = tool::kUsage;
   try {
     exitCode = Run(argc, argv);

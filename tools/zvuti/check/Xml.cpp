@@ -1,10 +1,6 @@
-// Checks that the library loads an XML document. If it does not, Expat, its XML parser, reads the same text
-// to find the reason and the position.
-#include <expat.h>
-
+// Checks that the library loads an XML document. If it does not, the parser that it uses on this system reads
+// the document again, to find the reason and the position.
 #include <algorithm>
-#include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,26 +9,13 @@
 #include <ZvUtiLib/gbk/Conversion.h>
 
 #include "check/Report.h"
+#include "check/XmlReason.h"
 #include "shared/Encoding.h"
 #include "shared/Files.h"
 #include "shared/GbkText.h"
 
 namespace tool {
 namespace {
-
-std::size_t LineAt(std::string_view text, std::size_t at) {
-  return 1 + static_cast<std::size_t>(
-                 std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
-}
-
-// The column in characters, counted from 1. Continuation bytes of UTF-8 do not count.
-std::size_t ColumnAt(std::string_view utf8, std::size_t at) {
-  const std::size_t lineEnd = utf8.substr(0, at).rfind('\n');
-  const std::size_t begin = lineEnd == utf8.npos ? 0 : lineEnd + 1;
-  const auto line = utf8.substr(begin, at - begin);
-  return 1 + static_cast<std::size_t>(
-                 std::count_if(line.begin(), line.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
-}
 
 std::string DeclaredEncoding(std::string_view bytes) {
   if (bytes.substr(0, 5) != "<?xml") return {};
@@ -88,43 +71,6 @@ std::optional<std::string> InUtf8(const std::string& bytes, Place& place, std::s
   return std::nullopt;
 }
 
-// Counts the attributes declared for each element type, and stops the parser when there are more than the
-// library allows: Expat compares each declaration with all earlier ones.
-struct Declarations {
-  static constexpr int kMost = 256;
-  static void Count(void* data, const char* element, const char*, const char*, const char*, int) {
-    auto& self = *static_cast<Declarations*>(data);
-    if (++self.counts[element] <= kMost) return;
-    self.isBeyond = true;
-    XML_StopParser(self.parser, XML_FALSE);
-  }
-  XML_Parser parser;
-  std::map<std::string, int> counts;
-  bool isBeyond = false;
-};
-
-void ExplainRefusal(const std::string& utf8, Place& place, std::string& message) {
-  const std::unique_ptr<XML_ParserStruct, void (*)(XML_Parser)> parser(XML_ParserCreate("UTF-8"),
-                                                                       XML_ParserFree);
-  Declarations declarations{parser.get(), {}};
-  XML_SetUserData(parser.get(), &declarations);
-  XML_SetAttlistDeclHandler(parser.get(), Declarations::Count);
-  if (utf8.size() > 0x7FFFFFFF ||
-      XML_Parse(parser.get(), utf8.data(), static_cast<int>(utf8.size()), 1) != XML_STATUS_ERROR) {
-    message =
-        "the library refuses the document, although it is well-formed: a namespace prefix or an entity in an "
-        "attribute is not declared, or its entities expand beyond the library's limit";
-    return;
-  }
-  const auto at = std::min(
-      static_cast<std::size_t>(std::max<XML_Index>(0, XML_GetCurrentByteIndex(parser.get()))), utf8.size());
-  place.line = LineAt(utf8, at);
-  place.column = ColumnAt(utf8, at);
-  message = declarations.isBeyond
-                ? "more attributes are declared for one element type than the library allows"
-                : XML_ErrorString(XML_GetErrorCode(parser.get()));
-}
-
 // The library converts all texts to GBK. Reports characters that are not in it, at most one per line.
 void CheckCharacters(Report& report, const std::string& file, std::string_view utf8) {
   for (std::string_view rest = utf8; !rest.empty();) {
@@ -141,18 +87,34 @@ void CheckCharacters(Report& report, const std::string& file, std::string_view u
 
 }  // namespace
 
+std::size_t LineAt(std::string_view text, std::size_t at) {
+  return 1 + static_cast<std::size_t>(
+                 std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
+}
+
+// Continuation bytes of UTF-8 do not count.
+std::size_t ColumnAt(std::string_view utf8, std::size_t at) {
+  const std::size_t lineEnd = utf8.substr(0, at).rfind('\n');
+  const std::size_t begin = lineEnd == utf8.npos ? 0 : lineEnd + 1;
+  const auto line = utf8.substr(begin, at - begin);
+  return 1 + static_cast<std::size_t>(
+                 std::count_if(line.begin(), line.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
+}
+
 void CheckXml(Report& report, const std::string& file, const std::string& bytes) {
   report.Read("XML document");
   Place place{file, 1, 1};
   std::string message;
   const std::optional<std::string> utf8 = InUtf8(bytes, place, message);
-  const bool isLoaded = CUtiXmlParser(file.c_str()).GetRootElement() != nullptr;
+  PrepareForXml();
+  const LibraryFile library(file, bytes);
+  const bool isLoaded = CUtiXmlParser(library.Path()).GetRootElement() != nullptr;
   if (isLoaded) {
     if (!message.empty()) report.Add(place, "encoding", message);
     if (utf8) CheckCharacters(report, file, *utf8);
     return;
   }
-  if (utf8) ExplainRefusal(*utf8, place, message);
+  if (utf8) ExplainRefusal(file, *utf8, place, message);
   report.Add(place, "xml", message);
 }
 

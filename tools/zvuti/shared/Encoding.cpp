@@ -1,11 +1,9 @@
 #include "shared/Encoding.h"
 
-#include <iconv.h>
 #include <strings.h>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 
 #include <ZvUtiLib/gbk/Conversion.h>
 
@@ -61,24 +59,6 @@ std::string FromUtf16(std::string_view bytes, std::size_t highByte, bool& isWhol
   return std::move(converted.text);
 }
 
-// Encodings that the library does not know, such as Big5, are left to the system.
-bool FromForeign(const char* encoding, std::string_view bytes, std::string& utf8) {
-  const iconv_t converter = iconv_open("UTF-8", encoding);
-  if (converter == reinterpret_cast<iconv_t>(-1)) return false;
-  char* from = const_cast<char*>(bytes.data());  // iconv takes char* but does not write to it
-  std::size_t left = bytes.size();
-  bool isSound = true;
-  while (isSound && left > 0) {
-    std::array<char, 4096> buffer;
-    char* to = buffer.data();
-    std::size_t room = buffer.size();
-    isSound = iconv(converter, &from, &left, &to, &room) != static_cast<std::size_t>(-1) || errno == E2BIG;
-    utf8.append(buffer.data(), to);
-  }
-  iconv_close(converter);
-  return isSound;
-}
-
 }  // namespace
 
 bool HasUtf8Mark(std::string_view bytes) { return StartsWith(bytes, kUtf8Mark); }
@@ -121,7 +101,7 @@ bool FromNamed(const std::string& encoding, std::string_view bytes, std::string&
     utf8 = FromUtf16(bytes.substr(isMarked ? 2 : 0), isBig ? 0 : 1, isWhole);
     return isWhole;
   }
-  return FromForeign(encoding.c_str(), bytes, utf8);
+  return FromForeign(encoding, bytes, utf8);
 }
 
 }  // namespace tool

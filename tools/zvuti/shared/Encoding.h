@@ -25,5 +25,7 @@ std::string ForeignEncoding(std::string_view bytes);
 /// Converts bytes from an encoding, other than GBK, to UTF-8, without byte order mark. Returns false if the
 /// encoding is unknown or the bytes are invalid in it.
 bool FromNamed(const std::string& encoding, std::string_view bytes, std::string& utf8);
+/// The same for encodings that the library does not know, such as Big5: the host system converts them.
+bool FromForeign(const std::string& encoding, std::string_view bytes, std::string& utf8);
 
 }  // namespace tool

@@ -1,18 +1,15 @@
 #include "shared/Files.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <iostream>
 #include <memory>
 
+#include "shared/HostFiles.h"
 #include "shared/Terminal.h"
 
 namespace tool {
@@ -33,11 +30,14 @@ int DigitOf(char c) {
 std::string NameOf(const std::string& path) { return IsStandard(path) ? "standard input" : path; }
 
 std::string ReadAll(const std::string& path) {
-  struct stat status {};
-  if (!IsStandard(path) && stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
+  std::error_code error;
+  if (!IsStandard(path) && std::filesystem::is_directory(PathOf(path), error)) {
     throw Failure("cannot read " + path + ": it is a folder");
   }
-  const File file(IsStandard(path) ? stdin : std::fopen(path.c_str(), "rb"),
+  if (IsStandard(path)) {
+    if (std::optional<std::string> typed = ReadTyped()) return std::move(*typed);
+  }
+  const File file(IsStandard(path) ? stdin : OpenFile(path, "rb"),
                   IsStandard(path) ? [](std::FILE*) { return 0; } : std::fclose);
   if (!file) throw Failure("cannot read " + path + ": " + std::strerror(errno));
   std::string bytes;
@@ -51,10 +51,10 @@ std::string ReadAll(const std::string& path) {
 
 void WriteAll(const std::string& path, std::string_view bytes) {
   if (IsStandard(path)) {
-    std::cout.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    PrintBytes(bytes);
     return;
   }
-  File file(std::fopen(path.c_str(), "wb"), std::fclose);
+  File file(OpenFile(path, "wb"), std::fclose);
   const bool isWritten = file && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
                          std::fclose(file.release()) == 0;
   if (!isWritten) throw Failure("cannot write " + path + ": " + std::strerror(errno));
@@ -63,46 +63,46 @@ void WriteAll(const std::string& path, std::string_view bytes) {
 void ReplaceFile(const std::string& path, std::string_view bytes) {
   namespace fs = std::filesystem;
   std::error_code error;
-  const fs::file_status status = fs::status(path, error);
+  const fs::file_status status = fs::status(PathOf(path), error);
   if (IsStandard(path) || (fs::exists(status) && !fs::is_regular_file(status))) return WriteAll(path, bytes);
-  const fs::path target = fs::exists(status) ? fs::canonical(path, error) : fs::path(path);
-  std::string beside = target.string() + ".XXXXXX";
-  const int descriptor = mkstemp(beside.data());
-  if (descriptor < 0) throw Failure("cannot write beside " + path + ": " + std::strerror(errno));
-  // A new file gets the mode that the shell's mask allows, as any other one.
-  const mode_t mask = umask(0);
-  umask(mask);
-  const mode_t mode = fs::exists(status) ? static_cast<mode_t>(status.permissions()) : 0666 & ~mask;
-  const bool isAllowed = fchmod(descriptor, mode) == 0;
-  close(descriptor);
+  const std::string target = fs::exists(status) ? TextOf(fs::canonical(PathOf(path), error)) : path;
+  const std::string beside = MakeFile(target + ".");
+  if (beside.empty()) throw Failure("cannot write beside " + path + ": " + std::strerror(errno));
   try {
     WriteAll(beside, bytes);
-    if (!isAllowed || std::rename(beside.c_str(), target.c_str()) != 0) {
-      throw Failure("cannot write " + path + ": " + std::strerror(errno));
-    }
+    if (!PutInPlace(beside, target)) throw Failure("cannot write " + path + ": " + std::strerror(errno));
   } catch (const Failure&) {
-    std::remove(beside.c_str());
+    fs::remove(PathOf(beside), error);
     throw;
   }
 }
 
 TemporaryFile::TemporaryFile(std::string_view bytes)
-    : path_((std::filesystem::temp_directory_path() / "zvuti.XXXXXX").string()) {
-  const int descriptor = mkstemp(path_.data());
-  if (descriptor < 0) throw Failure("cannot make a temporary file: " + std::string(std::strerror(errno)));
-  close(descriptor);
+    : path_(MakeFile(TextOf(std::filesystem::temp_directory_path() / "zvuti."))) {
+  if (path_.empty()) throw Failure("cannot make a temporary file: " + std::string(std::strerror(errno)));
   try {
     WriteAll(path_, bytes);
   } catch (const Failure&) {
-    std::remove(path_.c_str());
+    Remove();
     throw;
   }
 }
-TemporaryFile::~TemporaryFile() { std::remove(path_.c_str()); }
-
-bool IsPipe(const std::string& path) {
+TemporaryFile::~TemporaryFile() { Remove(); }
+void TemporaryFile::Remove() const {
   std::error_code error;
-  return std::filesystem::is_fifo(path, error);
+  std::filesystem::remove(PathOf(path_), error);
+}
+
+LibraryFile::LibraryFile(const std::string& path, std::string_view bytes) {
+  std::error_code error;
+  std::optional<std::string> own = PathForLibrary(path);
+  if (!own || std::filesystem::is_fifo(PathOf(path), error)) {
+    copy_.emplace(bytes);
+    own = PathForLibrary(copy_->Path());
+    if (!own)
+      throw Failure("the library cannot open a file in the folder of temporary files, " + copy_->Path());
+  }
+  path_ = *own;
 }
 
 std::string FromHex(std::string_view text, const std::string& what) {

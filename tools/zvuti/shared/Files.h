@@ -1,6 +1,7 @@
 // Input and output: files, standard input and output, bytes as hexadecimal text.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -29,10 +30,22 @@ class TemporaryFile {
   const std::string& Path() const { return path_; }
 
  private:
+  void Remove() const;
   std::string path_;
 };
-/// Returns true for a pipe, such as the one of <(command) in a shell.
-bool IsPipe(const std::string& path);
+
+/// A path from which the library can read a file with these bytes: its own, or that of a temporary copy. The
+/// library reads no pipes, such as the one of <(command) in a shell, and on Windows only paths in code page
+/// 936. Throws Failure.
+class LibraryFile {
+ public:
+  LibraryFile(const std::string& path, std::string_view bytes);
+  const char* Path() const { return path_.c_str(); }
+
+ private:
+  std::optional<TemporaryFile> copy_;
+  std::string path_;
+};
 
 /// Parses pairs of hexadecimal digits, which may have white space, "0x" and any of ",;:-" between them. On
 /// other text throws a Failure that names `what`, the source of the text, and the line.

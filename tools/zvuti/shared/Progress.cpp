@@ -17,7 +17,7 @@ constexpr std::size_t kBarWidth = 40;
 Progress::Progress(std::size_t bytes) : all_(bytes), isShown_(bytes >= kLeastWork && IsErrorTerminal()) {}
 
 Progress::~Progress() {
-  if (isShown_) std::cerr << "\r\x1B[K" << std::flush;
+  if (isShown_) std::cerr << '\r' << std::string(kBarWidth + 24, ' ') << '\r' << std::flush;
 }
 
 void Progress::Reach(std::size_t bytes) {

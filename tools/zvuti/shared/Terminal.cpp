@@ -1,7 +1,5 @@
 #include "shared/Terminal.h"
 
-#include <unistd.h>
-
 #include <cstdlib>
 #include <iostream>
 
@@ -10,8 +8,7 @@ namespace {
 
 bool ColorByTerminal() {
   const char* const refused = std::getenv("NO_COLOR");
-  const char* const terminal = std::getenv("TERM");
-  return IsOutputTerminal() && !(refused && *refused) && !(terminal && std::string_view(terminal) == "dumb");
+  return !(refused && *refused) && TakesColor();
 }
 
 bool& HasColor() {
@@ -35,9 +32,6 @@ std::string Styled(Style style, const std::string& text) {
   const char* const code = style == Style::kDim ? "2" : style == Style::kBold ? "1" : "31";
   return std::string("\x1B[").append(code).append("m").append(text).append("\x1B[0m");
 }
-
-bool IsOutputTerminal() { return isatty(STDOUT_FILENO) != 0; }
-bool IsErrorTerminal() { return isatty(STDERR_FILENO) != 0; }
 
 std::string Left(std::string_view text, std::size_t width) {
   std::string filled(text);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -29,8 +30,17 @@ enum class Style { kPlain, kDim, kBold, kAlarm };
 /// Returns the text in a style, or unchanged if colours are off.
 std::string Styled(Style style, const std::string& text);
 
+/// Prepares the standard streams, and makes the arguments UTF-8 where the system gives others. Call it first.
+void StartTerminal(int& argc, char**& argv);
 bool IsOutputTerminal();
 bool IsErrorTerminal();
+/// Returns true if standard output is a terminal that knows colours.
+bool TakesColor();
+/// Writes bytes to standard output as they are.
+void PrintBytes(std::string_view bytes);
+/// Reads what the user types until the end of the input, in UTF-8. Returns nothing if standard input can be
+/// read as any file: on Windows if it is redirected, and elsewhere always.
+std::optional<std::string> ReadTyped();
 
 /// Pads ASCII text with spaces to a width. Left pads at the end, Right at the start.
 std::string Left(std::string_view text, std::size_t width);
