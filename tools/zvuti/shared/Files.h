@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "input/HexText.h"
+
 namespace tool {
 
 /// Returns all bytes of a file, or of standard input if the path is "" or "-". Throws Failure.
@@ -34,9 +36,6 @@ class TemporaryFile {
 /// Returns true for a pipe, such as the one of <(command) in a shell.
 bool IsPipe(const std::string& path);
 
-/// Parses pairs of hexadecimal digits, which may have white space, "0x" and any of ",;:-" between them. On
-/// other text throws a Failure that names `what`, the source of the text, and the line.
-std::string FromHex(std::string_view text, const std::string& what);
 /// Formats bytes as "01 FF".
 std::string ToHex(std::string_view bytes);
 
