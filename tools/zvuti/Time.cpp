@@ -11,6 +11,7 @@
 #include <ZvUtiLib/CKxTime.h>
 
 #include "Commands.h"
+#include "shared/EachArgument.h"
 #include "shared/Terminal.h"
 
 namespace tool {
@@ -116,19 +117,19 @@ void AddTime(CLI::App& program, int& exitCode) {
   auto given = std::make_shared<std::vector<std::string>>();
   CLI::App* command = program.add_subcommand("time", "convert packed time words to text, and back");
   command
-      ->add_option("TIME", *given,
-                   "a packed word (decimal, or 0x...), a text like \"2013-08-29 12:34:56\", or now")
-      ->required()
+      ->add_option(
+          "TIME", *given,
+          "a packed word (decimal, or 0x...), a text like \"2013-08-29 12:34:56\", or now; default is\n"
+          "one on each line of standard input")
       ->type_name("");
   command->footer(
       "Prints the text, the word in hexadecimal and in decimal, and its bytes in wire order. Exits with 1\n"
-      "if a number does not fit its field, or if the date or time does not exist.\n\n"
+      "if a number does not fit its field, or if the date or time does not exist; with 2, after all others,\n"
+      "if an argument is no time.\n\n"
       "  zvuti time 0x363AC8B8\n"
       "  zvuti time '2013-08-29 12:34:56' now");
   command->callback([given, &exitCode] {
-    // Parse all of them first, so that nothing is printed if one is invalid.
-    const std::vector<Given> times(given->begin(), given->end());
-    for (const Given& time : times) exitCode = std::max(exitCode, Convert(time));
+    exitCode = ForEachArgument(*given, "time", [](const std::string& text) { return Convert(Given(text)); });
   });
 }
 
