@@ -3,9 +3,14 @@ _zvuti() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
   local commands='decode encode records guess check mask convert number time wheel'
   local command="" place=0 i
+  # An option with a value takes the next word, or the two after it in "--color=never", which are three words.
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
-      --color) ((i++)) ;;
+      -o | --output | --color | --packet | --skip | --html | --from | --to | --words | --levels | --ignore | \
+        --slot | --slots | --top-speed | --gain | --start | --even | --every | --svg)
+        ((i++))
+        [[ ${COMP_WORDS[i]} == '=' ]] && ((i++))
+        ;;
       -*) ;;
       *)
         if [[ -z $command ]]; then command=${COMP_WORDS[i]}; else ((place++)); fi
@@ -13,6 +18,8 @@ _zvuti() {
     esac
   done
 
+  [[ $previous == '=' && COMP_CWORD -gt 2 ]] && previous=${COMP_WORDS[COMP_CWORD - 2]}
+  [[ $current == '=' ]] && current=""
   case $previous in
     --color) mapfile -t COMPREPLY < <(compgen -W 'auto always never' -- "$current"); return ;;
     --from | --to) mapfile -t COMPREPLY < <(compgen -W 'gbk utf-8 utf-16' -- "$current"); return ;;
@@ -23,7 +30,7 @@ _zvuti() {
       ;;
   esac
 
-  local options=--help
+  local options='--help --color'
   case $command in
     '') options='--help --version --color' ;;
     decode) options+=' --hex --json --all-bytes --skip' ;;
