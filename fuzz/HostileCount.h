@@ -55,7 +55,7 @@ class CountWalk : public zvuti::wire::RowVisitor {
               zvuti::wire::Embedding) override {
     type.blockBytes > 0 ? Take(record, type.blockBytes) : type.walk(*this, record);
   }
-  bool OnlyIf(const char*, bool holds) override { return holds; }
+  bool OnlyIf(const zvuti::wire::Condition&, bool holds) override { return holds; }
 
  private:
   void Skip(std::size_t count) { bytes_.remove_prefix(std::min(count, bytes_.size())); }

@@ -8,6 +8,7 @@
 
 #include "data/wire/Codec.h"
 #include "records/BundleFraming.h"
+#include "records/DescribeTypes.h"
 #include "records/DescribeWalks.h"
 
 ZV_EXTERN_RECORD(BundleRecord)
@@ -21,36 +22,43 @@ std::string Element(const char* name, std::uint32_t key) {
   return std::string(name) + "[" + std::to_string(key) + "]";
 }
 
+template <class T>
+void List(ListWalk& rows, const char* path, const char* field, RowRole role) {
+  T value = 0;
+  rows.Part(path, field, role, RowTypeOf(NumberRef::Of(value)));
+}
+
 void ListTable(ListWalk& rows) {
-  rows.Add("group count", "32");
-  rows.Add("bundle count", "32");
-  rows.Add("Groups.key", "32");
-  rows.Add("Groups[key].count", "32");
-  rows.Add("Groups[key][index]", "32");
-  rows.Add("Bundles.key", "32");
-  rows.Add("Bundles[key]", "BundleRecord", "BundleRecord");
+  List<std::int32_t>(rows, "group count", "Groups", RowRole::kCount);
+  List<std::int32_t>(rows, "bundle count", "Bundles", RowRole::kCount);
+  List<std::uint32_t>(rows, "Groups.key", "Groups", RowRole::kKey);
+  List<std::uint32_t>(rows, "Groups[key].count", "Groups", RowRole::kLength);
+  List<std::uint32_t>(rows, "Groups[key][index]", "Groups", RowRole::kElement);
+  List<std::uint32_t>(rows, "Bundles.key", "Bundles", RowRole::kKey);
+  rows.Part("Bundles[key]", "Bundles", RowRole::kValue,
+            RowTypeOf(Codec<BundleRecord>::kType, Embedding::kNested));
 }
 
 template <class T>
-T Show(DumpWalk& rows, const std::string& path) {
+T Show(DumpWalk& rows, const std::string& path, RowRole role) {
   T value = 0;
-  rows.Number(path.c_str(), NumberRef::Of(value));
+  rows.Part(path, role, NumberRef::Of(value));
   return value;
 }
 
 void DumpTable(DumpWalk& rows) {
-  const auto groups = Show<std::int32_t>(rows, "group count");
-  const auto bundles = Show<std::int32_t>(rows, "bundle count");
+  const auto groups = Show<std::int32_t>(rows, "group count", RowRole::kCount);
+  const auto bundles = Show<std::int32_t>(rows, "bundle count", RowRole::kCount);
   for (std::int32_t i = 0; i < groups && !rows.IsEnded(); ++i) {
-    const auto key = Show<std::uint32_t>(rows, "Groups.key");
+    const auto key = Show<std::uint32_t>(rows, "Groups.key", RowRole::kKey);
     const std::string group = Element("Groups", key);
-    const auto count = Show<std::uint32_t>(rows, group + ".count");
+    const auto count = Show<std::uint32_t>(rows, group + ".count", RowRole::kLength);
     for (std::uint32_t member = 0; member < count && !rows.IsEnded(); ++member) {
-      Show<std::uint32_t>(rows, Element(group.c_str(), member));
+      Show<std::uint32_t>(rows, Element(group.c_str(), member), RowRole::kElement);
     }
   }
   for (std::int32_t i = 0; i < bundles && !rows.IsEnded(); ++i) {
-    const auto key = Show<std::uint32_t>(rows, "Bundles.key");
+    const auto key = Show<std::uint32_t>(rows, "Bundles.key", RowRole::kKey);
     BundleRecord bundle;
     rows.Record(Element("Bundles", key).c_str(), Codec<BundleRecord>::kType, &bundle, Embedding::kNested);
   }

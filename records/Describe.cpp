@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "records/DescribeTypes.h"
 #include "records/DescribeWalks.h"
 #include "records/Units.h"
 
@@ -9,42 +10,48 @@ namespace zvuti {
 
 namespace wire {
 
-void ListWalk::Add(const char* name, std::string form, const char* type) {
-  rows_.push_back({name, std::move(form), type, condition_});
-  condition_ = "";
+RecordRow& ListWalk::Add(const char* name, RowType type, std::string defaultValue) {
+  RecordRow row;
+  row.name = row.field = name;
+  row.type = std::move(type);
+  row.defaultValue = std::move(defaultValue);
+  row.condition.swap(condition_);
+  rows_.push_back(std::move(row));
+  return rows_.back();
 }
 
-void ListWalk::Number(const char* name, NumberRef field) { Add(name, std::to_string(8 * field.bytes)); }
-void ListWalk::Code(const char* name, NumberRef) { Add(name, "byte code"); }
-void ListWalk::Tag(const char* name, NumberRef, const TagTable& tags) {
-  Add(name, std::string(tags.name) + " tag");
+void ListWalk::Part(const char* name, const char* field, RowRole role, RowType type) {
+  RecordRow& row = Add(name, std::move(type), "");
+  row.field = field;
+  row.role = role;
 }
-void ListWalk::Text(const char* name, std::string&) { Add(name, "text"); }
 
+void ListWalk::Number(const char* name, NumberRef field) { Add(name, RowTypeOf(field), Decimal(field)); }
+void ListWalk::Code(const char* name, NumberRef field) { Add(name, RowTypeOfCode(), Decimal(field)); }
+
+void ListWalk::Tag(const char* name, NumberRef field, const TagTable& tags) {
+  RecordRow& row = Add(name, RowTypeOf(tags), MemberName(tags, static_cast<std::uint32_t>(field.Get())));
+  for (std::uint32_t member = 0; member < tags.count; ++member)
+    row.tags.push_back({MemberName(tags, member), tags.tags[member]});
+  row.skipsUnknownTags = !tags.unknownThrows;
+}
+
+void ListWalk::Text(const char* name, std::string& field) { Add(name, RowTypeOfText(), Escaped(field)); }
 void ListWalk::List(const char* name, ListRef& items) {
-  const char* element = items.elements ? items.elements->name : "text";
-  Add(name, std::string("sequence of ") + element, items.elements ? element : "");
+  Add(name, RowTypeOf(items), std::to_string(items.Size()));
 }
-
 void ListWalk::Map(const char* name, MapRef& entries) {
-  if (entries.blocks) {
-    Add(name, std::string("map of ") + entries.blocks->name, entries.blocks->name);
-  } else {
-    Add(name, "map");
-  }
+  Add(name, RowTypeOf(entries), std::to_string(entries.Size()));
 }
-
-void ListWalk::Reserved(const char* name, void*, std::size_t count) {
-  Add(name, "reserved " + std::to_string(count));
+void ListWalk::Reserved(const char* name, void* bytes, std::size_t count) {
+  Add(name, RowTypeOfReserved(count), Hex(bytes, count));
 }
-
 void ListWalk::Record(const char* name, const RecordType& type, void*, Embedding as) {
-  Add(as == Embedding::kBase ? "" : name,
-      as == Embedding::kBlock ? "block of " + std::to_string(type.blockBytes) : type.name, type.name);
+  Add(as == Embedding::kBase ? "" : name, RowTypeOf(type, as), "");
 }
 
-bool ListWalk::OnlyIf(const char* condition, bool) {
-  condition_ = condition;
+bool ListWalk::OnlyIf(const Condition& condition, bool) {
+  condition_ = {condition.field, condition.comparison, condition.constant, TextOf(condition)};
   return true;
 }
 

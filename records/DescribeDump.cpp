@@ -2,49 +2,15 @@
 #include <cstring>
 #include <utility>
 
-#include "gbk/CodePage936.h"
+#include "records/DescribeTypes.h"
 #include "records/DescribeWalks.h"
 
 namespace zvuti::wire {
 
 namespace {
 
-std::string Decimal(NumberRef number) {
-  const std::int64_t value = number.Get();
-  return number.isSigned ? std::to_string(value) : std::to_string(static_cast<std::uint64_t>(value));
-}
-
-std::string Hex(const void* bytes, std::size_t count) {
-  std::string text;
-  for (std::size_t i = 0; i < count; ++i) {
-    char digits[4];
-    std::snprintf(digits, sizeof digits, "%02X ", static_cast<const unsigned char*>(bytes)[i]);
-    text += digits;
-  }
-  if (!text.empty()) text.pop_back();
-  return text;
-}
-
 std::string Element(const char* name, const std::string& index) {
   return std::string(name).append("[").append(index).append("]");
-}
-
-// Writes control bytes and the backslash as \x and two digits; a trail byte of 0x5C is not a backslash. Half
-// a character before a zero byte is escaped too, or it would absorb the backslash of the next escape.
-std::string Escaped(const std::string& text) {
-  std::string shown;
-  for (std::size_t i = 0; i < text.size();) {
-    const std::size_t length = gbk::CharLength(text, i);
-    const auto byte = static_cast<unsigned char>(text[i]);
-    const bool isHalf = length == 1 && gbk::IsLeadByte(text[i]) && i + 1 < text.size();
-    if (isHalf || (length == 1 && (byte < 0x20 || byte == 0x7F || byte == '\\'))) {
-      shown.append("\\x").append(Hex(&byte, 1));
-    } else {
-      shown.append(text, i, length);
-    }
-    i += length;
-  }
-  return shown;
 }
 
 // Shows the fields of a block that was read as a whole, each at its offset in memory.
@@ -54,10 +20,10 @@ class BlockWalk : public RowVisitor {
       : block_(static_cast<const char*>(block)), offset_(offset), prefix_(std::move(prefix)), rows_(rows) {}
 
   void Number(const char* name, NumberRef field) override {
-    Show(field.at, field.bytes, name, std::to_string(8 * field.bytes), Decimal(field));
+    Show(field.at, field.bytes, name, RowTypeOf(field), Decimal(field));
   }
   void Reserved(const char* name, void* bytes, std::size_t count) override {
-    Show(bytes, count, name, "reserved " + std::to_string(count), Hex(bytes, count));
+    Show(bytes, count, name, RowTypeOfReserved(count), Hex(bytes, count));
   }
   void Record(const char*, const RecordType& type, void* record, Embedding) override {
     type.walk(*this, record);
@@ -69,12 +35,13 @@ class BlockWalk : public RowVisitor {
   void Text(const char*, std::string&) override {}
   void List(const char*, ListRef&) override {}
   void Map(const char*, MapRef&) override {}
-  bool OnlyIf(const char*, bool holds) override { return holds; }
+  bool OnlyIf(const Condition&, bool holds) override { return holds; }
 
  private:
-  void Show(const void* at, std::size_t size, const char* name, std::string form, std::string value) {
+  void Show(const void* at, std::size_t size, const char* name, RowType type, std::string value) {
     const auto place = static_cast<std::size_t>(static_cast<const char*>(at) - block_);
-    rows_.push_back({offset_ + place, size, prefix_ + name, std::move(form), std::move(value)});
+    rows_.push_back(
+        {offset_ + place, size, prefix_ + name, RowRole::kField, std::move(type), std::move(value)});
   }
 
   const char* block_;
@@ -105,9 +72,10 @@ bool DumpWalk::Take(const std::string& name, void* out, std::size_t count) {
   return true;
 }
 
-void DumpWalk::Show(std::size_t size, const std::string& name, std::string form, std::string value) {
-  dump_.rows.push_back({at_ - size, size, Path(name), std::move(form), std::move(value)});
+DumpRow& DumpWalk::Show(std::size_t size, const std::string& name, RowType type, std::string value) {
+  dump_.rows.push_back({at_ - size, size, Path(name), RowRole::kField, std::move(type), std::move(value)});
   dump_.size = at_;
+  return dump_.rows.back();
 }
 
 void DumpWalk::Inside(const std::string& name, const RecordType& type, void* record) {
@@ -126,16 +94,19 @@ void DumpWalk::Inside(const std::string& name, const RecordType& type, void* rec
 }
 
 void DumpWalk::Number(const char* name, NumberRef field) {
-  if (Take(name, field.at, field.bytes)) {
-    Show(field.bytes, name, std::to_string(8 * field.bytes), Decimal(field));
-  }
+  if (Take(name, field.at, field.bytes)) Show(field.bytes, name, RowTypeOf(field), Decimal(field));
+}
+
+void DumpWalk::Part(const std::string& name, RowRole role, NumberRef field) {
+  if (Take(name, field.at, field.bytes))
+    Show(field.bytes, name, RowTypeOf(field), Decimal(field)).role = role;
 }
 
 void DumpWalk::Code(const char* name, NumberRef field) {
   std::uint8_t byte = 0;
   if (!Take(name, &byte, 1)) return;
   field.Set(byte);
-  Show(1, name, "byte code", std::to_string(byte));
+  Show(1, name, RowTypeOfCode(), std::to_string(byte));
 }
 
 void DumpWalk::Tag(const char* name, NumberRef field, const TagTable& tags) {
@@ -145,24 +116,24 @@ void DumpWalk::Tag(const char* name, NumberRef field, const TagTable& tags) {
   char digits[16];
   std::snprintf(digits, sizeof digits, "0x%08X", static_cast<unsigned>(tag));
   const std::string unknown = std::string(kUnknownTag) + digits;
-  if (member < tags.count) field.Set(member);
-  Show(sizeof tag, name, std::string(tags.name) + " tag",
-       member < tags.count ? tags.name + std::to_string(member) : unknown);
-  if (member == tags.count && tags.unknownThrows) Stop(unknown + " in " + Path(name));
+  const bool isUnknown = member == tags.count;
+  if (!isUnknown) field.Set(member);
+  Show(sizeof tag, name, RowTypeOf(tags), isUnknown ? unknown : MemberName(tags, member)).isUnknownTag =
+      isUnknown;
+  if (isUnknown && tags.unknownThrows) Stop(unknown + " in " + Path(name));
 }
 
 void DumpWalk::Text(const char* name, std::string& field) {
   std::uint16_t count = 0;
   if (!Take(name, &count, sizeof count)) return;
   field.resize(count);
-  if (Take(name, field.data(), count)) Show(sizeof count + count, name, "text", Escaped(field));
+  if (Take(name, field.data(), count)) Show(sizeof count + count, name, RowTypeOfText(), Escaped(field));
 }
 
 void DumpWalk::List(const char* name, ListRef& items) {
   std::uint16_t count = 0;
   if (!Take(name, &count, sizeof count)) return;
-  Show(sizeof count, name, std::string("sequence of ") + (items.elements ? items.elements->name : "text"),
-       std::to_string(count));
+  Show(sizeof count, name, RowTypeOf(items), std::to_string(count));
   for (std::uint16_t i = 0; i < count && !isEnded_; ++i) {
     const std::string element = Element(name, std::to_string(i));
     const std::size_t index = items.Size();
@@ -178,8 +149,7 @@ void DumpWalk::List(const char* name, ListRef& items) {
 void DumpWalk::Map(const char* name, MapRef& entries) {
   std::int32_t count = 0;
   if (!Take(name, &count, sizeof count)) return;
-  Show(sizeof count, name, entries.blocks ? std::string("map of ") + entries.blocks->name : "map",
-       std::to_string(count));
+  Show(sizeof count, name, RowTypeOf(entries), std::to_string(count));
   for (std::int32_t i = 0; i < count && !isEnded_; ++i) {
     if (entries.blocks) {
       const auto block = entries.blocks->make();
@@ -193,19 +163,19 @@ void DumpWalk::Map(const char* name, MapRef& entries) {
       std::uint32_t entry[2] = {};
       if (!Take(name, entry, sizeof entry)) return;
       const NumberRef key{&entry[0], 4, entries.hasSignedKeys}, value{&entry[1], 4, entries.hasSignedValues};
-      Show(sizeof entry, Element(name, Decimal(key)), "map entry", Decimal(value));
+      Show(sizeof entry, Element(name, Decimal(key)), RowTypeOfEntry(entries), Decimal(value));
     }
   }
 }
 
 void DumpWalk::Reserved(const char* name, void* bytes, std::size_t count) {
-  if (Take(name, bytes, count)) Show(count, name, "reserved " + std::to_string(count), Hex(bytes, count));
+  if (Take(name, bytes, count)) Show(count, name, RowTypeOfReserved(count), Hex(bytes, count));
 }
 
 void DumpWalk::Record(const char* name, const RecordType& type, void* record, Embedding as) {
   Inside(as == Embedding::kBase ? "" : name, type, record);
 }
 
-bool DumpWalk::OnlyIf(const char*, bool holds) { return holds; }
+bool DumpWalk::OnlyIf(const Condition&, bool holds) { return holds; }
 
 }  // namespace zvuti::wire

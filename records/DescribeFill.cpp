@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "gbk/CodePage936.h"
+#include "records/DescribeTypes.h"
 #include "records/DescribeWalks.h"
 
 namespace zvuti::wire {
@@ -202,8 +203,8 @@ class FillWalk : public RowVisitor {
     if (Begin(name, values)) PutRows(type, record, BehindPoint(values, NoField()), bytes_);
   }
 
-  bool OnlyIf(const char* condition, bool holds) override {
-    if (!holds) missing_ = condition;
+  bool OnlyIf(const Condition& condition, bool holds) override {
+    if (!holds) missing_ = TextOf(condition);
     return true;
   }
 
@@ -213,9 +214,9 @@ class FillWalk : public RowVisitor {
   // Takes the values of a row. Returns false for a row that is not on the wire; it must have no values.
   bool Begin(const char* name, Values& values) {
     values = fields_.Take(name);
-    const char* const condition = std::exchange(missing_, nullptr);
-    if (condition && !values.empty()) Refuse(values[0], std::string("only on the wire if ") + condition);
-    return !condition;
+    const std::string condition = std::exchange(missing_, {});
+    if (!condition.empty() && !values.empty()) Refuse(values[0], "only on the wire if " + condition);
+    return condition.empty();
   }
 
   void Put(const void* bytes, std::size_t count) {
@@ -281,7 +282,7 @@ class FillWalk : public RowVisitor {
   const RecordType& type_;
   Fields fields_;
   std::string& bytes_;
-  const char* missing_ = nullptr;  // the condition that the next row fails
+  std::string missing_;  // the condition that the next row fails
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <exception>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -29,13 +30,16 @@ class ListWalk : public RowVisitor {
   void Map(const char* name, MapRef& entries) override;
   void Reserved(const char* name, void* bytes, std::size_t count) override;
   void Record(const char* name, const RecordType& type, void* record, Embedding as) override;
-  bool OnlyIf(const char* condition, bool holds) override;
+  bool OnlyIf(const Condition& condition, bool holds) override;
 
-  void Add(const char* name, std::string form, const char* type = "");
+  /// Adds a row of a record with its own framing: a part of `field`.
+  void Part(const char* name, const char* field, RowRole role, RowType type);
 
  private:
+  RecordRow& Add(const char* name, RowType type, std::string defaultValue);
+
   std::vector<RecordRow>& rows_;
-  const char* condition_ = "";
+  std::optional<RowCondition> condition_;
 };
 
 /// Shows bytes row by row. Stores the values in the walked records, so that conditions hold as they do for a
@@ -53,13 +57,16 @@ class DumpWalk : public RowVisitor {
   void Map(const char* name, MapRef& entries) override;
   void Reserved(const char* name, void* bytes, std::size_t count) override;
   void Record(const char* name, const RecordType& type, void* record, Embedding as) override;
-  bool OnlyIf(const char* condition, bool holds) override;
+  bool OnlyIf(const Condition& condition, bool holds) override;
+
+  /// Shows an integer of a record with its own framing.
+  void Part(const std::string& name, RowRole role, NumberRef field);
 
   bool IsEnded() const { return isEnded_; }
 
  private:
   bool Take(const std::string& name, void* out, std::size_t count);
-  void Show(std::size_t size, const std::string& name, std::string form, std::string value);
+  DumpRow& Show(std::size_t size, const std::string& name, RowType type, std::string value);
   void Stop(const std::string& problem);
   void Inside(const std::string& name, const RecordType& type, void* record);
   std::string Path(const std::string& name) const { return prefix_ + name; }

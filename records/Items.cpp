@@ -12,7 +12,7 @@ ZV_ROWS(ItemRecord) {
   v.bits32(ZV_ROW(StartTime));
   v.bits32(ZV_ROW(ValidDays));
   v.bits32(ZV_ROW(DailyValue));
-  if (v.onlyIf("ItemKey < 1000000000", r, &ItemRecord::HasCountOnWire)) {
+  if (v.onlyIf({"ItemKey", RowComparison::kLess, 1'000'000'000}, r, &ItemRecord::HasCountOnWire)) {
     v.bits32(ZV_ROW(Count));
   } else if constexpr (V::kReads) {
     r.SetCount(1);

@@ -18,9 +18,11 @@
 //   v.virtualPart                  a part with virtual Read and Write
 //   v.reserved                     unused bytes, in a block's list only
 //   v.local                        a field that does not travel, but counts when records are compared
-//   v.onlyIf(text, r, &R::Holds)   before one row of fixed width, which travels only if the condition holds:
+//   v.onlyIf(condition, r, &R::Holds)    before one row of fixed width, which travels only if R::Holds says
+//   so;
+//                                        the condition says the same to whoever lists the rows:
 //
-//     if (v.onlyIf("ItemKey < 1000000000", r, &ItemRecord::HasCountOnWire)) {
+//     if (v.onlyIf({"ItemKey", RowComparison::kLess, 1'000'000'000}, r, &ItemRecord::HasCountOnWire)) {
 //       v.bits32(ZV_ROW(Count));
 //     } else if constexpr (V::kReads) {
 //       r.SetCount(1);

@@ -55,7 +55,7 @@ class Comparer {
   void virtualPart(const char*, const auto& part) { CompareRecords(part); }
 
   /// A field is compared even if its row does not travel.
-  bool onlyIf(const char*, const auto&, auto) { return true; }
+  bool onlyIf(const Condition&, const auto&, auto) { return true; }
 
  private:
   static std::uintptr_t AddressOf(const void* object) { return reinterpret_cast<std::uintptr_t>(object); }

@@ -192,7 +192,7 @@ class Reader {
   ZV_INLINE void local(const char*, T&) {}
 
   template <class R>
-  ZV_INLINE bool onlyIf(const char*, const R& record, bool (R::*holds)() const) {
+  ZV_INLINE bool onlyIf(const Condition&, const R& record, bool (R::*holds)() const) {
     return (record.*holds)();
   }
 

@@ -110,7 +110,7 @@ class RowVisitor {
   virtual void Reserved(const char* name, void* bytes, std::size_t count) = 0;
   virtual void Record(const char* name, const RecordType& type, void* record, Embedding as) = 0;
   /// Returns whether to walk the next row, which is on the wire only if `holds` is true.
-  virtual bool OnlyIf(const char* condition, bool holds) = 0;
+  virtual bool OnlyIf(const Condition& condition, bool holds) = 0;
 };
 
 }  // namespace zvuti::wire

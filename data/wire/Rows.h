@@ -12,6 +12,8 @@
 #include <type_traits>
 #include <utility>
 
+#include <ZvUtiLib/data/RowComparison.h>
+
 // Reading and writing a record should compile to one straight run of moves. Without this the compiler leaves
 // calls in it.
 #define ZV_INLINE [[gnu::always_inline]] inline
@@ -84,6 +86,13 @@ struct TagTable {
 /// The table of an enumeration; the header that knows E's tags gives its value.
 template <class E>
 inline constexpr TagTable kTags = {nullptr, nullptr, 0, true};
+
+/// The condition of a row: a comparison of a field, an earlier integer of the record, with a constant.
+struct Condition {
+  const char* field;
+  RowComparison comparison;
+  std::int64_t constant;
+};
 
 template <class R>
 struct Codec;
@@ -170,7 +179,7 @@ class Meter {
     ++shape_.virtualParts;
   }
   constexpr void local(const char*, const auto&) { ++shape_.fields; }
-  constexpr bool onlyIf(const char*, const auto&, auto) { return conditions_++ != skipped_; }
+  constexpr bool onlyIf(const Condition&, const auto&, auto) { return conditions_++ != skipped_; }
 
   constexpr const Shape& Result() const { return shape_; }
   /// The number of conditions met so far.

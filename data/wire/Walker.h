@@ -111,7 +111,7 @@ class Walker {
   void local(const char*, T&) {}
 
   template <class R>
-  bool onlyIf(const char* condition, const R& record, bool (R::*holds)() const) {
+  bool onlyIf(const Condition& condition, const R& record, bool (R::*holds)() const) {
     return rows_.OnlyIf(condition, (record.*holds)());
   }
 

@@ -142,7 +142,7 @@ class Writer {
   ZV_INLINE void local(const char*, const T&) {}
 
   template <class R>
-  ZV_INLINE bool onlyIf(const char*, const R& record, bool (R::*holds)() const) {
+  ZV_INLINE bool onlyIf(const Condition&, const R& record, bool (R::*holds)() const) {
     return (record.*holds)();
   }
 

@@ -20,7 +20,8 @@ void AskRecords(Random& random, Report& report) {
   zvuti::RecordDump dump;
   report << zvuti::DumpRecord(type->name, bytes.data(), bytes.size(), dump) << dump.size << dump.isWhole
          << dump.problem;
-  for (const zvuti::DumpRow& row : dump.rows) report << row.offset << row.path << row.form << row.value;
+  for (const zvuti::DumpRow& row : dump.rows)
+    report << row.offset << row.path << zvuti::FormText(row.type) << row.value;
 
   CStreamReader in(bytes), out;
   const auto record = type->make();

@@ -15,6 +15,7 @@
 namespace {
 
 using zvuti::DumpRow;
+using zvuti::RowForm;
 
 // Longer records are changed as bytes, because describing them takes longer than reading them.
 constexpr std::size_t kMostBytes = 1'500;
@@ -30,14 +31,13 @@ class Mutation {
     if (dump_.rows.empty() || Below(16) == 0) return Complete();
     const std::size_t picked = Below(dump_.rows.size());
     const DumpRow& row = dump_.rows[picked];
-    const std::string form = row.form.substr(0, row.form.find(' '));
+    const RowForm form = row.type.form;
     const unsigned choice = Below(16);
     if (choice == 0) return bytes_.resize(row.offset + Below(row.size + 1));  // cut short
     if (choice == 1 && !dump_.isWhole) return Complete();
-    if (form == "text") return ChangeText(row);
-    if (form == "sequence" || row.form == "map" || row.form.rfind("map of", 0) == 0)
-      return ChangeElements(picked);
-    if (row.form.find(" tag") != std::string::npos && Below(4) != 0) return ChangeTag(picked);
+    if (form == RowForm::kText) return ChangeText(row);
+    if (form == RowForm::kSequence || form == RowForm::kMap) return ChangeElements(picked);
+    if (form == RowForm::kTag && Below(4) != 0) return ChangeTag(picked);
     ChangeNumber(row.offset, row.size);
   }
 
@@ -77,11 +77,11 @@ class Mutation {
     Put(row.offset, length, 2);
   }
 
-  std::string DefaultElement(const std::string& form) const {
-    if (form == "map") return std::string(8, '\0');
-    const std::string type = form.substr(form.rfind(' ') + 1);
+  std::string DefaultElement(const zvuti::RowType& type) const {
+    if (type.element == RowForm::kInteger) return std::string(8, '\0');
+    if (type.element == RowForm::kText) return std::string(2, '\0');
     std::string bytes, problem;
-    if (!zvuti::FillRecord(type, {}, bytes, problem)) bytes.assign(2, '\0');  // a text
+    zvuti::FillRecord(type.name, {}, bytes, problem);
     return bytes;
   }
 
@@ -109,7 +109,7 @@ class Mutation {
       return Put(row.offset, count - 1, row.size);
     }
     const std::string element =
-        elements.empty() || choice == 2 ? DefaultElement(row.form) : bytes_.substr(at, size);
+        elements.empty() || choice == 2 ? DefaultElement(row.type) : bytes_.substr(at, size);
     const std::size_t place = choice < 5 ? row.offset + row.size : at + size;
     const unsigned times = Below(8) == 0 ? Below(40) : 1;
     for (unsigned i = 0; i < times; ++i) bytes_.insert(place, element);
@@ -128,7 +128,7 @@ class Mutation {
   void ChangeTag(std::size_t picked) {
     auto values = Values();
     const DumpRow& row = dump_.rows[picked];
-    values[picked].value = row.form.substr(0, row.form.find(' ')) + std::to_string(Below(12));
+    values[picked].value = row.type.name + std::to_string(Below(12));
     Fill(values);
   }
   // Default values for the rows that are missing.

@@ -27,6 +27,7 @@
 #include <ZvUtiLib/data/Cursor.h>
 #include <ZvUtiLib/data/ParseInt.h>
 #include <ZvUtiLib/data/RecordPart.h>
+#include <ZvUtiLib/data/RowComparison.h>
 #include <ZvUtiLib/data/SizedMap.h>
 #include <ZvUtiLib/data/SizedMemory.h>
 #include <ZvUtiLib/data/TimeValue.h>

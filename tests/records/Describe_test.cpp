@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <array>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -13,18 +16,100 @@ using namespace std::string_literals;
 using test::Filled;
 using testing::FieldsAre;
 using zvuti::NamedValue;
+using zvuti::RecordRow;
+using zvuti::RowForm;
+using zvuti::RowRole;
 
-TEST(Describe, ListsTheRowsInWireOrder) {
-  std::vector<zvuti::RecordRow> rows;
-  ASSERT_TRUE(zvuti::ListRecord("ItemRecord", rows));
-  ASSERT_EQ(rows.size(), 8u);
-  EXPECT_THAT(rows[0], FieldsAre("Tag", "8", "", ""));
-  EXPECT_THAT(rows[6], FieldsAre("Count", "32", "", "ItemKey < 1000000000"));
-  EXPECT_THAT(rows[7], FieldsAre("TailByte", "8", "", ""));
-  ASSERT_TRUE(zvuti::ListRecord("PricedItem", rows));
-  ASSERT_EQ(rows.size(), 3u);
-  EXPECT_THAT(rows[0], FieldsAre("", "ItemRecord", "ItemRecord", ""));
+std::string BytesOf(std::uint32_t number) { return {reinterpret_cast<const char*>(&number), sizeof number}; }
+
+// "path: form, more" for each row, the type in words.
+std::string Listed(const std::string& record) {
+  static constexpr const char* kRoles[] = {"", ", count", ", key", ", length", ", element", ", value"};
+  std::vector<RecordRow> rows;
+  EXPECT_TRUE(zvuti::ListRecord(record, rows)) << record;
+  std::string text;
+  for (const RecordRow& row : rows) {
+    text += row.name + ": " + zvuti::FormText(row.type) + (row.type.isSigned ? ", signed" : "");
+    text += row.type.hasSignedKeys ? ", signed keys" : "";
+    text += kRoles[static_cast<std::size_t>(row.role)] + (row.field == row.name ? "" : " of " + row.field);
+    text += row.defaultValue.empty() ? "" : ", default " + row.defaultValue;
+    text += (row.condition ? ", if " + row.condition->text : "") + "\n";
+  }
+  return text;
+}
+
+TEST(Describe, ListsTheRowsInWireOrderWithTheirTypes) {
+  EXPECT_EQ(Listed("PricedItem"),
+            ": ItemRecord\nExtraValue: 32, default 0\nExtraAmount: 64, signed, default 0\n");
+  EXPECT_EQ(Listed("CodedAmount"),
+            "Flag: 8, default 0\nCode2: byte code, default 0\nCode1: byte code, default 0\n"
+            "Value1: 32, default 0\nValue2: 32, default 0\nAmount: 64, signed, default 0\n");
+  EXPECT_EQ(Listed("AmountMap"), "Entries: map of AmountEntry, signed keys, default 0\n");
+  EXPECT_EQ(Listed("CUtiBundleTable"),
+            "group count: 32, signed, count of Groups\nbundle count: 32, signed, count of Bundles\n"
+            "Groups.key: 32, key of Groups\nGroups[key].count: 32, length of Groups\n"
+            "Groups[key][index]: 32, element of Groups\nBundles.key: 32, key of Bundles\n"
+            "Bundles[key]: BundleRecord, value of Bundles\n");
+  std::vector<RecordRow> rows;
   EXPECT_FALSE(zvuti::ListRecord("Nothing", rows));
+}
+
+// Whether the condition of `row` holds, according to what a writer puts on the wire.
+bool IsPresent(const std::string& record, const RecordRow& row, std::int64_t value) {
+  const auto dump = test::Dumped(record, Filled(record, {{row.condition->field, std::to_string(value)}}));
+  return std::any_of(dump.rows.begin(), dump.rows.end(),
+                     [&](const zvuti::DumpRow& shown) { return shown.path == row.name; });
+}
+
+bool Holds(const zvuti::RowCondition& condition, std::int64_t value) {
+  const std::int64_t constant = condition.constant;
+  const bool results[] = {
+      value<constant, value <= constant, value == constant, value != constant, value >= constant, value>
+          constant};
+  return results[static_cast<std::size_t>(condition.comparison)];
+}
+
+// Each part of a type against what DumpRecord and FillRecord do with the row.
+TEST(Describe, DescribesWhatIsOnTheWire) {
+  int conditions = 0, tags = 0, signs = 0;
+  for (const std::string& record : zvuti::RecordNames()) {
+    std::vector<RecordRow> rows;
+    zvuti::ListRecord(record, rows);
+    const zvuti::RecordDump dump = test::Dumped(record, Filled(record, {}));
+    for (const RecordRow& row : rows) {
+      SCOPED_TRACE(record + "." + row.name);
+      for (const zvuti::DumpRow& shown : dump.rows) {
+        if (shown.path != row.name || row.role != RowRole::kField) continue;
+        EXPECT_EQ(zvuti::FormText(shown.type), zvuti::FormText(row.type));
+        EXPECT_EQ(shown.value, row.defaultValue);
+        EXPECT_TRUE(row.type.bits == 0 || row.type.bits == 8 * shown.size);
+      }
+      const auto accepts = [&](const std::string& path) {
+        return Filled(record, {{path, "-1"}}).find(path) != 0;
+      };
+      if (row.type.form == RowForm::kInteger && row.role == RowRole::kField) {
+        EXPECT_EQ(row.type.isSigned, accepts(row.name));
+        signs += row.type.isSigned ? 1 : 0;
+      }
+      if (row.type.form == RowForm::kMap) {
+        EXPECT_EQ(row.type.hasSignedKeys,
+                  Filled(record, {{row.name + "[-1]", "0"}}).find("no such element") == std::string::npos);
+        if (row.type.element == RowForm::kInteger) {
+          EXPECT_EQ(row.type.isSigned, accepts(row.name + "[0]"));
+        }
+      }
+      for (const zvuti::RowTag& tag : row.tags) {
+        EXPECT_NE(Filled(record, {{row.name, tag.name}}).find(BytesOf(tag.tag)), std::string::npos);
+        ++tags;
+      }
+      for (std::int64_t near = -1; row.condition && near <= 1; ++near, ++conditions) {
+        const std::int64_t value = row.condition->constant + near;
+        EXPECT_EQ(IsPresent(record, row, value), Holds(*row.condition, value)) << value;
+      }
+    }
+  }
+  EXPECT_THAT((std::array{conditions, tags}), testing::ElementsAre(3, 11));
+  EXPECT_GT(signs, 50);
 }
 
 TEST(Describe, ShowsNumbersWithTheirSignsAndPlaces) {
@@ -32,10 +117,13 @@ TEST(Describe, ShowsNumbersWithTheirSignsAndPlaces) {
   EXPECT_TRUE(dump.isWhole) << dump.problem;
   EXPECT_EQ(dump.size, 34u);
   ASSERT_EQ(dump.rows.size(), 9u);  // an item with this key has no count
-  EXPECT_THAT(dump.rows[0], FieldsAre(0, 1, "Tag", "8", "255"));
-  EXPECT_THAT(dump.rows[1], FieldsAre(1, 4, "ItemKey", "32", "4294967295"));
-  EXPECT_THAT(dump.rows[2], FieldsAre(5, 4, "ItemId", "32", "-1"));
-  EXPECT_THAT(dump.rows[8], FieldsAre(26, 8, "ExtraAmount", "64", "-1"));
+  const auto isRow = [](int offset, int size, const char* path, const char* value) {
+    return FieldsAre(offset, size, path, RowRole::kField, testing::_, value, false);
+  };
+  EXPECT_THAT(dump.rows[0], isRow(0, 1, "Tag", "255"));
+  EXPECT_THAT(dump.rows[1], isRow(1, 4, "ItemKey", "4294967295"));
+  EXPECT_THAT(dump.rows[2], isRow(5, 4, "ItemId", "-1"));
+  EXPECT_THAT(dump.rows[8], isRow(26, 8, "ExtraAmount", "-1"));
 }
 
 TEST(Describe, SaysWhereTheBytesEndThatCanBeShown) {

@@ -64,7 +64,7 @@ class LiteralReader : public RowVisitor {
   void Record(const char*, const RecordType& type, void* record, Embedding) override {
     ReadLiterally(type, in_, record);
   }
-  bool OnlyIf(const char*, bool holds) override { return holds; }
+  bool OnlyIf(const Condition&, bool holds) override { return holds; }
 
  private:
   CStreamReader& in_;

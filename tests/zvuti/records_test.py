@@ -5,7 +5,6 @@ import unittest
 
 from support import SOURCE, run
 
-WIDE = {"8": 8, "16": 16, "32": 32, "64": 64}
 # Texts as the library's dump writes them: Chinese, escapes, an invalid pair, a lone lead byte.
 TEXTS = ["", "plain", "\u67ab\u53f6 \u20ac", "\\x00\\x5C\\x0A", "\\x81\\x20 end", "half \\x81", "\ue000\ue4c6"]
 
@@ -26,24 +25,24 @@ class Content:
         value = self.random.choice([0, 1, (1 << (bits - 1)) - 1, self.random.getrandbits(bits - 1)])
         return value
 
-    def value(self, form, kind):
-        if form in WIDE:
-            return self.number(WIDE[form])
-        if form == "byte code":
+    def value(self, kind, row):
+        if kind == "integer":
+            return self.number(row.get("bits", 32))
+        if kind == "byte code":
             return self.random.randrange(256)
-        if form.endswith(" tag"):
-            return form[:-4] + str(self.random.randrange(2))
-        if form == "text":
+        if kind == "tag":
+            return self.random.choice(list(row["tags"]))
+        if kind == "text":
             return self.random.choice(TEXTS)
-        if form.startswith("reserved "):
-            return " ".join("%02X" % self.random.randrange(256) for _ in range(int(form[9:])))
-        if form.startswith("sequence of "):
-            return [self.value("text" if not kind else kind, kind) for _ in range(self.random.randrange(4))]
-        if form == "map":
+        if kind == "reserved":
+            return " ".join("%02X" % self.random.randrange(256) for _ in range(row["bits"] // 8))
+        if kind == "sequence":
+            return [self.value(row["element"], row) for _ in range(self.random.randrange(4))]
+        if kind == "map" and row["element"] == "integer":
             return {str(key): self.number(31) for key in sorted(self.random.sample(range(1000), 3))}
-        if form.startswith("map of "):
-            return {str(key): self.keyed(kind, key) for key in sorted(self.random.sample(range(1000), 2))}
-        return self.record(kind)
+        if kind == "map":
+            return {str(key): self.keyed(row["type"], key) for key in sorted(self.random.sample(range(1000), 2))}
+        return self.record(row["type"])
 
     def keyed(self, kind, key):
         entry = self.record(kind)
@@ -57,10 +56,11 @@ class Content:
                     "Bundles": {"5": self.record("BundleRecord"), "2147483648": self.record("BundleRecord")}}
         content = {}
         for row in self.tables[name]:
-            if not row["name"]:
+            condition = row.get("present if")
+            if row["kind"] == "base":
                 content.update(self.record(row["type"]))
-            elif row["condition"] != "ItemKey < 1000000000" or content["ItemKey"] < 1000000000:
-                content[row["name"]] = self.value(row["form"], row["type"])
+            elif not condition or content[condition["field"]] < condition["constant"]:  # the only comparison so far
+                content[row["name"]] = self.value(row["kind"], row)
         return content
 
 

@@ -15,16 +15,13 @@
 #include <fstream>
 #include <iomanip>
 #include <iostream>
-#include <map>
 #include <set>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include <ZvUtiLib/data/CStream.h>
 #include <ZvUtiLib/records/Describe.h>
-#include <ZvUtiLib/records/WireKinds.h>
 
 namespace {
 
@@ -54,15 +51,7 @@ std::string Anchored(const std::string& record) {
   return "[" + record + "](#" + anchor + ")";
 }
 
-bool IsAccepted(const std::string& record, const std::string& path, const std::string& value) {
-  std::string bytes, problem;
-  return zvuti::FillRecord(record, {{path, value}}, bytes, problem);
-}
-
-// A field is signed if it accepts a negative value.
-const char* SignOf(const std::string& record, const std::string& path) {
-  return IsAccepted(record, path, "-1") ? "signed" : "unsigned";
-}
+const char* SignOf(bool isSigned) { return isSigned ? "signed" : "unsigned"; }
 
 std::vector<zvuti::RecordRow> RowsOf(const std::string& record) {
   std::vector<zvuti::RecordRow> rows;
@@ -70,17 +59,19 @@ std::vector<zvuti::RecordRow> RowsOf(const std::string& record) {
   return rows;
 }
 
-Cell CellOf(const std::string& record, const zvuti::RecordRow& row);
+Cell CellOf(const zvuti::RecordRow& row);
 
-// A bundle table does not have the usual framing; the template explains its own.
-bool HasOwnFraming(const std::string& record) { return record == "CUtiBundleTable"; }
+// The template explains the framing of a record that has its own.
+bool HasOwnFraming(const std::vector<zvuti::RecordRow>& rows) {
+  return std::any_of(rows.begin(), rows.end(),
+                     [](const auto& row) { return row.role != zvuti::RowRole::kField; });
+}
 
 Size SizeOf(const std::string& record) {
-  if (HasOwnFraming(record)) return {8, 8, true};
   Size sum;
   for (const zvuti::RecordRow& row : RowsOf(record)) {
-    const Size size = CellOf(record, row).size;
-    if (row.condition.empty()) sum.least += size.least;
+    const Size size = CellOf(row).size;
+    if (!row.condition) sum.least += size.least;
     sum.most += size.most;
     sum.isOpen = sum.isOpen || size.isOpen;
   }
@@ -89,57 +80,58 @@ Size SizeOf(const std::string& record) {
 
 bool BeginsWith(const std::string& text, const std::string& start) { return text.rfind(start, 0) == 0; }
 
-Cell Number(const std::string& record, const zvuti::RecordRow& row, std::size_t bytes) {
-  return {row.form + " bits, " + SignOf(record, row.name), std::to_string(bytes), {bytes, bytes, false}};
-}
-
-Cell CellOf(const std::string& record, const zvuti::RecordRow& row) {
-  static const std::map<std::string, std::size_t> kNumbers = {{"8", 1}, {"16", 2}, {"32", 4}, {"64", 8}};
-  if (const auto number = kNumbers.find(row.form); number != kNumbers.end())
-    return Number(record, row, number->second);
-  if (row.form == "byte code") return {row.form, "1", {1, 1, false}};
-  if (row.form == "text") return {row.form, "2 + length", {2, 2, true}};
-  if (row.form == "map") {
-    const char* keys = IsAccepted(record, row.name + "[-1]", "0") ? "signed" : "unsigned";
-    return {std::string("map of 32 bits, ") + keys + " keys, " + SignOf(record, row.name + "[0]") + " values",
-            "4 + 8 each",
-            {4, 4, true}};
+Cell CellOf(const zvuti::RecordRow& row) {
+  using zvuti::RowForm;
+  const zvuti::RowType& type = row.type;
+  const std::size_t bytes = type.bits / 8;
+  const Size fixed = {bytes, bytes, false};
+  switch (type.form) {
+    case RowForm::kInteger:
+      return {std::to_string(type.bits) + " bits, " + SignOf(type.isSigned), std::to_string(bytes), fixed};
+    case RowForm::kByteCode:
+    case RowForm::kTag:
+      return {zvuti::FormText(type), std::to_string(bytes), fixed};
+    case RowForm::kReserved:
+      return {"reserved", std::to_string(bytes), fixed};
+    case RowForm::kText:
+      return {"text", "2 + length", {2, 2, true}};
+    case RowForm::kSequence:
+      if (type.element == RowForm::kText) return {"sequence of texts", "2 + the texts", {2, 2, true}};
+      return {
+          "sequence of " + Anchored(type.name), "2 + " + SizeOf(type.name).Text() + " each", {2, 2, true}};
+    case RowForm::kMap:
+      if (type.element == RowForm::kInteger) {
+        return {std::string("map of 32 bits, ") + SignOf(type.hasSignedKeys) + " keys, " +
+                    SignOf(type.isSigned) + " values",
+                "4 + 8 each",
+                {4, 4, true}};
+      }
+      return {"map of " + Anchored(type.name), "4 + " + SizeOf(type.name).Text() + " each", {4, 4, true}};
+    case RowForm::kRecord:
+    case RowForm::kBase:
+    case RowForm::kBlock:
+      break;
+    case RowForm::kMapEntry:
+      throw std::runtime_error("a map entry is not a row of a record");
   }
-  const std::string tag = " tag";
-  if (row.form.size() > tag.size() && row.form.substr(row.form.size() - tag.size()) == tag)
-    return {row.form, "4", {4, 4, false}};
-  if (BeginsWith(row.form, "reserved ")) {
-    const std::size_t bytes = std::stoul(row.form.substr(9));
-    return {"reserved", std::to_string(bytes), {bytes, bytes, false}};
-  }
-  if (BeginsWith(row.form, "sequence of ")) {
-    const std::string each = row.type.empty() ? "text" : SizeOf(row.type).Text();
-    return {"sequence of " + (row.type.empty() ? "texts" : Anchored(row.type)),
-            row.type.empty() ? "2 + the texts" : "2 + " + each + " each",
-            {2, 2, true}};
-  }
-  if (BeginsWith(row.form, "map of "))
-    return {"map of " + Anchored(row.type), "4 + " + SizeOf(row.type).Text() + " each", {4, 4, true}};
-  if (row.type.empty()) throw std::runtime_error("unknown form of a row: " + row.form);
-  const Size size = SizeOf(row.type);
-  return {Anchored(row.type), size.Text(), size};
+  const Size size = SizeOf(type.name);
+  return {Anchored(type.name), size.Text(), size};
 }
 
 void PutRecord(std::ostream& out, const std::string& record) {
   out << "### " << record << "\n\n";
-  if (HasOwnFraming(record)) {
+  const std::vector<zvuti::RecordRow> rows = RowsOf(record);
+  if (HasOwnFraming(rows)) {
     out << "| Field | Form | Bytes |\n|---|---|---|\n";
-    for (const zvuti::RecordRow& row : RowsOf(record)) {
-      const Cell cell = row.type.empty()
-                            ? Cell{row.form + " bits", std::to_string(std::stoul(row.form) / 8), {}}
-                            : CellOf(record, row);
+    for (const zvuti::RecordRow& row : rows) {
+      Cell cell = CellOf(row);
+      if (row.role != zvuti::RowRole::kValue) cell.form = zvuti::FormText(row.type) + " bits";
       out << "| `" << row.name << "` | " << cell.form << " | " << cell.bytes << " |\n";
     }
     return;
   }
-  const std::vector<zvuti::RecordRow> rows = RowsOf(record);
   const bool hasConditions =
-      std::any_of(rows.begin(), rows.end(), [](const auto& row) { return !row.condition.empty(); });
+      std::any_of(rows.begin(), rows.end(), [](const auto& row) { return row.condition.has_value(); });
   const Size whole = SizeOf(record);
   out << (whole.isOpen ? "At least " + std::to_string(whole.least) : whole.Text())
       << (whole.IsFixed() && whole.least == 1 ? " byte.\n\n" : " bytes.\n\n")
@@ -147,13 +139,13 @@ void PutRecord(std::ostream& out, const std::string& record) {
       << (hasConditions ? "---|\n" : "\n");
   Size at;
   for (const zvuti::RecordRow& row : rows) {
-    const Cell cell = CellOf(record, row);
-    const std::string name = row.name.empty() ? "all of " + row.type : "`" + row.name + "`";
+    const Cell cell = CellOf(row);
+    const std::string name = row.name.empty() ? "all of " + row.type.name : "`" + row.name + "`";
     out << "| " << (at.IsFixed() ? std::to_string(at.least) : "") << " | " << name << " | " << cell.form
         << " | " << cell.bytes << " |";
-    if (hasConditions) out << (row.condition.empty() ? " always |" : " if `" + row.condition + "` |");
+    if (hasConditions) out << (row.condition ? " if `" + row.condition->text + "` |" : " always |");
     out << "\n";
-    if (row.condition.empty()) at.least += cell.size.least;
+    if (!row.condition) at.least += cell.size.least;
     at.most += cell.size.most;
     at.isOpen = at.isOpen || cell.size.isOpen;
   }
@@ -169,24 +161,24 @@ std::string Hex(const unsigned char* bytes, std::size_t count) {
   return text;
 }
 
-// Members are numbered from 0. Writing a number that is not a member writes no bytes or throws.
-template <class Kind>
-void PutTags(std::ostream& out, const std::string& name) {
-  out << "| Member | Tag | Bytes |\n|---|---|---|\n";
-  for (std::uint32_t member = 0;; ++member) {
-    CStreamReader stream;
-    try {
-      stream << static_cast<Kind>(member);
-    } catch (const std::exception&) {
-      return;
+// The first row that has tags of that enumeration.
+zvuti::RecordRow TagRowOf(const std::string& enumeration) {
+  for (const std::string& record : zvuti::RecordNames()) {
+    for (const zvuti::RecordRow& row : RowsOf(record)) {
+      if (row.type.form == zvuti::RowForm::kTag && row.type.name == enumeration) return row;
     }
-    if (stream.Length() != 4) return;
-    const std::string bytes = Hex(stream.Data(), 4);
-    std::uint32_t tag = 0;
-    stream >> tag;
+  }
+  throw std::runtime_error("no record has tags of " + enumeration);
+}
+
+void PutTags(std::ostream& out, const std::string& enumeration) {
+  out << "| Member | Tag | Bytes |\n|---|---|---|\n";
+  for (const zvuti::RowTag& tag : TagRowOf(enumeration).tags) {
+    unsigned char bytes[4];
+    for (int i = 0; i < 4; ++i) bytes[i] = static_cast<unsigned char>(tag.tag >> (8 * i));
     char shown[16];
-    std::snprintf(shown, sizeof shown, "0x%08X", tag);
-    out << "| `" << name << member << "` | " << shown << " | `" << bytes << "` |\n";
+    std::snprintf(shown, sizeof shown, "0x%08X", tag.tag);
+    out << "| `" << tag.name << "` | " << shown << " | `" << Hex(bytes, 4) << "` |\n";
   }
 }
 
@@ -249,8 +241,7 @@ class Page {
         throw std::runtime_error("the template contains the record " + name + " twice");
       return PutRecord(out, name);
     }
-    if (what == "tags" && name == "BinaryKind") return PutTags<BinaryKind>(out, name);
-    if (what == "tags" && name == "StatusKind") return PutTags<StatusKind>(out, name);
+    if (what == "tags") return PutTags(out, name);
     throw std::runtime_error("unknown command in the template: " + line);
   }
 

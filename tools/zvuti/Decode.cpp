@@ -60,10 +60,10 @@ std::string BytesShown(std::string_view bytes, bool hasAll) {
 }
 
 std::string ValueShown(const zvuti::DumpRow& row) {
-  if (row.form.rfind("sequence of ", 0) == 0) return row.value == "1" ? "1 element" : row.value + " elements";
-  if (row.form == "map" || row.form.rfind("map of ", 0) == 0)
-    return row.value == "1" ? "1 entry" : row.value + " entries";
-  return row.form == "text" ? "\"" + Shown(row.value) + "\"" : row.value;
+  const zvuti::RowForm form = row.type.form;
+  if (form == zvuti::RowForm::kSequence) return row.value == "1" ? "1 element" : row.value + " elements";
+  if (form == zvuti::RowForm::kMap) return row.value == "1" ? "1 entry" : row.value + " entries";
+  return form == zvuti::RowForm::kText ? "\"" + Shown(row.value) + "\"" : row.value;
 }
 
 std::vector<Line> LinesOf(const Options& options, const zvuti::RecordDump& dump, const std::string& bytes) {
@@ -81,7 +81,7 @@ std::vector<Line> LinesOf(const Options& options, const zvuti::RecordDump& dump,
     }
     const std::string_view taken = std::string_view(bytes).substr(row.offset, row.size);
     lines.push_back({std::to_string(options.skip + row.offset), BytesShown(taken, options.hasAllBytes),
-                     std::string(2 * (parts.size() - 1), ' ') + parts.back(), ShownForm(row.form),
+                     std::string(2 * (parts.size() - 1), ' ') + parts.back(), ShownForm(row.type),
                      ValueShown(row)});
     open = parts;
   }

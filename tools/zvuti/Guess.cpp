@@ -16,6 +16,8 @@
 namespace tool {
 namespace {
 
+using zvuti::RowForm;
+
 constexpr std::size_t kMostNear = 5;  // records listed if none fits
 
 struct Options {
@@ -42,14 +44,14 @@ std::vector<std::string> DoubtsOf(const std::string& record, const zvuti::Record
   std::vector<std::string> doubts;
   bool isTagKnown = true, isTextSound = true, isReservedClear = true;
   for (const zvuti::DumpRow& row : dump.rows) {
-    if (isTagKnown && row.value.rfind("unknown tag", 0) == 0) {
+    if (isTagKnown && row.isUnknownTag) {
       doubts.push_back(row.value + " in " + row.path);
       isTagKnown = false;
-    } else if (isTextSound && row.form == "text" &&
+    } else if (isTextSound && row.type.form == RowForm::kText &&
                (FindBroken(row.value) != std::string::npos || row.value.find("\\x") != std::string::npos)) {
       doubts.push_back(PlaceAndPath("bytes that are not text", row));
       isTextSound = false;
-    } else if (isReservedClear && row.form.rfind("reserved ", 0) == 0 &&
+    } else if (isReservedClear && row.type.form == RowForm::kReserved &&
                row.value.find_first_not_of("0 ") != std::string::npos) {
       doubts.push_back(PlaceAndPath("reserved bytes that are not zero", row));
       isReservedClear = false;
@@ -70,8 +72,8 @@ Candidate Try(const std::string& record, const std::string& bytes) {
   candidate.isWhole = dump.isWhole;
   candidate.counted = static_cast<std::size_t>(
       std::count_if(dump.rows.begin(), dump.rows.end(), [](const zvuti::DumpRow& row) {
-        return row.form == "text" || row.form == "map" || row.form.rfind("map of", 0) == 0 ||
-               row.form.rfind("sequence of", 0) == 0;
+        const RowForm form = row.type.form;
+        return form == RowForm::kText || form == RowForm::kMap || form == RowForm::kSequence;
       }));
   if (dump.isWhole && dump.size == bytes.size()) candidate.doubts = DoubtsOf(record, dump, bytes);
   return candidate;

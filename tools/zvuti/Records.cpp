@@ -15,6 +15,24 @@
 namespace tool {
 namespace {
 
+using zvuti::RowForm;
+
+const char* TextOf(RowForm form) {
+  static constexpr const char* kNames[] = {"integer",   "byte code", "tag",  "text",  "sequence", "map",
+                                           "map entry", "record",    "base", "block", "reserved"};
+  return kNames[static_cast<std::size_t>(form)];
+}
+
+const char* TextOf(zvuti::RowRole role) {
+  static constexpr const char* kNames[] = {"field", "count", "key", "length", "element", "value"};
+  return kNames[static_cast<std::size_t>(role)];
+}
+
+const char* TextOf(zvuti::RowComparison comparison) {
+  static constexpr const char* kSigns[] = {"<", "<=", "==", "!=", ">=", ">"};
+  return kSigns[static_cast<std::size_t>(comparison)];
+}
+
 struct Options {
   std::string record;
   bool hasNamesOnly = false, isJson = false;
@@ -48,9 +66,9 @@ int PrintRows(const std::string& record) {
   std::vector<std::array<std::string, 5>> lines;
   lines.push_back({"row", "bytes", "field", "form", ""});
   for (const zvuti::RecordRow& row : RowsOf(record)) {
-    const bool isBase = row.name.empty();
+    const bool isBase = row.type.form == zvuti::RowForm::kBase;
     lines.push_back({std::to_string(lines.size()), Shown(WidthOf(row)), isBase ? "(all of)" : row.name,
-                     ShownForm(row.form), row.condition});
+                     ShownForm(row.type), row.condition ? row.condition->text : ""});
     for (std::size_t i = 0; i < widths.size(); ++i) widths[i] = std::max(widths[i], lines.back()[i].size());
   }
   for (const auto& line : lines) {
@@ -64,13 +82,42 @@ int PrintRows(const std::string& record) {
   return kOk;
 }
 
+// "form", "type" and "condition" are for readers; the other members say the same in parts.
+Json JsonOf(const zvuti::RecordRow& row) {
+  const zvuti::RowType& type = row.type;
+  const bool isContainer = type.form == RowForm::kSequence || type.form == RowForm::kMap;
+  Json json = {{"name", row.name},
+               {"form", zvuti::FormText(type)},
+               {"type", type.form == RowForm::kTag ? "" : type.name},
+               {"condition", row.condition ? row.condition->text : ""},
+               {"field", row.field},
+               {"role", TextOf(row.role)},
+               {"kind", TextOf(type.form)}};
+  if (type.bits > 0) json["bits"] = type.bits;
+  if (type.form == RowForm::kInteger) json["signed"] = type.isSigned;
+  if (isContainer) json["element"] = TextOf(type.element);
+  if (type.form == RowForm::kMap) json["signed keys"] = type.hasSignedKeys;
+  if (type.form == RowForm::kMap && type.element == RowForm::kInteger) json["signed values"] = type.isSigned;
+  if (!row.defaultValue.empty() || type.form == RowForm::kText) json["default"] = row.defaultValue;
+  if (type.form == RowForm::kTag) {
+    json["enumeration"] = type.name;
+    json["unknown tags"] = row.skipsUnknownTags ? "skipped" : "refused";
+    for (const zvuti::RowTag& tag : row.tags) json["tags"][tag.name] = tag.tag;
+  }
+  if (row.condition) {
+    json["present if"] = {{"field", row.condition->field},
+                          {"comparison", TextOf(row.condition->comparison)},
+                          {"constant", row.condition->constant}};
+  }
+  return json;
+}
+
 int PrintJson(const std::string& record) {
   Json all = Json::object();
   for (const std::string& name : record.empty() ? zvuti::RecordNames() : std::vector<std::string>{record}) {
     Json rows = Json::array();
     for (const zvuti::RecordRow& row : RowsOf(name)) {
-      rows.push_back(
-          {{"name", row.name}, {"form", row.form}, {"type", row.type}, {"condition", row.condition}});
+      rows.push_back(JsonOf(row));
     }
     all[name] = std::move(rows);
   }

@@ -1,5 +1,5 @@
-// Describes the format of the library's records: lists the rows of a record, shows bytes as a record, and
-// builds the bytes of a record from named values.
+// Describes the format of the library's records: lists the rows of a record with their types, shows bytes as a
+// record, and builds the bytes of a record from named values.
 //
 // A path names a field as in the structure: "Text1", "Status.Kind", "Items[2].Count" (an element of a
 // sequence), "Attributes[-5]" (the value under a key of a map), "Block.Amount1". Fields inherited from a
@@ -11,21 +11,81 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include <ZvUtiLib/Export.h>
+#include <ZvUtiLib/data/RowComparison.h>
 
 namespace zvuti {
 
+/// What the bytes of a row are.
+enum class RowForm {
+  kInteger,   ///< 8, 16, 32 or 64 bits, little-endian, in two's complement if signed
+  kByteCode,  ///< a 32-bit field of which only the low byte travels: 0 to 255
+  kTag,       ///< a member of an enumeration, as the 32-bit constant that belongs to it
+  kText,      ///< a 16-bit length and that many bytes of GBK
+  kSequence,  ///< a 16-bit count and that many elements
+  kMap,       ///< a signed 32-bit count and that many entries, none if it is below 0
+  kMapEntry,  ///< in a dump only: a 32-bit key and a 32-bit value
+  kRecord,    ///< the rows of another record
+  kBase,      ///< the rows of the record that this one extends; its fields are also fields of this one
+  kBlock,     ///< the rows of another record, which are its image in memory
+  kReserved,  ///< bytes without a meaning
+};
+
+/// The type of a row.
+struct RowType {
+  RowForm form = RowForm::kInteger;
+  /// Width of a row that always has the same: an integer, a byte code (8), a tag (32), a map entry (64), a
+  /// block or reserved bytes (8 for each byte). Otherwise 0.
+  unsigned bits = 0;
+  bool isSigned = false;       ///< of an integer, or of the values in a map of integers
+  bool hasSignedKeys = false;  ///< of a map or a map entry; keys have 32 bits
+  /// In a sequence kText or kRecord. In a map kInteger, of 32 bits, or kRecord: a record that holds its key.
+  RowForm element = RowForm::kInteger;
+  std::string name;  ///< of the record inside, that of elements included; of a tag: of its enumeration
+};
+
+/// What a row is there for. CUtiBundleTable has maps whose counts stand apart from their entries. The rows of
+/// one field from kKey on are together an entry. All other records have rows of kind kField only.
+enum class RowRole {
+  kField,    ///< a field
+  kCount,    ///< the number of entries of a map: a signed integer; there are none if it is below 0
+  kKey,      ///< the key of an entry
+  kLength,   ///< the number of elements in the entry
+  kElement,  ///< each element in the entry
+  kValue,    ///< the record in the entry
+};
+
+/// When a row is present: if `field` compares like that with `constant`.
+struct RowCondition {
+  std::string field;  ///< an integer, earlier in the same record
+  RowComparison comparison = RowComparison::kLess;
+  std::int64_t constant = 0;
+  std::string text;  ///< the same in words, "ItemKey < 1000000000"
+};
+
+/// A member of a tagged enumeration.
+struct RowTag {
+  std::string name;       ///< "StatusKind3"
+  std::uint32_t tag = 0;  ///< on the wire
+};
+
 /// One row of a record, in wire order.
 struct RecordRow {
-  std::string name;  ///< of the field; empty for a base record
-  /// "8", "16", "32", "64", "byte code", "StatusKind tag", "text", "sequence of ItemRecord", "map",
-  /// "map of AmountEntry", "block of 64", "reserved 4", or the name of a record
-  std::string form;
-  std::string type;       ///< the record type inside, if any
-  std::string condition;  ///< when the row is present; empty if always
+  /// Of the field, empty for a base record. In a CUtiBundleTable the path of the row, in which [key] and
+  /// [index] stand for the numbers: "group count", "Groups.key", "Groups[key].count", "Groups[key][index]".
+  std::string name;
+  std::string field;  ///< the field that the row is a part of: `name`, or "Groups" for all of these
+  RowRole role = RowRole::kField;
+  RowType type;
+  std::string defaultValue;  ///< in a new record, as DumpRow shows it; empty for records and parts of a map
+  std::vector<RowTag> tags;  ///< of a tag: the members, in their order
+  bool skipsUnknownTags = false;  ///< of a tag: a reader skips others and leaves the field, or else throws
+  std::optional<RowCondition> condition;  ///< none if the row is always present
 };
 
 /// One value in the bytes of a record.
@@ -33,8 +93,10 @@ struct DumpRow {
   std::size_t offset = 0;  ///< from the first byte of the record
   std::size_t size = 0;    ///< for a sequence or map: of its count only
   std::string path;        ///< of the field
-  std::string form;        ///< as in RecordRow, or "map entry"
-  std::string value;       ///< for a sequence or map: the count
+  RowRole role = RowRole::kField;
+  RowType type;
+  std::string value;          ///< for a sequence or map: the count
+  bool isUnknownTag = false;  ///< a tag that no member of its enumeration has
 };
 
 /// The bytes of a record, value by value.
@@ -53,6 +115,11 @@ struct NamedValue {
 
 /// Returns the names of all records.
 ZVUTILIB_API std::vector<std::string> RecordNames();
+
+/// Returns the type in words: "8", "16", "32", "64", "byte code", "StatusKind tag", "text",
+/// "sequence of ItemRecord", "map", "map of AmountEntry", "map entry", "block of 64", "reserved 4", or the
+/// name of the record inside.
+ZVUTILIB_API std::string FormText(const RowType& type);
 
 /// Lists the rows of a record. Returns false if there is no such record.
 ZVUTILIB_API bool ListRecord(const std::string& record, std::vector<RecordRow>& rows);

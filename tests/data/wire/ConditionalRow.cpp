@@ -20,7 +20,7 @@ namespace zvuti::wire {
 ZV_ROWS(Sample) {
   v.bits8(ZV_ROW(Kind));
   v.list(ZV_ROW(Texts));
-  if (v.onlyIf("Kind > 1", r, &Sample::IsLong)) {
+  if (v.onlyIf({"Kind", RowComparison::kGreater, 1}, r, &Sample::IsLong)) {
     v.bits32(ZV_ROW(Number));
 #if REFUSED == 1
     v.list(ZV_ROW(Texts));

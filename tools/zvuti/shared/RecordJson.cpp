@@ -12,6 +12,8 @@
 namespace tool {
 namespace {
 
+using zvuti::RowRole;
+
 template <class T>
 bool ParseWhole(std::string_view text, T& value) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -74,15 +76,16 @@ void Put(Json& root, const std::string& record, const zvuti::DumpRow& row) {
     return name;
   };
   const auto isBelowZero = [&row] { return row.value.substr(0, 1) == "-"; };
-  const std::string first = takeName();
-  const Field* field = FindField(record, first);
-  if (!field) {
+  if (row.role == RowRole::kKey) return;
+  if (row.role == RowRole::kCount) {
     const Field* const counted = FindCounted(record, row.path);
     if (counted && isBelowZero()) root[counted->name] = Number(row.value);
     return;
   }
+  const std::string first = takeName();
+  const Field* field = FindField(record, first);
+  if (!field) return;
   const Shape* shape = &field->shape;
-  if (shape->kind == Shape::Kind::kMap && path.substr(0, 1) == ".") return;  // "Groups.key"
   Json* at = &root[first];
   while (!path.empty() && path != shape->sizePath) {
     if (at->is_null()) *at = EmptyOf(*shape);
@@ -214,11 +217,8 @@ Json ToJson(const std::string& record, const zvuti::RecordDump& dump) {
 bool IsAsWritten(const std::string& record, const zvuti::RecordDump& dump, std::string_view bytes) {
   std::vector<zvuti::NamedValue> values;
   for (const zvuti::DumpRow& row : dump.rows) {
-    const std::size_t end = std::min(row.path.find_first_of(".["), row.path.size());
-    const Field* const field = FindField(record, row.path.substr(0, end));
-    const bool isCount = row.form == "map" || row.form.rfind("map of ", 0) == 0;
-    const bool isFraming = !field || (field->shape.kind == Shape::Kind::kMap && row.path[end] == '.');
-    if (!isCount && !isFraming) values.push_back({row.path, row.value});
+    const bool isCount = row.type.form == zvuti::RowForm::kMap || row.role == RowRole::kCount;
+    if (!isCount && row.role != RowRole::kKey) values.push_back({row.path, row.value});
   }
   std::string again, problem;
   return zvuti::FillRecord(record, values, again, problem) && again == bytes;

@@ -8,62 +8,74 @@
 namespace tool {
 namespace {
 
-bool BeginsWith(const std::string& text, const char* start) { return text.rfind(start, 0) == 0; }
-bool EndsWith(const std::string& text, const std::string& end) {
-  return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
-}
-bool IsNumber(const std::string& form) { return form.find_first_not_of("0123456789") == form.npos; }
+using zvuti::RowForm;
+using zvuti::RowRole;
 
-Shape ShapeOf(const std::string& form, const std::string& type) {
+Shape ShapeOf(const zvuti::RowType& type);
+
+Shape ShapeOfElements(Shape::Kind kind, const zvuti::RowType& type) {
+  zvuti::RowType element;
+  element.form = type.element;
+  element.name = type.name;
   Shape shape;
-  if (BeginsWith(form, "sequence of ")) {
-    shape.kind = Shape::Kind::kList;
-    shape.element.push_back(type.empty() ? ShapeOf("text", "") : ShapeOf(type, type));
-  } else if (form == "map" || BeginsWith(form, "map of ")) {
-    shape.kind = Shape::Kind::kMap;
-    shape.element.push_back(ShapeOf(type.empty() ? "32" : type, type));
-  } else if (!type.empty()) {
-    shape.kind = Shape::Kind::kRecord;
-    shape.record = type;
-  } else {
-    shape.kind = IsNumber(form) || form == "byte code" ? Shape::Kind::kNumber : Shape::Kind::kText;
+  shape.kind = kind;
+  shape.element.push_back(ShapeOf(element));
+  return shape;
+}
+
+Shape ShapeOf(const zvuti::RowType& type) {
+  Shape shape;
+  switch (type.form) {
+    case RowForm::kSequence:
+      return ShapeOfElements(Shape::Kind::kList, type);
+    case RowForm::kMap:
+      return ShapeOfElements(Shape::Kind::kMap, type);
+    case RowForm::kInteger:
+    case RowForm::kByteCode:
+    case RowForm::kMapEntry:
+      shape.kind = Shape::Kind::kNumber;
+      break;
+    case RowForm::kTag:
+    case RowForm::kText:
+    case RowForm::kReserved:
+      shape.kind = Shape::Kind::kText;
+      break;
+    case RowForm::kRecord:
+    case RowForm::kBase:
+    case RowForm::kBlock:
+      shape.kind = Shape::Kind::kRecord;
+      shape.record = type.name;
+      break;
   }
   return shape;
 }
 
-// Builds the shape for the bracketed part of a row's name. A record with its own framing lists a list within
-// a map as "Groups[key][index]", the size of that list as "Groups[key].count", and the count of the map in a
-// row of its own without brackets.
-Shape BracketedShape(const std::string& brackets, const zvuti::RecordRow& row) {
-  if (brackets.empty()) return ShapeOf(row.form, row.type);
-  Shape shape;
-  const std::size_t close = brackets.find(']');
-  const bool isList = BeginsWith(brackets, "[index]");
-  shape.kind = isList ? Shape::Kind::kList : Shape::Kind::kMap;
-  if (isList) shape.sizePath = ".count";
-  shape.element.push_back(BracketedShape(brackets.substr(close + 1), row));
-  return shape;
+// Adds a row of a record with its own framing to the shape of the map that the row is a part of.
+void AddPart(Shape& map, const zvuti::RecordRow& row) {
+  map.kind = Shape::Kind::kMap;
+  if (row.role == RowRole::kCount) map.countPath = row.name;
+  if (row.role == RowRole::kLength) {
+    map.element.emplace_back();
+    map.element[0].kind = Shape::Kind::kList;
+    map.element[0].sizePath = kLengthSuffix;
+  }
+  if (row.role == RowRole::kElement) map.element[0].element.push_back(ShapeOf(row.type));
+  if (row.role == RowRole::kValue) map.element.push_back(ShapeOf(row.type));
 }
 
 std::vector<Field> FieldsOf(const std::string& record) {
   std::vector<Field> fields;
-  const auto& rows = RowsOf(record);
-  const bool isFramed = std::any_of(rows.begin(), rows.end(), [](const zvuti::RecordRow& row) {
-    return row.name.find('[') != row.name.npos;
-  });
-  std::vector<std::string> counts;  // of the maps, in their order; only in a record with its own framing
-  for (const zvuti::RecordRow& row : rows) {
-    const std::size_t bracket = row.name.find('[');
-    if (isFramed && row.name.find_first_of(".[") == row.name.npos) {
-      counts.push_back(row.name);
-    } else if (row.name.empty()) {
-      const std::vector<Field> inherited = FieldsOf(row.type);
+  for (const zvuti::RecordRow& row : RowsOf(record)) {
+    if (row.type.form == RowForm::kBase) {
+      const std::vector<Field> inherited = FieldsOf(row.type.name);
       fields.insert(fields.end(), inherited.begin(), inherited.end());
-    } else if (!isFramed) {
-      fields.push_back({row.name, ShapeOf(row.form, row.type)});
-    } else if (bracket != row.name.npos && !EndsWith(row.name, ".count")) {
-      fields.push_back({row.name.substr(0, bracket), BracketedShape(row.name.substr(bracket), row)});
-      if (fields.size() <= counts.size()) fields.back().shape.countPath = counts[fields.size() - 1];
+    } else if (row.role == RowRole::kField) {
+      fields.push_back({row.field, ShapeOf(row.type)});
+    } else {
+      auto map = std::find_if(fields.begin(), fields.end(),
+                              [&](const Field& field) { return field.name == row.field; });
+      if (map == fields.end()) map = fields.insert(fields.end(), {row.field, {}});
+      AddPart(map->shape, row);
     }
   }
   return fields;
@@ -134,27 +146,25 @@ const Field* FindCounted(const std::string& record, const std::string& path) {
 }
 
 Width WidthOf(const zvuti::RecordRow& row) {
-  const std::string& form = row.form;
-  Width width;
-  if (form.empty()) return width;
-  if (IsNumber(form)) {
-    width.least = width.most = std::stoul(form) / 8;
-  } else if (form == "byte code") {
-    width.least = width.most = 1;
-  } else if (EndsWith(form, " tag")) {
-    width.least = width.most = 4;
-  } else if (BeginsWith(form, "reserved ") || BeginsWith(form, "block of ")) {
-    width.least = width.most = std::stoul(form.substr(form.rfind(' ') + 1));
-  } else if (form == "text" || BeginsWith(form, "sequence of ")) {
-    width = {2, kAnyWidth};
-  } else if (form == "map" || BeginsWith(form, "map of ")) {
-    width = {4, kAnyWidth};
-  } else {
-    width = WidthOf(row.type);
+  Width width = {row.type.bits / 8, row.type.bits / 8};
+  switch (row.type.form) {
+    case RowForm::kText:
+    case RowForm::kSequence:
+      width = {2, kAnyWidth};
+      break;
+    case RowForm::kMap:
+      width = {4, kAnyWidth};
+      break;
+    case RowForm::kRecord:
+    case RowForm::kBase:
+      width = WidthOf(row.type.name);
+      break;
+    default:
+      break;
   }
-  if (!row.condition.empty()) width.least = 0;
-  // In a record with its own framing, a count says how often this row occurs; it may be never.
-  if (row.name.find("key") != row.name.npos) width = {0, kAnyWidth};
+  if (row.condition) width.least = 0;
+  // In a record with its own framing a count says how often such a row occurs; it may be never.
+  if (row.role != RowRole::kField && row.role != RowRole::kCount) width = {0, kAnyWidth};
   return width;
 }
 
@@ -168,6 +178,8 @@ Width WidthOf(const std::string& record) {
   return sum;
 }
 
-std::string ShownForm(const std::string& form) { return IsNumber(form) ? form + "-bit" : form; }
+std::string ShownForm(const zvuti::RowType& type) {
+  return zvuti::FormText(type) + (type.form == RowForm::kInteger ? "-bit" : "");
+}
 
 }  // namespace tool

@@ -9,13 +9,16 @@
 
 namespace tool {
 
+/// The path of a sequence with this suffix sets the length of one in a record with its own framing.
+inline constexpr const char* kLengthSuffix = ".count";
+
 struct Shape {
   enum class Kind { kNumber, kText, kRecord, kList, kMap };
 
   Kind kind = Kind::kNumber;
   std::string record;          ///< of a record: the name of its type
   std::vector<Shape> element;  ///< of a list or map: the shape of its elements, as the only item
-  std::string sizePath;        ///< of a list: the suffix of the path that sets its size, such as ".count"
+  std::string sizePath;        ///< of a list: the suffix of the path that sets its size: "" or ".count"
   std::string countPath;       ///< of a map: the path that sets its count, if that is not its own path
 };
 
@@ -40,7 +43,7 @@ inline constexpr std::size_t kAnyWidth = static_cast<std::size_t>(-1);
 Width WidthOf(const zvuti::RecordRow& row);
 Width WidthOf(const std::string& record);
 
-/// The form as shown to the user: "32-bit" for "32", others unchanged.
-std::string ShownForm(const std::string& form);
+/// The form as shown to the user: FormText, but "32-bit" for "32".
+std::string ShownForm(const zvuti::RowType& type);
 
 }  // namespace tool
