@@ -4,8 +4,6 @@
 #include <string>
 #include <string_view>
 
-#include "input/HexText.h"
-
 namespace tool {
 
 /// Returns all bytes of a file, or of standard input if the path is "" or "-". Throws Failure.
