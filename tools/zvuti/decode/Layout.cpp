@@ -28,6 +28,7 @@ class Parser {
   std::vector<Part> ParseParts(int depth) {
     std::vector<Part> parts;
     do {
+      cursor_.SkipAll(kBlanks);
       if (!parts.empty() && parts.back().isToEnd) Refuse("stands after *, which takes all bytes");
       parts.push_back(ParsePart(depth));
       cursor_.SkipAll(kBlanks);
@@ -38,7 +39,6 @@ class Parser {
 
   Part ParsePart(int depth) {
     Part part;
-    cursor_.SkipAll(kBlanks);
     if (cursor_.Peek() == '(') {
       if (depth == kMostDepth) Refuse("opens too many groups in one another");
       cursor_.Skip();

@@ -30,6 +30,7 @@ struct Check {
   RowForm form = RowForm::kReserved;  ///< reserved, tag, text, sequence or map
   std::size_t size = 0;               ///< of reserved bytes, or the least of an element
   std::vector<std::uint32_t> tags;
+  bool isPlain = false;  ///< the elements are numbers alone, so that only a whole record has evidence
 };
 
 struct Pattern {
@@ -44,12 +45,21 @@ std::size_t LeastElement(const zvuti::RowType& type) {
   return type.form == RowForm::kMap ? 8 : 2;
 }
 
+bool Collect(const std::string& record, std::size_t& at, std::vector<Check>& checks);
+
+bool HasPlainElements(const zvuti::RowType& type) {
+  if (type.element != RowForm::kRecord) return type.form == RowForm::kMap;
+  std::size_t size = 0;
+  std::vector<Check> checks;
+  return Collect(type.name, size, checks) && checks.empty();
+}
+
 // Collects the checks of a record from `at` on. Returns false after the first row whose size is not fixed.
 bool Collect(const std::string& record, std::size_t& at, std::vector<Check>& checks) {
   for (const zvuti::RecordRow& row : RowsOf(record)) {
     if (row.condition || row.role != zvuti::RowRole::kField) return false;
     const zvuti::RowType& type = row.type;
-    Check check{at, type.form, type.bits / 8, {}};
+    Check check{at, type.form, type.bits / 8, {}, false};
     switch (type.form) {
       case RowForm::kRecord:
       case RowForm::kBase:
@@ -59,6 +69,7 @@ bool Collect(const std::string& record, std::size_t& at, std::vector<Check>& che
       case RowForm::kSequence:
       case RowForm::kMap:
         check.size = LeastElement(type);
+        check.isPlain = HasPlainElements(type);
         [[fallthrough]];
       case RowForm::kText:
         checks.push_back(check);
@@ -95,9 +106,9 @@ bool Passes(const Check& check, const ByteReader& bytes, std::size_t start) {
       return left - 2 >= size && HasNoControls(bytes.Bytes(at + 2, std::min(size, kTextLook)));
     }
     case RowForm::kSequence:
-      return left - 2 >= bytes.U16(at) * check.size;
+      return (check.isPlain ? std::min(left, kFirstLook) : left) - 2 >= bytes.U16(at) * check.size;
     default:  // a map
-      return bytes.U32(at) <= (left - 4) / check.size;
+      return bytes.U32(at) <= ((check.isPlain ? std::min(left, kFirstLook) : left) - 4) / check.size;
   }
 }
 

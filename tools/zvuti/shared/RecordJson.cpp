@@ -214,7 +214,7 @@ class Values {
   [[noreturn]] static void Refuse(const std::string& path, const char* need, const Json& json) {
     std::string given = json.dump(-1, ' ', true, Json::error_handler_t::replace);
     if (given.size() > 40) given = given.substr(0, 37) + "...";
-throw Failure(path + ": " + need + ", not " + given);
+    throw Failure(path + ": " + need + ", not " + given);
   }
 
   std::vector<zvuti::NamedValue> values_;
