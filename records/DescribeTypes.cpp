@@ -58,6 +58,7 @@ RowType TypeWithElements(RowForm form, RowForm otherElement, const RecordType* e
 RowType RowTypeOf(NumberRef field) {
   RowType type = FixedType(RowForm::kInteger, field.bytes);
   type.isSigned = field.isSigned;
+  type.isPackedTime = field.isPackedTime;
   return type;
 }
 

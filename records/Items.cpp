@@ -9,7 +9,7 @@ ZV_ROWS(ItemRecord) {
   v.bits8(ZV_ROW(Tag));
   v.bits32(ZV_ROW(ItemKey));
   v.bits32(ZV_ROW(ItemId));
-  v.bits32(ZV_ROW(StartTime));
+  v.packedTime(ZV_ROW(StartTime));
   v.bits32(ZV_ROW(ValidDays));
   v.bits32(ZV_ROW(DailyValue));
   if (v.onlyIf({"ItemKey", RowComparison::kLess, 1'000'000'000}, r, &ItemRecord::HasCountOnWire)) {

@@ -6,6 +6,7 @@
 //
 // The kinds of rows, as calls on a visitor `v`:
 //   v.bits8 bits16 bits32 bits64   an integer, signed or not; the field has exactly that width
+//   v.packedTime                   an unsigned 32-bit integer that is a packed time
 //   v.code                         a 32-bit field that travels as one byte
 //   v.tag                          a tagged enumeration; kTags<E> holds its tags
 //   v.text                         std::string, after a 16-bit count

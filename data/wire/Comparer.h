@@ -28,6 +28,7 @@ class Comparer {
   void bits16(const char*, const auto& field) { Compare(field); }
   void bits32(const char*, const auto& field) { Compare(field); }
   void bits64(const char*, const auto& field) { Compare(field); }
+  void packedTime(const char*, const auto& field) { Compare(field); }
   void code(const char*, const auto& field) { Compare(field); }
   void tag(const char*, const auto& field) { Compare(field); }
   void text(const char*, const std::string& field) { Compare(field); }

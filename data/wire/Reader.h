@@ -92,6 +92,7 @@ class Reader {
   ZV_INLINE void bits32(const char*, T& field) {
     Number<4>(field);
   }
+  ZV_INLINE void packedTime(const char*, std::uint32_t& field) { Number<4>(field); }
   template <class T>
   ZV_INLINE void bits64(const char*, T& field) {
     Number<8>(field);

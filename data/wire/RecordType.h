@@ -43,6 +43,7 @@ struct NumberRef {
   void* at;
   unsigned bytes;
   bool isSigned;
+  bool isPackedTime = false;
 
   template <class T>
   static NumberRef Of(T& field) {

@@ -101,12 +101,14 @@ struct Codec;
 /// and kReads, true if it stores into the fields. Rows for records, blocks and lists take any type.
 template <class V>
 concept RowWalk = requires(V& v, const char* name, std::uint8_t& number8, std::uint16_t& number16,
-                           std::int32_t& number32, std::int64_t& number64, std::string& text) {
+                           std::int32_t& number32, std::uint32_t& unsigned32, std::int64_t& number64,
+                           std::string& text) {
   { V::kReads } -> std::convertible_to<bool>;
   v.bits8(name, number8);
   v.bits16(name, number16);
   v.bits32(name, number32);
   v.bits64(name, number64);
+  v.packedTime(name, unsigned32);
   v.code(name, number32);
   v.text(name, text);
   v.local(name, text);
@@ -156,6 +158,7 @@ class Meter {
   constexpr void bits16(const char*, const auto&) { Fixed(2); }
   constexpr void bits32(const char*, const auto&) { Fixed(4); }
   constexpr void bits64(const char*, const auto&) { Fixed(8); }
+  constexpr void packedTime(const char*, const auto&) { Fixed(4); }
   constexpr void code(const char*, const auto&) { Fixed(1); }
   constexpr void tag(const char*, const auto&) { Fixed(4); }
   constexpr void block16(const char*, const auto&) { Fixed(16); }

@@ -32,6 +32,11 @@ class Walker {
   void bits64(const char* name, T& field) {
     rows_.Number(name, NumberRef::Of(field));
   }
+  void packedTime(const char* name, std::uint32_t& field) {
+    NumberRef number = NumberRef::Of(field);
+    number.isPackedTime = true;
+    rows_.Number(name, number);
+  }
   template <class T>
   void code(const char* name, T& field) {
     rows_.Code(name, NumberRef::Of(field));

@@ -55,6 +55,7 @@ class Writer {
   ZV_INLINE void bits32(const char*, const T& value) {
     Number<4>(value);
   }
+  ZV_INLINE void packedTime(const char*, std::uint32_t value) { Number<4>(value); }
   template <class T>
   ZV_INLINE void bits64(const char*, const T& value) {
     Number<8>(value);

@@ -30,6 +30,7 @@ std::string Listed(const std::string& record) {
   std::string text;
   for (const RecordRow& row : rows) {
     text += row.name + ": " + zvuti::FormText(row.type) + (row.type.isSigned ? ", signed" : "");
+    text += row.type.isPackedTime ? ", packed time" : "";
     text += row.type.hasSignedKeys ? ", signed keys" : "";
     text += kRoles[static_cast<std::size_t>(row.role)] + (row.field == row.name ? "" : " of " + row.field);
     text += row.defaultValue.empty() ? "" : ", default " + row.defaultValue;
@@ -41,6 +42,11 @@ std::string Listed(const std::string& record) {
 TEST(Describe, ListsTheRowsInWireOrderWithTheirTypes) {
   EXPECT_EQ(Listed("PricedItem"),
             ": ItemRecord\nExtraValue: 32, default 0\nExtraAmount: 64, signed, default 0\n");
+  EXPECT_EQ(
+      Listed("ItemRecord"),
+      "Tag: 8, default 0\nItemKey: 32, default 0\nItemId: 32, signed, default 0\n"
+      "StartTime: 32, packed time, default 0\nValidDays: 32, signed, default 0\nDailyValue: 32, default 0\n"
+      "Count: 32, signed, default 0, if ItemKey < 1000000000\nTailByte: 8, default 0\n");
   EXPECT_EQ(Listed("CodedAmount"),
             "Flag: 8, default 0\nCode2: byte code, default 0\nCode1: byte code, default 0\n"
             "Value1: 32, default 0\nValue2: 32, default 0\nAmount: 64, signed, default 0\n");

@@ -19,10 +19,16 @@ CASES = [
     (["decode", "ItmRecord"], b"", 2, "did you mean ItemRecord?"),
     (["decode", "ItemRecord", "no-such-file"], b"", 2, "No such file"),
     (["decode", "ItemRecord", "/"], b"", 2, "it is a folder"),
-    (["decode", "ItemRecord", "--hex"], b"00\n0g", 2, "line 2: not a pair"),
+    (["decode", "ItemRecord", "--hex"], b"00\n0g", 2, "line 2, column 1: '0g' is not pairs"),
     (["decode", "ItemRecord", "--skip", "9"], b"123", 2, "is beyond the 3 bytes"),
     (["decode", "ItemRecord", "--skip", "-1"], b"123", 2, "--skip"),
     (["bogus"], b"", 2, "no command or option bogus"),
+    (["decod"], b"", 2, "did you mean decode?"),
+    (["decode", "--jsn"], b"", 2, "decode has no option --jsn; did you mean --json?"),
+    (["encode", "ItemRecord"], b'{"Cuont": 1}', 2, "Cuont: no such field in ItemRecord; did you mean Count?"),
+    (["encode", "ItemRecord"], b'{"StartTime": "2013-02-29"}', 2, "there is no day 29 in this month"),
+    (["encode", "ItemRecord"], b'{"StartTime": "1999-12-31"}', 2, "not a date from 2000 to 2063"),
+    (["records", "ItemRecord", "--color", "always"], b"", 0, "\x1b[1mStartTime"),
     (["records", "ItemRecord"], b"", 0, "ItemRecord: 22-26 bytes"),
     (["check", "no-such-folder"], b"", 2, "there is no folder"),
     (["check", "."], b"", 2, "contains nothing that a client reads"),
@@ -36,7 +42,7 @@ CASES = [
     (["time", "0x1FFFFFFFF"], b"", 2, "does not fit in 32 bits"),
     (["time", "2013-02-29 00:00:00"], b"", 1, "there is no day 29"),
     (["time", "1999-01-01"], b"", 1, "1999 is out of range and becomes 2063; years are 2000 to 2063"),
-    (["time", "now", "nonsense"], b"", 2, "neither a packed word nor a time"),
+    (["time"], b"\n", 2, "no time is given, and standard input is empty"),
     (["mask", "/dev/null"], b"", 2, "not a regular file"),
     (["wheel"], b"", 2, "--slot is required"),
     (["wheel", "--slot", "12"], b"", 2, "0 to 11"),
@@ -57,6 +63,13 @@ class Commands(unittest.TestCase):
                 self.assertIn(part, (done[1] + done[2]).decode())
                 if code == 2:
                     self.assertEqual(done[1], b"")
+
+    def test_numbers_and_times_go_on_after_a_bad_one(self):
+        for arguments, stdin, lines, problems in (
+                (["number", "x", "7", "-5", "--color", "never"], b"", 7, 1), (["number"], b"x\n 7 \n\n-5\r\n", 7, 1),
+                (["time", "x", "0x363AC8B8", "y"], b"", 1, 2), (["time", "-"], b"2013-08-29 12:34:56\nx\n909822136", 2, 1)):
+            code, out, error = run(*arguments, stdin=stdin)
+            self.assertEqual((code, out.count(b"\n"), error.count(b"\n")), (2, lines, problems), arguments)
 
     def test_reports_a_list_without_words(self):
         with tempfile.NamedTemporaryFile() as words:
@@ -112,7 +125,7 @@ class Commands(unittest.TestCase):
         self.assertEqual((done.returncode, done.stdout, done.stderr), (0, b"***** or ****\n", b""))
 
     def test_every_command_has_help_with_an_example(self):
-        for command in ("decode", "encode", "records", "guess", "check", "mask", "convert", "number", "time", "wheel"):
+        for command in ("decode", "encode", "diff", "records", "guess", "check", "mask", "convert", "number", "time", "wheel"):
             code, out, _ = run(command, "--help")
             self.assertEqual(code, 0)
             self.assertIn(f"  zvuti {command}".encode(), out.split(b"Options:")[1])
@@ -166,6 +179,9 @@ class Commands(unittest.TestCase):
         self.assertEqual(complete([]), re.findall(r"^  (\w+) {4,}", help_text.split("Subcommands:")[1], re.M))
         self.assertEqual(complete(["decode"]), run("records", "--names")[1].decode().split())
         self.assertIn("hidden-word", complete(["check", ".", "--ignore"]))
+        for before in (["--skip", "4"], ["--color", "=", "never"]):
+            self.assertIn("ItemRecord", complete(["decode", *before]))
+        self.assertNotIn("ItemRecord", complete(["decode", "--skip", "4", "ItemRecord"]))
 
 
 if __name__ == "__main__":

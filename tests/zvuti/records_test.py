@@ -26,6 +26,8 @@ class Content:
         return value
 
     def value(self, kind, row):
+        if row.get("packed time"):
+            return self.random.choice([0, 1, 2**32 - 1, "2013-08-29 12:34:56", "2063-12-31 23:59:59"])
         if kind == "integer":
             return self.number(row.get("bits", 32))
         if kind == "byte code":

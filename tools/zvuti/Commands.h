@@ -8,6 +8,7 @@ namespace tool {
 
 void AddDecode(CLI::App& program, int& exitCode);
 void AddEncode(CLI::App& program, int& exitCode);
+void AddDiff(CLI::App& program, int& exitCode);
 void AddRecords(CLI::App& program, int& exitCode);
 void AddGuess(CLI::App& program, int& exitCode);
 void AddCheck(CLI::App& program, int& exitCode);

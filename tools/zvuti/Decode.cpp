@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-#include <ZvUtiLib/records/Describe.h>
-
 #include "Commands.h"
+#include "decode/FieldTree.h"
+#include "decode/Html.h"
+#include "decode/Layout.h"
+#include "decode/Messages.h"
+#include "input/Input.h"
 #include "shared/Files.h"
-#include "shared/GbkText.h"
-#include "shared/RecordJson.h"
-#include "shared/Shape.h"
 #include "shared/Terminal.h"
 
 namespace tool {
@@ -20,8 +20,9 @@ constexpr std::size_t kShownBytes = 8;  // per row, without --all-bytes
 constexpr std::size_t kShownRest = 16;  // of the bytes after the record
 
 struct Options {
-  std::string record, file;
-  bool isHex = false, isJson = false, hasAllBytes = false;
+  std::string layout, html;
+  Input input;
+  bool isJson = false, hasAllBytes = false;
   std::size_t skip = 0;
 };
 
@@ -29,61 +30,22 @@ struct Line {
   std::string offset, bytes, field, type, value;
 };
 
-// Splits "Items[2].Count" into "Items", "[2]" and "Count".
-std::vector<std::string> PartsOf(const std::string& path) {
-  std::vector<std::string> parts;
-  for (std::size_t at = 0; at < path.size();) {
-    const std::size_t end = std::min(path.find_first_of(".[", at + 1), path.size());
-    parts.push_back(path.substr(at, end - at));
-    at = end < path.size() && path[end] == '.' ? end + 1 : end;
-  }
-  return parts;
-}
-
-std::string TypeAt(const std::string& record, const std::vector<std::string>& parts) {
-  const Shape* shape = nullptr;
-  for (const std::string& part : parts) {
-    if (part[0] == '[') {
-      shape = shape && !shape->element.empty() ? &shape->element[0] : nullptr;
-    } else {
-      const Field* field = FindField(shape ? shape->record : record, part);
-      shape = field ? &field->shape : nullptr;
-    }
-    if (!shape) return {};
-  }
-  return shape ? shape->record : "";
-}
-
 std::string BytesShown(std::string_view bytes, bool hasAll) {
   if (hasAll || bytes.size() <= kShownBytes) return ToHex(bytes);
   return ToHex(bytes.substr(0, kShownBytes)) + " ..";
 }
 
-std::string ValueShown(const zvuti::DumpRow& row) {
-  const zvuti::RowForm form = row.type.form;
-  if (form == zvuti::RowForm::kSequence) return row.value == "1" ? "1 element" : row.value + " elements";
-  if (form == zvuti::RowForm::kMap) return row.value == "1" ? "1 entry" : row.value + " entries";
-  return form == zvuti::RowForm::kText ? "\"" + Shown(row.value) + "\"" : row.value;
-}
-
-std::vector<Line> LinesOf(const Options& options, const zvuti::RecordDump& dump, const std::string& bytes) {
+std::vector<Line> Table(const Options& options, const Messages& messages, const std::string& bytes) {
   std::vector<Line> lines;
-  std::vector<std::string> open;  // the parts of the last row's path
-  for (const zvuti::DumpRow& row : dump.rows) {
-    const std::vector<std::string> parts = PartsOf(row.path);
-    std::size_t common = 0;
-    while (common < open.size() && common + 1 < parts.size() && open[common] == parts[common]) ++common;
-    for (; common + 1 < parts.size(); ++common) {
-      const std::vector<std::string> above(parts.begin(),
-                                           parts.begin() + static_cast<std::ptrdiff_t>(common) + 1);
-      lines.push_back(
-          {"", "", std::string(2 * common, ' ') + parts[common], TypeAt(options.record, above), ""});
+  for (const FieldLine& line : LinesOf(messages)) {
+    const std::string name = std::string(2 * line.depth, ' ') + line.name;
+    if (line.isHeading) {
+      lines.push_back({"", "", name, line.type, ""});
+    } else {
+      const std::string_view taken = std::string_view(bytes).substr(line.offset, line.size);
+      lines.push_back({std::to_string(options.skip + line.offset), BytesShown(taken, options.hasAllBytes),
+                       name, line.type, line.value});
     }
-    const std::string_view taken = std::string_view(bytes).substr(row.offset, row.size);
-    lines.push_back({std::to_string(options.skip + row.offset), BytesShown(taken, options.hasAllBytes),
-                     std::string(2 * (parts.size() - 1), ' ') + parts.back(), ShownForm(row.type),
-                     ValueShown(row)});
-    open = parts;
   }
   return lines;
 }
@@ -110,38 +72,44 @@ void PrintTree(const std::vector<Line>& lines) {
   for (const Line& line : lines) print(line, Style::kPlain);
 }
 
+// Says what is missing or left. Returns the exit code.
+int Report(const Options& options, const Messages& messages, std::string_view bytes) {
+  const std::string_view rest = bytes.substr(messages.size);
+  const std::string sample = ToHex(rest.substr(0, kShownRest)) + (rest.size() > kShownRest ? " .." : "");
+  if (!messages.problem.empty()) {
+    Say(messages.problem);
+    if (!rest.empty()) Say(Count(rest.size(), "byte") + " not decoded: " + sample);
+    return kFound;
+  }
+  if (!rest.empty()) {
+    Say(Count(rest.size(), "byte") + " left after the " + (messages.isLone ? "record" : "messages") +
+        ", from offset " + std::to_string(options.skip + messages.size) + ": " + sample);
+    return kFound;
+  }
+  if (options.isJson || !options.html.empty()) return kOk;
+  std::cout << "\n" << Count(messages.size, "byte") << ", all decoded\n";
+  return kOk;
+}
+
 int Decode(const Options& options) {
-  RowsOf(options.record);
-  std::string bytes = ReadAll(options.file);
-  if (options.isHex) bytes = FromHex(bytes, NameOf(options.file));
+  const Layout layout = ParseLayout(options.layout);
+  std::string bytes = ReadBytes(options.input);
+  const std::string name = NameOf(options.input.file);
   if (options.skip > bytes.size()) {
     throw Failure("--skip " + std::to_string(options.skip) + " is beyond the " + Count(bytes.size(), "byte") +
-                  " of " + NameOf(options.file));
+                  " of " + name);
   }
   bytes.erase(0, options.skip);
-  zvuti::RecordDump dump;
-  zvuti::DumpRecord(options.record, bytes.data(), bytes.size(), dump);
+  const Messages messages = ReadMessages(layout, bytes);
   if (options.isJson) {
-    std::cout << ToJson(options.record, dump).dump(2) << '\n';
+    std::cout << ToJson(messages).dump(2) << '\n';
+  } else if (!options.html.empty()) {
+    WriteAll(options.html, HtmlOf(messages, bytes, options.skip, options.layout, name));
+    if (options.html != "-") Say("wrote " + options.html);
   } else {
-    PrintTree(LinesOf(options, dump, bytes));
+    PrintTree(Table(options, messages, bytes));
   }
-  const std::size_t left = bytes.size() - dump.size;
-  const std::string_view rest = std::string_view(bytes).substr(dump.size);
-  const std::string sample =
-      left == 0 ? "" : ": " + ToHex(rest.substr(0, kShownRest)) + (left > kShownRest ? " .." : "");
-  if (!dump.isWhole) {
-    Say(options.record + " is incomplete: " + dump.problem);
-    if (left > 0) Say(Count(left, "byte") + " not decoded" + sample);
-    return kFound;
-  }
-  if (left > 0) {
-    Say(Count(left, "byte") + " left after the record, from offset " +
-        std::to_string(options.skip + dump.size) + sample);
-    return kFound;
-  }
-  if (!options.isJson) std::cout << "\n" << Count(dump.size, "byte") << ", all decoded\n";
-  return kOk;
+  return Report(options, messages, bytes);
 }
 
 }  // namespace
@@ -149,21 +117,33 @@ int Decode(const Options& options) {
 void AddDecode(CLI::App& program, int& exitCode) {
   auto options = std::make_shared<Options>();
   CLI::App* command = program.add_subcommand("decode", "show bytes as a record, field by field");
-  command->add_option("RECORD", options->record, "name of the record; 'zvuti records' lists them")
+  command
+      ->add_option("RECORD", options->layout,
+                   "name of the record, see 'zvuti records', or a layout: 'u16, ItemRecord*'")
       ->required()
       ->type_name("");
-  command->add_option("FILE", options->file, "the bytes; default is standard input")->type_name("");
-  command->add_flag("--hex", options->isHex, "the input is hexadecimal text: 01 FF 0x2a");
-  command->add_flag("--json", options->isJson, "print JSON, which 'zvuti encode' reads");
-  command->add_flag("--all-bytes", options->hasAllBytes,
-                    "show all bytes of each field, not only the first eight");
+  command->add_option("FILE", options->input.file, "the bytes; default is standard input")->type_name("");
+  AddInputOptions(*command, options->input);
+  CLI::Option* json = command->add_flag("--json", options->isJson, "print JSON, which 'zvuti encode' reads");
+  CLI::Option* all = command->add_flag("--all-bytes", options->hasAllBytes,
+                                       "show all bytes of each field, not only the first eight");
+  command
+      ->add_option("--html", options->html,
+                   "write a page to FILE that shows the bytes beside the fields instead")
+      ->type_name("FILE")
+      ->excludes(json)
+      ->excludes(all);
   command->add_option("--skip", options->skip, "skip the first N bytes")
       ->check([](const std::string& text) { return text[0] == '-' ? "it must be 0 or more" : ""; }, "")
       ->type_name("N");
   command->footer(
-      "Exits with 1 if the bytes end too early, or if some are left after the record.\n\n"
+      "A layout lists what the bytes hold, with commas: records, and integers between them (u8 u16 u32 u64,\n"
+      "i8 to i64; u16be is big-endian). *3 after one repeats it, * at the end as long as there are bytes,\n"
+      "and parentheses group: '(u16, ItemRecord)*'. Messages are numbered from [0].\n\n"
+      "Exits with 1 if the bytes end too early, or if some are left.\n\n"
       "  zvuti decode PlayerSnapshot inbox/snapshot.bin\n"
-      "  echo 05 00 00 00 02 00 41 42 | zvuti decode --hex --skip 4 NAME");
+      "  echo 05 00 00 00 02 00 41 42 | zvuti decode --hex --skip 4 NAME\n"
+      "  zvuti decode 'u16, ItemRecord*' evening.pcap --packet 12");
   command->callback([options, &exitCode] { exitCode = Decode(*options); });
 }
 

@@ -5,16 +5,17 @@
 #include <vector>
 
 #include "Commands.h"
+#include "decode/Layout.h"
+#include "decode/Messages.h"
 #include "shared/Files.h"
 #include "shared/RecordJson.h"
-#include "shared/Shape.h"
 #include "shared/Terminal.h"
 
 namespace tool {
 namespace {
 
 struct Options {
-  std::string record, file, out;
+  std::string layout, file, out;
   bool isHex = false;
 };
 
@@ -35,7 +36,7 @@ Json ParseJson(const std::string& text) {
 }
 
 int Encode(const Options& options) {
-  RowsOf(options.record);
+  const Layout layout = ParseLayout(options.layout);
   if (options.out.empty() && !options.isHex && IsOutputTerminal()) {
     throw Failure("binary data is not written to a terminal; use --hex or -o FILE");
   }
@@ -47,7 +48,7 @@ int Encode(const Options& options) {
     const std::size_t close = what.find("] ");
     throw Failure(NameOf(options.file) + ": " + (close == what.npos ? what : what.substr(close + 2)));
   }
-  const std::string bytes = ToBytes(options.record, json);
+  const std::string bytes = ToBytes(layout, json);
   WriteAll(options.out, options.isHex ? ToHex(bytes) + "\n" : bytes);
   return kOk;
 }
@@ -57,7 +58,9 @@ int Encode(const Options& options) {
 void AddEncode(CLI::App& program, int& exitCode) {
   auto options = std::make_shared<Options>();
   CLI::App* command = program.add_subcommand("encode", "make the bytes of a record from JSON");
-  command->add_option("RECORD", options->record, "name of the record; 'zvuti records' lists them")
+  command
+      ->add_option("RECORD", options->layout,
+                   "name of the record, see 'zvuti records', or a layout as for 'zvuti decode'")
       ->required()
       ->type_name("");
   command->add_option("FILE", options->file, "the JSON; default is standard input")->type_name("");
@@ -67,6 +70,7 @@ void AddEncode(CLI::App& program, int& exitCode) {
   command->footer(
       "The JSON has the form that 'zvuti decode --json' prints. A missing field gets its default value; a\n"
       "value that does not fit its field is an error.\n"
+      "A packed time may be \"2013-08-29 12:34:56\" or a number; of a layout, the JSON is an array.\n"
       "A number may also be a string: \"0x3B9ACA00\". In a text, \\x and two digits stand for a byte\n"
       "(in JSON \"\\\\x01\"), and two backslashes for one.\n\n"
       "  zvuti decode ItemRecord item.bin --json | sed 's/\"Count\": 1/\"Count\": 2/' |\n"

@@ -7,10 +7,10 @@
 #include <ZvUtiLib/records/Describe.h>
 
 #include "Commands.h"
+#include "guess/Doubts.h"
+#include "guess/Scan.h"
+#include "input/Input.h"
 #include "shared/Files.h"
-#include "shared/GbkText.h"
-#include "shared/RecordJson.h"
-#include "shared/Shape.h"
 #include "shared/Terminal.h"
 
 namespace tool {
@@ -21,8 +21,9 @@ using zvuti::RowForm;
 constexpr std::size_t kMostNear = 5;  // records listed if none fits
 
 struct Options {
-  std::string file;
-  bool isHex = false;
+  Input input;
+  bool isScan = false;
+  std::size_t most = 20;
 };
 
 struct Candidate {
@@ -33,34 +34,6 @@ struct Candidate {
   std::vector<std::string> doubts;
   bool isWhole = false;
 };
-
-std::string PlaceAndPath(const char* what, const zvuti::DumpRow& row) {
-  return std::string(what) + " in " + row.path;
-}
-
-// What a program is unlikely to have written; only the first of each kind.
-std::vector<std::string> DoubtsOf(const std::string& record, const zvuti::RecordDump& dump,
-                                  std::string_view bytes) {
-  std::vector<std::string> doubts;
-  bool isTagKnown = true, isTextSound = true, isReservedClear = true;
-  for (const zvuti::DumpRow& row : dump.rows) {
-    if (isTagKnown && row.isUnknownTag) {
-      doubts.push_back(row.value + " in " + row.path);
-      isTagKnown = false;
-    } else if (isTextSound && row.type.form == RowForm::kText &&
-               (FindBroken(row.value) != std::string::npos || row.value.find("\\x") != std::string::npos)) {
-      doubts.push_back(PlaceAndPath("bytes that are not text", row));
-      isTextSound = false;
-    } else if (isReservedClear && row.type.form == RowForm::kReserved &&
-               row.value.find_first_not_of("0 ") != std::string::npos) {
-      doubts.push_back(PlaceAndPath("reserved bytes that are not zero", row));
-      isReservedClear = false;
-    }
-  }
-  if (isTagKnown && !IsAsWritten(record, dump, bytes))
-    doubts.emplace_back("encoding it again gives other bytes");
-  return doubts;
-}
 
 Candidate Try(const std::string& record, const std::string& bytes) {
   zvuti::RecordDump dump;
@@ -111,16 +84,37 @@ int PrintNear(std::vector<Candidate>& others, const std::string& name, std::size
   return kFound;
 }
 
+int PrintHits(const std::string& bytes, const Options& options) {
+  ScanLimits limits;
+  const std::vector<Hit> hits = Scan(bytes, limits);
+  if (limits.isCut) Say("some records may be missing: too many fit, or start and do not end");
+  if (hits.empty()) {
+    Say("no record with texts, lists or tags is recognised in the " + Count(bytes.size(), "byte") + " of " +
+        NameOf(options.input.file));
+    return kFound;
+  }
+  std::cout << Styled(Style::kDim, "  offset    bytes  evidence  record") << '\n';
+  for (const Hit& hit : Best(hits, options.most)) {
+    std::cout << Right(std::to_string(hit.offset), 8) << "  " << Right(std::to_string(hit.size), 7) << "  "
+              << Right(std::to_string(hit.evidence), 8);
+    for (const std::string& record : hit.records)
+      std::cout << (&record == hit.records.data() ? "  " : " or ") << Styled(Style::kBold, record);
+    std::cout << '\n';
+  }
+  if (hits.size() > options.most) std::cout << "\n" << hits.size() - options.most << " more\n";
+  return kOk;
+}
+
 int Guess(const Options& options) {
-  std::string bytes = ReadAll(options.file);
-  if (options.isHex) bytes = FromHex(bytes, NameOf(options.file));
+  const std::string bytes = ReadBytes(options.input);
+  if (options.isScan) return PrintHits(bytes, options);
   std::vector<Candidate> fits, others;
   for (const std::string& record : zvuti::RecordNames()) {
     Candidate candidate = Try(record, bytes);
     const bool isFit = candidate.isWhole && candidate.taken == bytes.size();
     (isFit ? fits : others).push_back(std::move(candidate));
   }
-  return fits.empty() ? PrintNear(others, NameOf(options.file), bytes.size()) : PrintFits(fits);
+  return fits.empty() ? PrintNear(others, NameOf(options.input.file), bytes.size()) : PrintFits(fits);
 }
 
 }  // namespace
@@ -128,13 +122,23 @@ int Guess(const Options& options) {
 void AddGuess(CLI::App& program, int& exitCode) {
   auto options = std::make_shared<Options>();
   CLI::App* command = program.add_subcommand("guess", "list the records that bytes may be");
-  command->add_option("FILE", options->file, "the bytes; default is standard input")->type_name("");
-  command->add_flag("--hex", options->isHex, "the input is hexadecimal text");
+  command->add_option("FILE", options->input.file, "the bytes; default is standard input")->type_name("");
+  AddInputOptions(*command, options->input);
+  CLI::Option* scan = command->add_flag("--scan", options->isScan,
+                                        "look for records at every offset, not for one that fits all");
+  command->add_option("--most", options->most, "with --scan: the most records to list (20)")
+      ->type_name("N")
+      ->check(CLI::Range(1, 1'000'000).description(""))
+      ->needs(scan);
   command->footer(
       "Lists the records that fit the bytes exactly. Those with the fewest doubts come first, and among\n"
       "them those with the most texts, sequences and maps. If no record fits, lists those that fit the\n"
       "start of the bytes, and exits with 1.\n\n"
-      "  zvuti guess inbox/reward.bin");
+      "--scan lists records without doubts that do not overlap, those with the most evidence: texts, known\n"
+      "tags, lists that fit, dates. Records of numbers alone look like any bytes and are not found, nor are\n"
+      "records that have only empty texts and lists. A second of work is some 100 KB.\n\n"
+      "  zvuti guess inbox/reward.bin\n"
+      "  zvuti guess --scan evening.bin");
   command->callback([options, &exitCode] { exitCode = Guess(*options); });
 }
 

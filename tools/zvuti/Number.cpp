@@ -8,6 +8,7 @@
 #include <ZvUtiLib/CUtiNumber.h>
 
 #include "Commands.h"
+#include "shared/EachArgument.h"
 #include "shared/GbkText.h"
 #include "shared/Terminal.h"
 
@@ -92,24 +93,30 @@ std::string DigitsOf(std::string_view spelling) {
   return first == digits.npos ? "0" : digits.substr(first);
 }
 
-void Print(const std::string& digits, const std::string& spelled) {
+// Prints a number; after an empty line if it is not the first.
+void Print(const std::string& digits, const std::string& spelled, bool& isFirst) {
+  if (!isFirst) std::cout << '\n';
+  isFirst = false;
   CString separated;
   CUtiNumber::InsertSeparator(digits.c_str(), separated);
   std::cout << "digits     " << digits << "\nseparated  " << separated.GetString() << "\nnumerals   "
             << spelled << '\n';
 }
 
-int Convert(const std::string& given) {
+int Convert(const std::string& given, bool& isFirst) {
   CString plain;
   CUtiNumber::RemoveSeparator(given.c_str(), plain);
   const std::string digits = plain.GetString();
   if (CUtiNumber::CheckNumber(digits.c_str()) == 1 && digits != "-") {
     const bool isLong = digits.size() > kMostDigits;
     const std::string spelled = Spelled(digits);
-    Print(digits, !spelled.empty()   ? Shown(spelled)
-                  : digits[0] == '-' ? "(none for negative numbers)"
-                  : isLong           ? "(none for more than 20 digits)"
-                                     : "(none for zero)");
+    Print(digits,
+          !spelled.empty()   ? Shown(spelled)
+          : digits[0] == '-' ? "(none for negative numbers)"
+          : isLong           ? "(none for more than 20 digits)"
+
+                   : "(none for zero)",
+          isFirst);
     CString separated;
     CUtiNumber::InsertSeparator(digits.c_str(), separated);
     if (given == digits || given == separated.GetString()) return kOk;
@@ -121,7 +128,7 @@ int Convert(const std::string& given) {
   const std::string read = DigitsOf(spelling);
   if (read.empty()) throw Failure("'" + given + "' is neither digits nor numerals");
   const std::string spelled = Spelled(read);
-  Print(read, spelled.empty() ? "(none for zero)" : Shown(spelled));
+  Print(read, spelled.empty() ? "(none for zero)" : Shown(spelled), isFirst);
   if (spelled == spelling) return kOk;
   Say(given + ": the library spells this number differently");
   return kFound;
@@ -133,18 +140,20 @@ void AddNumber(CLI::App& program, int& exitCode) {
   auto given = std::make_shared<std::vector<std::string>>();
   CLI::App* command =
       program.add_subcommand("number", "show numbers as digits, in groups of four and in Chinese numerals");
-  command->add_option("NUMBER", *given, "digits with or without commas, or Chinese numerals")
-      ->required()
+  command
+      ->add_option("NUMBER", *given,
+                   "digits with or without commas, or Chinese numerals; default is a\n"
+                   "number on each line of standard input")
       ->type_name("");
   command->footer(
-      "Exits with 1 if the library would write the number differently.\n\n"
+      "Exits with 1 if the library would write a number differently. What is no number is reported, the\n"
+      "others are shown, and the exit code is 2.\n\n"
       "  zvuti number 1234567\n"
       "  zvuti number 123,4567 -5");
   command->callback([given, &exitCode] {
-    for (std::size_t i = 0; i < given->size(); ++i) {
-      if (i > 0) std::cout << '\n';
-      exitCode = std::max(exitCode, Convert((*given)[i]));
-    }
+    bool isFirst = true;
+    exitCode = ForEachArgument(*given, "number",
+                               [&isFirst](const std::string& text) { return Convert(text, isFirst); });
   });
 }
 

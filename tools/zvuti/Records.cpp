@@ -95,6 +95,7 @@ Json JsonOf(const zvuti::RecordRow& row) {
                {"kind", TextOf(type.form)}};
   if (type.bits > 0) json["bits"] = type.bits;
   if (type.form == RowForm::kInteger) json["signed"] = type.isSigned;
+  if (type.isPackedTime) json["packed time"] = true;
   if (isContainer) json["element"] = TextOf(type.element);
   if (type.form == RowForm::kMap) json["signed keys"] = type.hasSignedKeys;
   if (type.form == RowForm::kMap && type.element == RowForm::kInteger) json["signed values"] = type.isSigned;

@@ -11,6 +11,8 @@
 #include <ZvUtiLib/CKxTime.h>
 
 #include "Commands.h"
+#include "shared/EachArgument.h"
+#include "shared/PackedTime.h"
 #include "shared/Terminal.h"
 
 namespace tool {
@@ -33,23 +35,6 @@ std::string NowText() {
   char text[32];
   std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", std::localtime(&now));
   return text;
-}
-
-// Returns what is wrong with the date or time of a word, or "" if it exists.
-std::string OddityOf(unsigned long word) {
-  const unsigned long month = CKxTime::GetMonthFromWord(word), day = CKxTime::GetDayFromWord(word);
-  if (month < 1 || month > 12) return "there is no month " + std::to_string(month);
-  constexpr unsigned kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  const bool isLeap = CKxTime::GetYearFromWord(word) % 4 == 0;  // right for 2000 to 2063
-  const unsigned long most = kDays[month - 1] + (month == 2 && isLeap ? 1u : 0u);
-  if (day < 1 || day > most) return "there is no day " + std::to_string(day) + " in this month";
-  if (CKxTime::GetHourFromWord(word) > 23)
-    return "there is no hour " + std::to_string(CKxTime::GetHourFromWord(word));
-  if (CKxTime::GetMinuteFromWord(word) > 59)
-    return "there is no minute " + std::to_string(CKxTime::GetMinuteFromWord(word));
-  if (CKxTime::GetSecondFromWord(word) > 59)
-    return "there is no second " + std::to_string(CKxTime::GetSecondFromWord(word));
-  return {};
 }
 
 // Returns the numbers in a text, at most six, as written. The library reads the same ones but may change them
@@ -104,7 +89,7 @@ int Convert(const Given& time) {
         std::to_string(kept[i]) + (i == 0 ? "; years are 2000 to 2063" : ""));
     return kFound;
   }
-  const std::string oddity = OddityOf(word);
+  const std::string oddity = OddityOf(static_cast<std::uint32_t>(word));
   if (oddity.empty()) return kOk;
   Say(given + ": " + oddity);
   return kFound;
@@ -116,19 +101,19 @@ void AddTime(CLI::App& program, int& exitCode) {
   auto given = std::make_shared<std::vector<std::string>>();
   CLI::App* command = program.add_subcommand("time", "convert packed time words to text, and back");
   command
-      ->add_option("TIME", *given,
-                   "a packed word (decimal, or 0x...), a text like \"2013-08-29 12:34:56\", or now")
-      ->required()
+      ->add_option(
+          "TIME", *given,
+          "a packed word (decimal, or 0x...), a text like \"2013-08-29 12:34:56\", or now; default is\n"
+          "one on each line of standard input")
       ->type_name("");
   command->footer(
       "Prints the text, the word in hexadecimal and in decimal, and its bytes in wire order. Exits with 1\n"
-      "if a number does not fit its field, or if the date or time does not exist.\n\n"
+      "if a number does not fit its field, or if the date or time does not exist; with 2, after all others,\n"
+      "if an argument is no time.\n\n"
       "  zvuti time 0x363AC8B8\n"
       "  zvuti time '2013-08-29 12:34:56' now");
   command->callback([given, &exitCode] {
-    // Parse all of them first, so that nothing is printed if one is invalid.
-    const std::vector<Given> times(given->begin(), given->end());
-    for (const Given& time : times) exitCode = std::max(exitCode, Convert(time));
+    exitCode = ForEachArgument(*given, "time", [](const std::string& text) { return Convert(Given(text)); });
   });
 }
 

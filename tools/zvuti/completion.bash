@@ -1,11 +1,16 @@
 # Bash completion for zvuti: commands, options, record names, files.
 _zvuti() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-  local commands='decode encode records guess check mask convert number time wheel'
+  local commands='decode encode diff records guess check mask convert number time wheel'
   local command="" place=0 i
+  # An option with a value takes the next word, or the two after it in "--color=never", which are three words.
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
-      --color) ((i++)) ;;
+      -o | --output | --color | --packet | --skip | --html | --most | --from | --to | --words | --levels | --ignore | \
+        --slot | --slots | --top-speed | --gain | --start | --even | --every | --svg)
+        ((i++))
+        [[ ${COMP_WORDS[i]} == '=' ]] && ((i++))
+        ;;
       -*) ;;
       *)
         if [[ -z $command ]]; then command=${COMP_WORDS[i]}; else ((place++)); fi
@@ -13,6 +18,8 @@ _zvuti() {
     esac
   done
 
+  [[ $previous == '=' && COMP_CWORD -gt 2 ]] && previous=${COMP_WORDS[COMP_CWORD - 2]}
+  [[ $current == '=' ]] && current=""
   case $previous in
     --color) mapfile -t COMPREPLY < <(compgen -W 'auto always never' -- "$current"); return ;;
     --from | --to) mapfile -t COMPREPLY < <(compgen -W 'gbk utf-8 utf-16' -- "$current"); return ;;
@@ -23,13 +30,14 @@ _zvuti() {
       ;;
   esac
 
-  local options=--help
+  local options='--help --color'
   case $command in
     '') options='--help --version --color' ;;
-    decode) options+=' --hex --json --all-bytes --skip' ;;
+    decode) options+=' --hex --packet --json --all-bytes --html --skip' ;;
     encode) options+=' --hex --output' ;;
+    diff) options+=' --hex --packet --json' ;;
     records) options+=' --names --json' ;;
-    guess) options+=' --hex' ;;
+    guess) options+=' --hex --packet --scan --most' ;;
     check) options+=' --words --levels --ignore' ;;
     mask) options+=' --count --from --output' ;;
     convert) options+=' --from --to --output' ;;
@@ -39,9 +47,9 @@ _zvuti() {
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
   elif [[ -z $command ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$commands" -- "$current")
-  elif [[ $place -eq 0 && $command =~ ^(decode|encode|records)$ ]]; then
+  elif [[ $place -eq 0 && $command =~ ^(decode|encode|diff|records)$ ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" records --names 2>/dev/null)" -- "$current")
-  elif [[ $command =~ ^(decode|encode|guess|check|mask|convert|wheel)$ ]]; then
+  elif [[ $command =~ ^(decode|encode|diff|guess|check|mask|convert|wheel)$ ]]; then
     compopt -o filenames 2>/dev/null
     mapfile -t COMPREPLY < <(compgen -f -- "$current")
   fi

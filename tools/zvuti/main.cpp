@@ -6,27 +6,31 @@
 #include <vector>
 
 #include "Commands.h"
+#include "shared/Nearest.h"
 #include "shared/Terminal.h"
 
 namespace {
 
-// The arguments for the parser. No option starts with a digit, so "-5" is a number: an argument "--" is
-// inserted before it, and the parser takes the rest literally.
-std::vector<std::string> Arguments(int argc, char** argv) {
-  std::vector<std::string> arguments;
-  bool isPlain = false;
-  for (int i = 1; i < argc; ++i) {
-    const std::string argument = argv[i];
-    isPlain = isPlain || argument == "--";
-    const bool isNumber =
-        argument.size() > 1 && argument[0] == '-' && argument[1] >= '0' && argument[1] <= '9';
-    if (isNumber && !isPlain && i == 2) {
-      arguments.emplace_back("--");
-      isPlain = true;
+// Describes a command line that the parser refuses, with a suggestion for a mistyped command or option.
+std::string ProblemOf(const CLI::App& program, const CLI::ParseError& error) {
+  const auto named = program.get_subcommands();
+  const std::string help = "; see zvuti " + (named.empty() ? "" : named[0]->get_name() + " ") + "--help";
+  const std::vector<std::string> strange = program.remaining(true);
+  if (strange.empty()) return error.what() + help;
+  std::vector<std::string> names;
+  for (const CLI::App* app : {&program, named.empty() ? &program : named[0]}) {
+    for (const CLI::Option* option : app->get_options()) {
+      for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
     }
-    arguments.push_back(argument);
   }
-  return {arguments.rbegin(), arguments.rend()};  // the parser expects them in reverse order
+  if (named.empty()) {
+    for (const CLI::App* command : program.get_subcommands({})) names.push_back(command->get_name());
+    return "there is no command or option " + strange[0] + tool::Suggestion(strange[0], names, help);
+  }
+  const bool isOption = strange[0].rfind("--", 0) == 0;
+  return isOption ? named[0]->get_name() + " has no option " + strange[0] +
+                        tool::Suggestion(strange[0].substr(0, strange[0].find('=')), names, help)
+                  : error.what() + help;
 }
 
 int Run(int argc, char** argv) {
@@ -37,6 +41,7 @@ int Run(int argc, char** argv) {
       "zvuti");
   program.set_version_flag("--version", "zvuti " ZVUTI_VERSION);
   program.require_subcommand(1);
+  program.fallthrough();  // --color may also stand after the command
   program.option_defaults()->always_capture_default(false);
   std::string color = "auto";
   program
@@ -48,23 +53,19 @@ int Run(int argc, char** argv) {
       "Exit codes: 0 success; 1 something was found, or the input is incomplete; 2 wrong usage, or a\n"
       "file that cannot be read.\n\n"
       "  zvuti COMMAND --help     shows the options of a command, and examples");
-  for (const auto add : {tool::AddDecode, tool::AddEncode, tool::AddRecords, tool::AddGuess, tool::AddCheck,
-                         tool::AddMask, tool::AddConvert, tool::AddNumber, tool::AddTime, tool::AddWheel}) {
+  for (const auto add :
+       {tool::AddDecode, tool::AddEncode, tool::AddDiff, tool::AddRecords, tool::AddGuess, tool::AddCheck,
+        tool::AddMask, tool::AddConvert, tool::AddNumber, tool::AddTime, tool::AddWheel}) {
     add(program, exitCode);
   }
   try {
-    program.parse(Arguments(argc, argv));
+    program.parse(argc, argv);
   } catch (const CLI::ParseError& e) {
     if (e.get_exit_code() == 0) {
       program.exit(e);  // prints the help or the version
       return tool::kOk;
     }
-    const auto named = program.get_subcommands();
-    const auto strange = program.remaining();
-    const std::string problem = named.empty() && !strange.empty()
-                                    ? "there is no command or option " + strange.front()
-                                    : std::string(e.what());
-    tool::Say(problem + "; see zvuti " + (named.empty() ? "" : named[0]->get_name() + " ") + "--help");
+    tool::Say(ProblemOf(program, e));
     return tool::kUsage;
   }
   return exitCode;

@@ -1,5 +1,5 @@
-// Describes the format of the library's records: lists the rows of a record with their types, shows bytes as a
-// record, and builds the bytes of a record from named values.
+// Describes the format of the library's records: lists the rows of a record with their types, shows bytes as
+// a record, and builds the bytes of a record from named values.
 //
 // A path names a field as in the structure: "Text1", "Status.Kind", "Items[2].Count" (an element of a
 // sequence), "Attributes[-5]" (the value under a key of a map), "Block.Amount1". Fields inherited from a
@@ -43,6 +43,7 @@ struct RowType {
   /// block or reserved bytes (8 for each byte). Otherwise 0.
   unsigned bits = 0;
   bool isSigned = false;       ///< of an integer, or of the values in a map of integers
+  bool isPackedTime = false;   ///< of an integer: a local time, packed as in CKxTime; 0 if it is not set
   bool hasSignedKeys = false;  ///< of a map or a map entry; keys have 32 bits
   /// In a sequence kText or kRecord. In a map kInteger, of 32 bits, or kRecord: a record that holds its key.
   RowForm element = RowForm::kInteger;

@@ -1,6 +1,5 @@
 #include "shared/Files.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -18,12 +17,6 @@ namespace {
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
 bool IsStandard(const std::string& path) { return path.empty() || path == "-"; }
-
-int DigitOf(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  const char small = static_cast<char>(c | 0x20);
-  return small >= 'a' && small <= 'f' ? small - 'a' + 10 : -1;
-}
 
 }  // namespace
 
@@ -103,30 +96,6 @@ LibraryFile::LibraryFile(const std::string& path, std::string_view bytes) {
       throw Failure("the library cannot open a file in the folder of temporary files, " + copy_->Path());
   }
   path_ = *own;
-}
-
-std::string FromHex(std::string_view text, const std::string& what) {
-  constexpr std::string_view kBetween = " \t\r\n\f\v,;:-";
-  std::string bytes;
-  for (std::size_t at = 0; at < text.size();) {
-    if (kBetween.find(text[at]) != kBetween.npos) {
-      ++at;
-      continue;
-    }
-    if (text[at] == '0' && at + 1 < text.size() && (text[at + 1] | 0x20) == 'x') {
-      at += 2;
-      continue;
-    }
-    const int high = DigitOf(text[at]);
-    const int low = at + 1 < text.size() ? DigitOf(text[at + 1]) : -1;
-    if (high < 0 || low < 0) {
-      const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n');
-      throw Failure(what + ", line " + std::to_string(line) + ": not a pair of hexadecimal digits");
-    }
-    bytes += static_cast<char>(high << 4 | low);
-    at += 2;
-  }
-  return bytes;
 }
 
 std::string ToHex(std::string_view bytes) {

@@ -47,9 +47,6 @@ class LibraryFile {
   std::string path_;
 };
 
-/// Parses pairs of hexadecimal digits, which may have white space, "0x" and any of ",;:-" between them. On
-/// other text throws a Failure that names `what`, the source of the text, and the line.
-std::string FromHex(std::string_view text, const std::string& what);
 /// Formats bytes as "01 FF".
 std::string ToHex(std::string_view bytes);
 

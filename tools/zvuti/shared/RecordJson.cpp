@@ -6,6 +6,8 @@
 #include <string_view>
 
 #include "shared/GbkText.h"
+#include "shared/Nearest.h"
+#include "shared/PackedTime.h"
 #include "shared/Shape.h"
 #include "shared/Terminal.h"
 
@@ -111,7 +113,10 @@ void Put(Json& root, const std::string& record, const zvuti::DumpRow& row) {
   } else if (shape->kind == Shape::Kind::kList || shape->kind == Shape::Kind::kMap) {
     if (at->is_null() || shape->sizePath.empty()) *at = EmptyOf(*shape);
   } else {
-    *at = shape->kind == Shape::Kind::kNumber ? Number(row.value) : Json(Shown(row.value));
+    const std::string date = DateOf(row);
+    *at = !date.empty()                         ? Json(date)
+          : shape->kind == Shape::Kind::kNumber ? Number(row.value)
+                                                : Json(Shown(row.value));
   }
 }
 
@@ -123,7 +128,7 @@ class Values {
   void Add(const std::string& path, const Shape& shape, const Json& json) {
     switch (shape.kind) {
       case Shape::Kind::kNumber:
-        if (json.is_string()) return Push(path, json.get<std::string>());
+        if (json.is_string()) return Push(path, NumberOf(path, shape, json.get_ref<const std::string&>()));
         if (!json.is_number_integer()) Refuse(path, "an integer is needed", json);
         return Push(path, json.dump());
       case Shape::Kind::kText:
@@ -154,6 +159,7 @@ class Values {
         const bool isPlain = name.find_first_not_of(kPlain) == name.npos;
         std::string message = prefix;
         message.append(isPlain ? name : Json(name).dump()).append(": no such field in ").append(record);
+        if (isPlain) message += Suggestion(name, FieldNames(record), "");
         throw Failure(message);
       }
       Add(std::string(prefix).append(name), field->shape, value);
@@ -163,6 +169,15 @@ class Values {
   std::vector<zvuti::NamedValue> Take() { return std::move(values_); }
 
  private:
+  // A number in a string, or a date in its place.
+  static std::string NumberOf(const std::string& path, const Shape& shape, const std::string& text) {
+    if (!shape.isTime || !IsDate(text)) return text;
+    std::string problem;
+    const auto word = WordOf(text, problem);
+    if (!word) throw Failure(path + ": " + Json(text).dump(-1, ' ', true) + ": " + problem);
+    return std::to_string(*word);
+  }
+
   void AddMap(const std::string& path, const Shape& shape, const Json& json) {
     const std::string countPath =
         shape.countPath.empty() ? path : path.substr(0, path.rfind('.') + 1) + shape.countPath;
@@ -206,6 +221,11 @@ class Values {
 };
 
 }  // namespace
+
+std::string DateOf(const zvuti::DumpRow& row) {
+  std::uint32_t word = 0;
+  return row.type.isPackedTime && ParseWhole(row.value, word) ? DateOf(word) : "";
+}
 
 Json ToJson(const std::string& record, const zvuti::RecordDump& dump) {
   RowsOf(record);

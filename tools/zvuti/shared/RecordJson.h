@@ -1,7 +1,8 @@
 // Converts records to JSON and back. Records are objects, sequences are arrays, numbers are numbers, and
 // texts have the escapes of Describe.h. A map is an object with its keys as strings. Two kinds of maps that
 // no writer produces have their own form: one with unsorted or repeated keys is an array of [key, value]
-// pairs, and one with a negative count is that number.
+// pairs, and one with a negative count is that number. A packed time is a date, "2013-08-29
+// 12:34:56", or a number if it is not set or no date that exists.
 #pragma once
 
 #include <string>
@@ -15,6 +16,9 @@
 namespace tool {
 
 using Json = nlohmann::ordered_json;
+
+/// Returns the date of a row that is a packed time, or "".
+std::string DateOf(const zvuti::DumpRow& row);
 
 /// Converts a dump to JSON, with the fields in wire order.
 Json ToJson(const std::string& record, const zvuti::RecordDump& dump);

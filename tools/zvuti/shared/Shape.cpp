@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "shared/Nearest.h"
 #include "shared/Terminal.h"
 
 namespace tool {
@@ -31,6 +32,8 @@ Shape ShapeOf(const zvuti::RowType& type) {
     case RowForm::kMap:
       return ShapeOfElements(Shape::Kind::kMap, type);
     case RowForm::kInteger:
+      shape.isTime = type.isPackedTime;
+      [[fallthrough]];
     case RowForm::kByteCode:
     case RowForm::kMapEntry:
       shape.kind = Shape::Kind::kNumber;
@@ -90,34 +93,6 @@ const Field* FindIf(const std::string& record, Wanted isWanted) {
   return found == fields->second.end() ? nullptr : &*found;
 }
 
-// The edit distance: how many letters to change, insert or remove to turn one name into the other. Ignores
-// case.
-std::size_t Distance(const std::string& a, const std::string& b) {
-  std::vector<std::size_t> row(b.size() + 1);
-  for (std::size_t i = 0; i < row.size(); ++i) row[i] = i;
-  for (std::size_t i = 1; i <= a.size(); ++i) {
-    std::size_t diagonal = row[0];
-    row[0] = i;
-    for (std::size_t j = 1; j <= b.size(); ++j) {
-      const bool isSame = (a[i - 1] | 0x20) == (b[j - 1] | 0x20);
-      const std::size_t here = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (isSame ? 0 : 1)});
-      diagonal = row[j];
-      row[j] = here;
-    }
-  }
-  return row[b.size()];
-}
-
-std::string NearestName(const std::string& wanted) {
-  std::string nearest;
-  std::size_t least = wanted.size() / 2 + 1;
-  for (const std::string& name : zvuti::RecordNames()) {
-    const std::size_t distance = Distance(wanted, name);
-    if (distance < least) least = distance, nearest = name;
-  }
-  return nearest;
-}
-
 std::size_t Plus(std::size_t a, std::size_t b) {
   return a == kAnyWidth || b == kAnyWidth ? kAnyWidth : a + b;
 }
@@ -130,15 +105,20 @@ const std::vector<zvuti::RecordRow>& RowsOf(const std::string& record) {
   if (found != listed.end()) return found->second;
   std::vector<zvuti::RecordRow> rows;
   if (!zvuti::ListRecord(record, rows)) {
-    const std::string nearest = NearestName(record);
     throw Failure("there is no record " + record +
-                  (nearest.empty() ? "; 'zvuti records' lists them" : "; did you mean " + nearest + "?"));
+                  Suggestion(record, zvuti::RecordNames(), "; 'zvuti records' lists them"));
   }
   return listed[record] = std::move(rows);
 }
 
 const Field* FindField(const std::string& record, const std::string& name) {
   return FindIf(record, [&](const Field& field) { return field.name == name; });
+}
+
+std::vector<std::string> FieldNames(const std::string& record) {
+  std::vector<std::string> names;
+  for (const Field& field : FieldsOf(record)) names.push_back(field.name);
+  return names;
 }
 
 const Field* FindCounted(const std::string& record, const std::string& path) {
@@ -179,7 +159,8 @@ Width WidthOf(const std::string& record) {
 }
 
 std::string ShownForm(const zvuti::RowType& type) {
-  return zvuti::FormText(type) + (type.form == RowForm::kInteger ? "-bit" : "");
+  const char* const unit = type.isPackedTime ? "-bit time" : "-bit";
+  return zvuti::FormText(type) + (type.form == RowForm::kInteger ? unit : "");
 }
 
 }  // namespace tool

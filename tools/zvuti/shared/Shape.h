@@ -16,6 +16,7 @@ struct Shape {
   enum class Kind { kNumber, kText, kRecord, kList, kMap };
 
   Kind kind = Kind::kNumber;
+  bool isTime = false;         ///< of a number: a packed time
   std::string record;          ///< of a record: the name of its type
   std::vector<Shape> element;  ///< of a list or map: the shape of its elements, as the only item
   std::string sizePath;        ///< of a list: the suffix of the path that sets its size: "" or ".count"
@@ -31,6 +32,8 @@ struct Field {
 const std::vector<zvuti::RecordRow>& RowsOf(const std::string& record);
 /// Returns a field of a record or of the records that it extends, or null.
 const Field* FindField(const std::string& record, const std::string& name);
+/// Returns the names of all fields of a record and of the records that it extends.
+std::vector<std::string> FieldNames(const std::string& record);
 /// Returns the map whose count is set by the separate path `path`, or null.
 const Field* FindCounted(const std::string& record, const std::string& path);
 
@@ -43,7 +46,7 @@ inline constexpr std::size_t kAnyWidth = static_cast<std::size_t>(-1);
 Width WidthOf(const zvuti::RecordRow& row);
 Width WidthOf(const std::string& record);
 
-/// The form as shown to the user: FormText, but "32-bit" for "32".
+/// The form as shown to the user: FormText, but "32-bit" for "32", and "32-bit time".
 std::string ShownForm(const zvuti::RowType& type);
 
 }  // namespace tool
