@@ -1,7 +1,7 @@
 # Bash completion for zvuti: commands, options, record names, files.
 _zvuti() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-  local commands='decode encode records guess check mask convert number time wheel'
+  local commands='decode encode records guess export check mask convert number time wheel'
   local command="" place=0 i
   for ((i = 1; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
@@ -30,6 +30,7 @@ _zvuti() {
     encode) options+=' --hex --output' ;;
     records) options+=' --names --json' ;;
     guess) options+=' --hex' ;;
+    export) options+=' --output' ;;
     check) options+=' --words --levels --ignore' ;;
     mask) options+=' --count --from --output' ;;
     convert) options+=' --from --to --output' ;;
@@ -39,9 +40,11 @@ _zvuti() {
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
   elif [[ -z $command ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$commands" -- "$current")
+  elif [[ $place -eq 0 && $command == export ]]; then
+    mapfile -t COMPREPLY < <(compgen -W 'wireshark kaitai' -- "$current")
   elif [[ $place -eq 0 && $command =~ ^(decode|encode|records)$ ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" records --names 2>/dev/null)" -- "$current")
-  elif [[ $command =~ ^(decode|encode|guess|check|mask|convert|wheel)$ ]]; then
+  elif [[ $command =~ ^(decode|encode|guess|export|check|mask|convert|wheel)$ ]]; then
     compopt -o filenames 2>/dev/null
     mapfile -t COMPREPLY < <(compgen -f -- "$current")
   fi

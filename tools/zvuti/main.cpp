@@ -48,8 +48,9 @@ int Run(int argc, char** argv) {
       "Exit codes: 0 success; 1 something was found, or the input is incomplete; 2 wrong usage, or a\n"
       "file that cannot be read.\n\n"
       "  zvuti COMMAND --help     shows the options of a command, and examples");
-  for (const auto add : {tool::AddDecode, tool::AddEncode, tool::AddRecords, tool::AddGuess, tool::AddCheck,
-                         tool::AddMask, tool::AddConvert, tool::AddNumber, tool::AddTime, tool::AddWheel}) {
+  for (const auto add :
+       {tool::AddDecode, tool::AddEncode, tool::AddRecords, tool::AddGuess, tool::AddExport, tool::AddCheck,
+        tool::AddMask, tool::AddConvert, tool::AddNumber, tool::AddTime, tool::AddWheel}) {
     add(program, exitCode);
   }
   try {
