@@ -10,6 +10,7 @@ void AddDecode(CLI::App& program, int& exitCode);
 void AddEncode(CLI::App& program, int& exitCode);
 void AddDiff(CLI::App& program, int& exitCode);
 void AddRecords(CLI::App& program, int& exitCode);
+void AddExport(CLI::App& program, int& exitCode);
 void AddGuess(CLI::App& program, int& exitCode);
 void AddCheck(CLI::App& program, int& exitCode);
 void AddMask(CLI::App& program, int& exitCode);

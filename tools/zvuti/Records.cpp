@@ -28,11 +28,6 @@ const char* TextOf(zvuti::RowRole role) {
   return kNames[static_cast<std::size_t>(role)];
 }
 
-const char* TextOf(zvuti::RowComparison comparison) {
-  static constexpr const char* kSigns[] = {"<", "<=", "==", "!=", ">=", ">"};
-  return kSigns[static_cast<std::size_t>(comparison)];
-}
-
 struct Options {
   std::string record;
   bool hasNamesOnly = false, isJson = false;
@@ -107,7 +102,7 @@ Json JsonOf(const zvuti::RecordRow& row) {
   }
   if (row.condition) {
     json["present if"] = {{"field", row.condition->field},
-                          {"comparison", TextOf(row.condition->comparison)},
+                          {"comparison", SignOf(row.condition->comparison)},
                           {"constant", row.condition->constant}};
   }
   return json;

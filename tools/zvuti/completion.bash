@@ -1,7 +1,7 @@
 # Bash completion for zvuti: commands, options, record names, files.
 _zvuti() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-  local commands='decode encode diff records guess check mask convert number time wheel'
+  local commands='decode encode diff records guess export check mask convert number time wheel'
   local command="" place=0 i
   # An option with a value takes the next word, or the two after it in "--color=never", which are three words.
   for ((i = 1; i < COMP_CWORD; i++)); do
@@ -38,6 +38,7 @@ _zvuti() {
     diff) options+=' --hex --packet --json' ;;
     records) options+=' --names --json' ;;
     guess) options+=' --hex --packet --scan --most' ;;
+    export) options+=' --output' ;;
     check) options+=' --words --levels --ignore' ;;
     mask) options+=' --count --from --output' ;;
     convert) options+=' --from --to --output' ;;
@@ -47,9 +48,11 @@ _zvuti() {
     mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
   elif [[ -z $command ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$commands" -- "$current")
+  elif [[ $place -eq 0 && $command == export ]]; then
+    mapfile -t COMPREPLY < <(compgen -W 'wireshark kaitai' -- "$current")
   elif [[ $place -eq 0 && $command =~ ^(decode|encode|diff|records)$ ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" records --names 2>/dev/null)" -- "$current")
-  elif [[ $command =~ ^(decode|encode|diff|guess|check|mask|convert|wheel)$ ]]; then
+  elif [[ $command =~ ^(decode|encode|diff|guess|export|check|mask|convert|wheel)$ ]]; then
     compopt -o filenames 2>/dev/null
     mapfile -t COMPREPLY < <(compgen -f -- "$current")
   fi

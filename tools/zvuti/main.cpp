@@ -54,8 +54,8 @@ int Run(int argc, char** argv) {
       "file that cannot be read.\n\n"
       "  zvuti COMMAND --help     shows the options of a command, and examples");
   for (const auto add :
-       {tool::AddDecode, tool::AddEncode, tool::AddDiff, tool::AddRecords, tool::AddGuess, tool::AddCheck,
-        tool::AddMask, tool::AddConvert, tool::AddNumber, tool::AddTime, tool::AddWheel}) {
+       {tool::AddDecode, tool::AddEncode, tool::AddDiff, tool::AddRecords, tool::AddGuess, tool::AddExport,
+        tool::AddCheck, tool::AddMask, tool::AddConvert, tool::AddNumber, tool::AddTime, tool::AddWheel}) {
     add(program, exitCode);
   }
   try {

@@ -158,6 +158,11 @@ Width WidthOf(const std::string& record) {
   return sum;
 }
 
+const char* SignOf(zvuti::RowComparison comparison) {
+  static constexpr const char* kSigns[] = {"<", "<=", "==", "!=", ">=", ">"};
+  return kSigns[static_cast<std::size_t>(comparison)];
+}
+
 std::string ShownForm(const zvuti::RowType& type) {
   const char* const unit = type.isPackedTime ? "-bit time" : "-bit";
   return zvuti::FormText(type) + (type.form == RowForm::kInteger ? unit : "");

@@ -46,6 +46,9 @@ inline constexpr std::size_t kAnyWidth = static_cast<std::size_t>(-1);
 Width WidthOf(const zvuti::RecordRow& row);
 Width WidthOf(const std::string& record);
 
+/// "<", "<=", "==", "!=", ">=" or ">".
+const char* SignOf(zvuti::RowComparison comparison);
+
 /// The form as shown to the user: FormText, but "32-bit" for "32", and "32-bit time".
 std::string ShownForm(const zvuti::RowType& type);
 
