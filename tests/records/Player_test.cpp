@@ -42,6 +42,14 @@ TEST(PlayerRecord, TheAccountKindIsInTheLowFourBits) {
   }
 }
 
+TEST(PlayerRecord, SlotAIsThereUnlessItIsMinusOne) {
+  PlayerRecord record;
+  for (const int slot : {-1, 0, 1, -2}) {
+    record.SlotA = slot;
+    EXPECT_EQ(record.HasSlotA(), slot != -1) << slot;
+  }
+}
+
 TEST(PlayerRecord, ChargesNeverGoBelowZeroAndSumsWrap) {
   constexpr auto kLeast = std::numeric_limits<std::int64_t>::min();
   constexpr auto kMost = std::numeric_limits<std::int64_t>::max();
