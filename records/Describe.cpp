@@ -10,18 +10,18 @@ namespace zvuti {
 
 namespace wire {
 
-RecordRow& ListWalk::Add(const char* name, RowType type, std::string defaultValue) {
+RecordRow& ListWalk::Add(const char* name, const RowType& type, std::string defaultValue) {
   RecordRow row;
   row.name = row.field = name;
-  row.type = std::move(type);
+  row.type = type;
   row.defaultValue = std::move(defaultValue);
   row.condition.swap(condition_);
   rows_.push_back(std::move(row));
   return rows_.back();
 }
 
-void ListWalk::Part(const char* name, const char* field, RowRole role, RowType type) {
-  RecordRow& row = Add(name, std::move(type), "");
+void ListWalk::Part(const char* name, const char* field, RowRole role, const RowType& type) {
+  RecordRow& row = Add(name, type, "");
   row.field = field;
   row.role = role;
 }

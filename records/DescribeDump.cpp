@@ -38,10 +38,9 @@ class BlockWalk : public RowVisitor {
   bool OnlyIf(const Condition&, bool holds) override { return holds; }
 
  private:
-  void Show(const void* at, std::size_t size, const char* name, RowType type, std::string value) {
+  void Show(const void* at, std::size_t size, const char* name, const RowType& type, std::string value) {
     const auto place = static_cast<std::size_t>(static_cast<const char*>(at) - block_);
-    rows_.push_back(
-        {offset_ + place, size, prefix_ + name, RowRole::kField, std::move(type), std::move(value)});
+    rows_.push_back({offset_ + place, size, prefix_ + name, type, RowRole::kField, false, std::move(value)});
   }
 
   const char* block_;
@@ -72,8 +71,8 @@ bool DumpWalk::Take(const std::string& name, void* out, std::size_t count) {
   return true;
 }
 
-DumpRow& DumpWalk::Show(std::size_t size, const std::string& name, RowType type, std::string value) {
-  dump_.rows.push_back({at_ - size, size, Path(name), RowRole::kField, std::move(type), std::move(value)});
+DumpRow& DumpWalk::Show(std::size_t size, const std::string& name, const RowType& type, std::string value) {
+  dump_.rows.push_back({at_ - size, size, Path(name), type, RowRole::kField, false, std::move(value)});
   dump_.size = at_;
   return dump_.rows.back();
 }

@@ -8,19 +8,20 @@
 namespace zvuti {
 
 std::string FormText(const RowType& type) {
+  const std::string name(type.name);
   switch (type.form) {
     case RowForm::kInteger:
       return std::to_string(type.bits);
     case RowForm::kByteCode:
       return "byte code";
     case RowForm::kTag:
-      return type.name + " tag";
+      return name + " tag";
     case RowForm::kText:
       return "text";
     case RowForm::kSequence:
-      return "sequence of " + (type.element == RowForm::kText ? "text" : type.name);
+      return "sequence of " + (type.element == RowForm::kText ? "text" : name);
     case RowForm::kMap:
-      return type.element == RowForm::kInteger ? "map" : "map of " + type.name;
+      return type.element == RowForm::kInteger ? "map" : "map of " + name;
     case RowForm::kMapEntry:
       return "map entry";
     case RowForm::kRecord:
@@ -31,7 +32,7 @@ std::string FormText(const RowType& type) {
     case RowForm::kReserved:
       return "reserved " + std::to_string(type.bits / 8);
   }
-  return type.name;
+  return name;
 }
 
 namespace wire {
@@ -41,7 +42,7 @@ namespace {
 RowType FixedType(RowForm form, std::size_t bytes) {
   RowType type;
   type.form = form;
-  type.bits = static_cast<unsigned>(8 * bytes);
+  type.bits = static_cast<std::uint16_t>(8 * bytes);
   return type;
 }
 

@@ -33,10 +33,10 @@ class ListWalk : public RowVisitor {
   bool OnlyIf(const Condition& condition, bool holds) override;
 
   /// Adds a row of a record with its own framing: a part of `field`.
-  void Part(const char* name, const char* field, RowRole role, RowType type);
+  void Part(const char* name, const char* field, RowRole role, const RowType& type);
 
  private:
-  RecordRow& Add(const char* name, RowType type, std::string defaultValue);
+  RecordRow& Add(const char* name, const RowType& type, std::string defaultValue);
 
   std::vector<RecordRow>& rows_;
   std::optional<RowCondition> condition_;
@@ -66,7 +66,7 @@ class DumpWalk : public RowVisitor {
 
  private:
   bool Take(const std::string& name, void* out, std::size_t count);
-  DumpRow& Show(std::size_t size, const std::string& name, RowType type, std::string value);
+  DumpRow& Show(std::size_t size, const std::string& name, const RowType& type, std::string value);
   void Stop(const std::string& problem);
   void Inside(const std::string& name, const RecordType& type, void* record);
   std::string Path(const std::string& name) const { return prefix_ + name; }

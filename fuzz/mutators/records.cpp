@@ -81,7 +81,7 @@ class Mutation {
     if (type.element == RowForm::kInteger) return std::string(8, '\0');
     if (type.element == RowForm::kText) return std::string(2, '\0');
     std::string bytes, problem;
-    zvuti::FillRecord(type.name, {}, bytes, problem);
+    zvuti::FillRecord(std::string(type.name), {}, bytes, problem);
     return bytes;
   }
 
@@ -128,7 +128,7 @@ class Mutation {
   void ChangeTag(std::size_t picked) {
     auto values = Values();
     const DumpRow& row = dump_.rows[picked];
-    values[picked].value = row.type.name + std::to_string(Below(12));
+    values[picked].value = std::string(row.type.name) + std::to_string(Below(12));
     Fill(values);
   }
   // Default values for the rows that are missing.

@@ -124,7 +124,7 @@ TEST(Describe, ShowsNumbersWithTheirSignsAndPlaces) {
   EXPECT_EQ(dump.size, 34u);
   ASSERT_EQ(dump.rows.size(), 9u);  // an item with this key has no count
   const auto isRow = [](int offset, int size, const char* path, const char* value) {
-    return FieldsAre(offset, size, path, RowRole::kField, testing::_, value, false);
+    return FieldsAre(offset, size, path, testing::_, RowRole::kField, false, value);
   };
   EXPECT_THAT(dump.rows[0], isRow(0, 1, "Tag", "255"));
   EXPECT_THAT(dump.rows[1], isRow(1, 4, "ItemKey", "4294967295"));

@@ -19,6 +19,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <ZvUtiLib/records/Describe.h>
@@ -45,17 +46,18 @@ struct Cell {
   Size size;
 };
 
-std::string Anchored(const std::string& record) {
+std::string Anchored(std::string_view record) {
   std::string anchor;
   for (const char c : record) anchor += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  return "[" + record + "](#" + anchor + ")";
+  return std::string("[").append(record).append("](#").append(anchor).append(")");
 }
 
 const char* SignOf(bool isSigned) { return isSigned ? "signed" : "unsigned"; }
 
-std::vector<zvuti::RecordRow> RowsOf(const std::string& record) {
+std::vector<zvuti::RecordRow> RowsOf(std::string_view record) {
   std::vector<zvuti::RecordRow> rows;
-  if (!zvuti::ListRecord(record, rows)) throw std::runtime_error("there is no record " + record);
+  const std::string name(record);
+  if (!zvuti::ListRecord(name, rows)) throw std::runtime_error("there is no record " + name);
   return rows;
 }
 
@@ -67,7 +69,7 @@ bool HasOwnFraming(const std::vector<zvuti::RecordRow>& rows) {
                      [](const auto& row) { return row.role != zvuti::RowRole::kField; });
 }
 
-Size SizeOf(const std::string& record) {
+Size SizeOf(std::string_view record) {
   Size sum;
   for (const zvuti::RecordRow& row : RowsOf(record)) {
     const Size size = CellOf(row).size;
@@ -140,7 +142,7 @@ void PutRecord(std::ostream& out, const std::string& record) {
   Size at;
   for (const zvuti::RecordRow& row : rows) {
     const Cell cell = CellOf(row);
-    const std::string name = row.name.empty() ? "all of " + row.type.name : "`" + row.name + "`";
+    const std::string name = row.name.empty() ? "all of " + std::string(row.type.name) : "`" + row.name + "`";
     out << "| " << (at.IsFixed() ? std::to_string(at.least) : "") << " | " << name << " | " << cell.form
         << " | " << cell.bytes << " |";
     if (hasConditions) out << (row.condition ? " if `" + row.condition->text + "` |" : " always |");

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <ZvUtiLib/Export.h>
@@ -22,7 +23,7 @@
 namespace zvuti {
 
 /// What the bytes of a row are.
-enum class RowForm {
+enum class RowForm : std::uint8_t {
   kInteger,   ///< 8, 16, 32 or 64 bits, little-endian, in two's complement if signed
   kByteCode,  ///< a 32-bit field of which only the low byte travels: 0 to 255
   kTag,       ///< a member of an enumeration, as the 32-bit constant that belongs to it
@@ -41,18 +42,20 @@ struct RowType {
   RowForm form = RowForm::kInteger;
   /// Width of a row that always has the same: an integer, a byte code (8), a tag (32), a map entry (64), a
   /// block or reserved bytes (8 for each byte). Otherwise 0.
-  unsigned bits = 0;
+  std::uint16_t bits = 0;
   bool isSigned = false;       ///< of an integer, or of the values in a map of integers
   bool isPackedTime = false;   ///< of an integer: a local time, packed as in CKxTime; 0 if it is not set
   bool hasSignedKeys = false;  ///< of a map or a map entry; keys have 32 bits
   /// In a sequence kText or kRecord. In a map kInteger, of 32 bits, or kRecord: a record that holds its key.
   RowForm element = RowForm::kInteger;
-  std::string name;  ///< of the record inside, that of elements included; of a tag: of its enumeration
+  /// Of the record inside, also if it is an element; of a tag: of its enumeration. Valid while the library is
+  /// loaded.
+  std::string_view name;
 };
 
 /// What a row is there for. CUtiBundleTable has maps whose counts stand apart from their entries. The rows of
 /// one field from kKey on are together an entry. All other records have rows of kind kField only.
-enum class RowRole {
+enum class RowRole : std::uint8_t {
   kField,    ///< a field
   kCount,    ///< the number of entries of a map: a signed integer; there are none if it is below 0
   kKey,      ///< the key of an entry
@@ -94,10 +97,10 @@ struct DumpRow {
   std::size_t offset = 0;  ///< from the first byte of the record
   std::size_t size = 0;    ///< for a sequence or map: of its count only
   std::string path;        ///< of the field
-  RowRole role = RowRole::kField;
   RowType type;
-  std::string value;          ///< for a sequence or map: the count
+  RowRole role = RowRole::kField;
   bool isUnknownTag = false;  ///< a tag that no member of its enumeration has
+  std::string value;          ///< for a sequence or map: the count
 };
 
 /// The bytes of a record, value by value.

@@ -7,6 +7,7 @@
 #include <set>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "export/Formats.h"
@@ -37,7 +38,7 @@ instances:
 )";
 
 // "items_count" for "ItemsCount", "c_uti_bundle_table" for "CUtiBundleTable".
-std::string IdOf(const std::string& name) {
+std::string IdOf(std::string_view name) {
   const auto isUpper = [&](std::size_t i) {
     return i < name.size() && std::isupper(static_cast<unsigned char>(name[i])) != 0;
   };
@@ -86,7 +87,7 @@ class Description {
     return std::string("'").append(count).append(" < 0 ? 0 : ").append(count).append("'");
   }
 
-  std::string Imported(const std::string& record) {
+  std::string Imported(std::string_view record) {
     const std::string id = IdOf(record);
     imports_.insert(id);
     return "type: " + id;

@@ -66,7 +66,7 @@ void AddPart(Shape& map, const zvuti::RecordRow& row) {
   if (row.role == RowRole::kValue) map.element.push_back(ShapeOf(row.type));
 }
 
-std::vector<Field> FieldsOf(const std::string& record) {
+std::vector<Field> FieldsOf(std::string_view record) {
   std::vector<Field> fields;
   for (const zvuti::RecordRow& row : RowsOf(record)) {
     if (row.type.form == RowForm::kBase) {
@@ -99,8 +99,9 @@ std::size_t Plus(std::size_t a, std::size_t b) {
 
 }  // namespace
 
-const std::vector<zvuti::RecordRow>& RowsOf(const std::string& record) {
+const std::vector<zvuti::RecordRow>& RowsOf(std::string_view name) {
   static std::map<std::string, std::vector<zvuti::RecordRow>> listed;
+  const std::string record(name);
   const auto found = listed.find(record);
   if (found != listed.end()) return found->second;
   std::vector<zvuti::RecordRow> rows;
@@ -126,7 +127,8 @@ const Field* FindCounted(const std::string& record, const std::string& path) {
 }
 
 Width WidthOf(const zvuti::RecordRow& row) {
-  Width width = {row.type.bits / 8, row.type.bits / 8};
+  const std::size_t bytes = row.type.bits / 8;
+  Width width = {bytes, bytes};
   switch (row.type.form) {
     case RowForm::kText:
     case RowForm::kSequence:
@@ -148,7 +150,7 @@ Width WidthOf(const zvuti::RecordRow& row) {
   return width;
 }
 
-Width WidthOf(const std::string& record) {
+Width WidthOf(std::string_view record) {
   Width sum;
   for (const zvuti::RecordRow& row : RowsOf(record)) {
     const Width width = WidthOf(row);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <ZvUtiLib/records/Describe.h>
@@ -29,7 +30,7 @@ struct Field {
 };
 
 /// Returns the rows of a record. If there is no such record, throws a Failure that suggests the nearest name.
-const std::vector<zvuti::RecordRow>& RowsOf(const std::string& record);
+const std::vector<zvuti::RecordRow>& RowsOf(std::string_view record);
 /// Returns a field of a record or of the records that it extends, or null.
 const Field* FindField(const std::string& record, const std::string& name);
 /// Returns the names of all fields of a record and of the records that it extends.
@@ -44,7 +45,7 @@ struct Width {
 };
 inline constexpr std::size_t kAnyWidth = static_cast<std::size_t>(-1);
 Width WidthOf(const zvuti::RecordRow& row);
-Width WidthOf(const std::string& record);
+Width WidthOf(std::string_view record);
 
 /// "<", "<=", "==", "!=", ">=" or ">".
 const char* SignOf(zvuti::RowComparison comparison);
