@@ -69,7 +69,8 @@ std::string ValueShown(const zvuti::DumpRow* row) {
   if (!row) return "-";
   const std::string date = DateOf(*row);
   if (!date.empty()) return date;
-  return row->type.form == zvuti::RowForm::kText ? "\"" + Shown(row->value) + "\"" : row->value;
+  return row->type.form == zvuti::RowForm::kText ? std::string("\"").append(Shown(row->value)).append("\"")
+                                                 : row->value;
 }
 
 void PrintTable(const std::vector<Difference>& differences) {

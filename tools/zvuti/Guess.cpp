@@ -136,7 +136,7 @@ void AddGuess(CLI::App& program, int& exitCode) {
       "start of the bytes, and exits with 1.\n\n"
       "--scan lists records without doubts that do not overlap, those with the most evidence: texts, known\n"
       "tags, lists that fit, dates. Records of numbers alone look like any bytes and are not found, nor are\n"
-      "records that have only empty texts and lists. A second of work is some 100 KB.\n\n"
+      "records that have only empty texts and lists. The time grows with the bytes.\n\n"
       "  zvuti guess inbox/reward.bin\n"
       "  zvuti guess --scan evening.bin");
   command->callback([options, &exitCode] { exitCode = Guess(*options); });

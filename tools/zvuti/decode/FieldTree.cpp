@@ -41,7 +41,7 @@ std::string ValueShown(const zvuti::DumpRow& row) {
   const zvuti::RowForm form = row.type.form;
   if (form == zvuti::RowForm::kSequence) return row.value == "1" ? "1 element" : row.value + " elements";
   if (form == zvuti::RowForm::kMap) return row.value == "1" ? "1 entry" : row.value + " entries";
-  if (form == zvuti::RowForm::kText) return "\"" + Shown(row.value) + "\"";
+  if (form == zvuti::RowForm::kText) return std::string("\"").append(Shown(row.value)).append("\"");
   const std::string date = DateOf(row);
   return date.empty() ? row.value : row.value + ", " + date;
 }
@@ -79,7 +79,7 @@ void SizeHeadings(std::vector<FieldLine>& lines) {
 std::vector<FieldLine> LinesOf(const Messages& messages) {
   std::vector<FieldLine> lines;
   for (std::size_t i = 0; i < messages.all.size(); ++i) {
-    AddMessage(messages.all[i], messages.isLone ? "" : "[" + std::to_string(i) + "]", lines);
+    AddMessage(messages.all[i], messages.isLone ? "" : PathOf(i), lines);
   }
   SizeHeadings(lines);
   return lines;

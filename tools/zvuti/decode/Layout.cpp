@@ -93,7 +93,7 @@ class Parser {
     std::string word(cursor_.Word(kEnds).substr(0, 20));
     if (word.empty() && !cursor_.IsAtEnd()) word = cursor_.Peek();
     throw Failure("the layout, character " + std::to_string(at + 1) + ": " +
-                  (word.empty() ? "its end " : "'" + word + "' ") + problem);
+                  (word.empty() ? "its end " : std::string("'").append(word).append("' ")) + problem);
   }
 
   static inline const std::string kNoSource;

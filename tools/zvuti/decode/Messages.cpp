@@ -87,8 +87,6 @@ class Reader {
   Messages& messages_;
 };
 
-std::string PathOf(std::size_t index) { return "[" + std::to_string(index) + "]"; }
-
 // Writes the messages of an array, item by item.
 class Writer {
  public:
@@ -157,6 +155,8 @@ class Writer {
 };
 
 }  // namespace
+
+std::string PathOf(std::size_t index) { return std::string("[").append(std::to_string(index)).append("]"); }
 
 Messages ReadMessages(const Layout& layout, std::string_view bytes) {
   Messages messages;

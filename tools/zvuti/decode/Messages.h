@@ -29,6 +29,9 @@ struct Messages {
   std::string problem;   ///< "" if everything in the layout is there
 };
 
+/// The path of message `index` of several: "[1]".
+std::string PathOf(std::size_t index);
+
 /// Shows bytes as a layout. Throws a Failure for more than a million messages.
 Messages ReadMessages(const Layout& layout, std::string_view bytes);
 

@@ -24,6 +24,8 @@ constexpr std::size_t kTextLook = 64;  // bytes of a text that are looked at bef
 constexpr std::size_t kMostHits = 1'000'000;
 constexpr unsigned kLeastEvidence = 8;  // for a find
 
+constexpr std::size_t kLeastPart = 8;  // of an entry whose count stands apart: a key and a number
+
 // What the bytes at a fixed offset of a record must be.
 struct Check {
   std::size_t at = 0;
@@ -57,6 +59,11 @@ bool HasPlainElements(const zvuti::RowType& type) {
 // Collects the checks of a record from `at` on. Returns false after the first row whose size is not fixed.
 bool Collect(const std::string& record, std::size_t& at, std::vector<Check>& checks) {
   for (const zvuti::RecordRow& row : RowsOf(record)) {
+    if (row.role == zvuti::RowRole::kCount) {
+      checks.push_back({at, RowForm::kMap, kLeastPart, {}, false});
+      at += row.type.bits / 8;
+      continue;
+    }
     if (row.condition || row.role != zvuti::RowRole::kField) return false;
     const zvuti::RowType& type = row.type;
     Check check{at, type.form, type.bits / 8, {}, false};
@@ -145,17 +152,37 @@ unsigned EvidenceOf(const zvuti::RecordDump& dump) {
   return evidence == 0 ? 0 : evidence + reserved;
 }
 
+// Returns false for a record of numbers alone, which cannot have enough evidence.
+bool CanBeFound(const std::string& record) {
+  const auto& rows = RowsOf(record);
+  return std::any_of(rows.begin(), rows.end(), [](const zvuti::RecordRow& row) {
+    switch (row.type.form) {
+      case RowForm::kTag:
+      case RowForm::kText:
+      case RowForm::kSequence:
+      case RowForm::kMap:
+        return true;
+      case RowForm::kRecord:
+      case RowForm::kBase:
+      case RowForm::kBlock:
+        return CanBeFound(row.type.name);
+      default:
+        return row.role != zvuti::RowRole::kField;
+    }
+  });
+}
+
 std::vector<Pattern> Patterns(std::size_t bytes) {
   std::vector<Pattern> patterns;
   for (const std::string& record : zvuti::RecordNames()) {
+    if (!CanBeFound(record)) continue;
     Pattern pattern;
     pattern.record = record;
     pattern.least = WidthOf(record).least;
     pattern.longLooks = kLongLooks * bytes + kLongest;
     std::size_t at = 0;
-    const bool isFixed = Collect(record, at, pattern.checks);
-    // A record of numbers alone is never found; a date alone is not enough.
-    if (!isFixed || !pattern.checks.empty()) patterns.push_back(std::move(pattern));
+    Collect(record, at, pattern.checks);
+    patterns.push_back(std::move(pattern));
   }
   return patterns;
 }
