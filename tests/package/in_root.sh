@@ -52,6 +52,10 @@ mkdir debian
 printf 'Source: game\n\nPackage: game\nArchitecture: any\n' >debian/control
 depends=$(dpkg-shlibdeps -O client_pc 2>&1) || fail "dpkg-shlibdeps fails: $depends"
 grep -q "libzvutilib1 (>= ${version%-*})" <<<"$depends" || fail "dpkg-shlibdeps says: $depends"
+for page in zvuti zvuti-decode; do
+  quietly man --warnings -w 1 $page
+done
+quietly man -w 3 zvutilib
 [ -s "/usr/share/gdb/auto-load/usr/lib/$arch/libZvUtiLib.so.${version%-*}-gdb.py" ] || fail "gdb finds no printers"
 for package in libzvutilib1 libzvutilib-dev zvuti; do
   grep -q "All rights are reserved" /usr/share/doc/$package/copyright || fail "$package says nothing of its terms"
