@@ -25,10 +25,10 @@ class ZVUTILIB_API CUtiXmlParser {
  public:
   virtual ~CUtiXmlParser();
   /// Loads the file at `path`. The encoding is given by its byte order mark or its declaration, else it is
-  /// UTF-8. A UTF-16 file without a mark must declare its encoding. `path` may be a file:// address, in
-  /// which %XX escapes are undone. On Linux the name is not converted: only backslashes become slashes (not
-  /// those inside GBK characters). If the file at a path cannot be read, %XX escapes are undone and it is
-  /// tried again.
+  /// UTF-8. A UTF-16 file without a mark must declare its encoding. `path` may be a URL of the scheme `file`,
+  /// in which %XX escapes are undone. On Linux the name is not converted: only backslashes become slashes
+  /// (not those inside GBK characters). If the file at a path cannot be read, %XX escapes are undone and it
+  /// is tried again.
   explicit CUtiXmlParser(const char* path);
   /// Loads a document from GBK text, whatever encoding it declares. The number only distinguishes the two
   /// constructors.

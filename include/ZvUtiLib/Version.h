@@ -1,14 +1,17 @@
 // The version of the library, as numbers and as text. Everything else that names the version reads it from
 // here.
 //
-// A program that needs a certain version asks at compile time: #if ZVUTILIB_VERSION_NUMBER >= 1000200
+// A program that needs a certain version compares at compile time: ZVUTILIB_VERSION_NUMBER >= 1000200
 // means 1.0.2 or later.
 #pragma once
 
-/// The parts of the version, each from 0 to 99. A release with another first part is not binary compatible.
+/// The first part of the version. A release with another one is not binary compatible.
 #define ZVUTILIB_VERSION_MAJOR 1
+/// The second part, from 0 to 99.
 #define ZVUTILIB_VERSION_MINOR 0
+/// The third part, from 0 to 99.
 #define ZVUTILIB_VERSION_PATCH 0
+/// The fourth part, from 0 to 99.
 #define ZVUTILIB_VERSION_TWEAK 1
 
 /// The version as one number that grows with each release: two decimal digits for each part after the first,
@@ -22,6 +25,7 @@
   ZVUTILIB_VERSION_TEXT(ZVUTILIB_VERSION_MAJOR, ZVUTILIB_VERSION_MINOR, ZVUTILIB_VERSION_PATCH, \
                         ZVUTILIB_VERSION_TWEAK)
 
-/// Help ZVUTILIB_VERSION to expand the parts before they become text.
+/// Expands the parts of ZVUTILIB_VERSION before they become text.
 #define ZVUTILIB_VERSION_TEXT(a, b, c, d) ZVUTILIB_VERSION_JOIN(a, b, c, d)
+/// Joins the parts of ZVUTILIB_VERSION as text.
 #define ZVUTILIB_VERSION_JOIN(a, b, c, d) #a "." #b "." #c "." #d

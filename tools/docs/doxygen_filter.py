@@ -5,12 +5,16 @@ Headers:
   - The comment at the top becomes the description of the file.
   - A comment applies to all declarations on the lines immediately after it.
   - Special members without a comment are hidden; they do what compiler-generated ones would do.
+  - Each class gets its thread rules, from the table in docs/reliability.md, and what its header says about text.
   - Small records and fields without a comment get a description from docs/wire-format.md.
 Pages:
   - The headings of records get the anchors that links refer to.
+  - Pictures are named without their folder, which Doxygen knows.
   - The file name after the language of a fenced block is removed; only the tests use it.
 Line numbers do not change, so warnings refer to the right lines.
 """
+import html
+import itertools
 import pathlib
 import re
 import sys
@@ -32,6 +36,43 @@ def wire_format():
         elif row := re.match(r"\| \d* \| `(\w+)` \| (.*?) \|", line):
             fields[row.group(1)] = re.sub(r"\[(\w+)\]\(#\w+\)", r"\1", row.group(2))
     return records
+
+
+def thread_rules():
+    """{class: its thread rules}, read from the table in docs/reliability.md."""
+    rules, column = {}, None
+    for line in (ROOT / "docs/reliability.md").read_text().splitlines():
+        cells = [cell.strip() for cell in line.strip("|").split("|")]
+        if cells[0] == "Class" and "Threads" in cells:
+            column = cells.index("Threads")
+        elif not line.startswith("|"):
+            column = None
+        elif column:
+            rules.update((name, cells[column]) for name in re.findall(r"`(\w+)`", cells[0]))
+    return rules
+
+
+def rules_of(name, file_comment, code):
+    """Thread rules and encoding of a class, in HTML without line breaks."""
+    threads = thread_rules().get(name, "while one thread changes an object, no other thread uses it; different objects "
+                                       "do not disturb each other")
+    about_text = [sentence for sentence in re.split(r"(?<=\.)\s+", file_comment) if re.search(r"GBK|UTF-|\bencod|code page", sentence)]
+    has_text = re.search(r"CString|CTextString|\bchar\b|std::string", code)
+    text = " ".join(about_text) or ("GBK, code page 936; lengths are in bytes." if has_text else "none.")
+    safe = html.escape(f"{threads[0].upper()}{threads[1:]}.", quote=False), html.escape(text, quote=False)
+    safe = [re.sub(r"`([^`]*)`", lambda code: as_html(code.group(1)), part) for part in safe]
+    return f'<dl class="section note"><dt>Threads</dt><dd>{safe[0]}</dd></dl><dl class="section note"><dt>Text</dt><dd>{safe[1]}</dd></dl>'
+
+
+def describe_rules(lines, file_comment):
+    code = "\n".join(line for line in lines if not line.startswith("//"))
+    for number, line in enumerate(lines):
+        opening = re.match(r"(?:class|struct) (?:ZVUTILIB_API )?(\w+)[^;]*\{", line)
+        before = number - 1
+        if opening and lines[before].startswith("template"):
+            before -= 1
+        if opening and is_comment(lines[before]):
+            lines[before] += " " + rules_of(opening.group(1), file_comment, code)
 
 
 def is_comment(line):
@@ -116,13 +157,16 @@ def page(lines):
             lines[number] = f"{line} {{#{heading.group(1).lower()}}}"
         else:
             lines[number] = re.sub(r"^```(\w+) .*", r"```\1", line)
+            lines[number] = re.sub(r"(!\[[^]]*\]\()[^)]*/", r"\1", lines[number])
 
 
 name = sys.argv[1]
 text = pathlib.Path(name).read_text(encoding="utf-8").splitlines()
 if name.endswith(".h"):
+    about = " ".join(line.removeprefix("//").strip() for line in itertools.takewhile(lambda line: line.startswith("//"), text))
     describe_file(text)
     describe_members(text)
+    describe_rules(text, about)
     group_declarations(text)
 else:
     page(text)

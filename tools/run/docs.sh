@@ -19,10 +19,19 @@ make_interface_pages() {
   pages=$(ls -- *.md; find docs benchmarks -name '*.md' | sort)
   mkdir -p build/docs
   rm -rf build/docs/html
+  tools/docs/layout.py $pages >build/docs/layout.xml
   # Doxygen does not fail when its filter does; it only reports that and leaves the header out. So fail on any
   # message.
   { cat tools/docs/Doxyfile; echo "INPUT +=" $pages; } | doxygen - 2>build/docs/problems && [ ! -s build/docs/problems ] ||
     { cat build/docs/problems >&2; fail "the interface pages are incomplete"; }
+  local broken
+  broken=$(grep -rlE '(href|src)="file:' build/docs/html || true)
+  [ -z "$broken" ] || fail "these pages link to files of this machine: $broken"
+  broken=$(find build/docs/html -maxdepth 1 -name 'class*.html' ! -name '*-members.html' -exec grep -LE '<dt>Threads</dt>' {} +)
+  [ -z "$broken" ] || fail "these pages lack the thread rules of their class: $broken"
+  broken=$(grep -ohE '<img src="[^":]+"' -r build/docs/html | sed 's/.*="//; s/"//' | sort -u | while read -r picture; do
+    [ -f "build/docs/html/$picture" ] || echo "$picture"; done)
+  [ -z "$broken" ] || fail "these pictures are missing: $broken"
   echo "$(find build/docs/html -name '*.html' | wc -l) pages; start at build/docs/html/index.html"
 }
 

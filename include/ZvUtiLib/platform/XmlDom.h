@@ -146,8 +146,8 @@ struct ZVUTILIB_API IXMLDOMElement : IXMLDOMNode {
 struct ZVUTILIB_API IXMLDOMDocument : IUnknown {
   /// Has no effect: documents always load synchronously.
   virtual HRESULT put_async(VARIANT_BOOL isAsync) = 0;
-  /// Loads the file at a path with either separator, or at a file:// address. Stores VARIANT_TRUE if the file
-  /// could be read and is well-formed; otherwise the document is left empty.
+  /// Loads the file at a path with either separator, or at a URL of the scheme `file`. Stores VARIANT_TRUE if
+  /// the file could be read and is well-formed; otherwise the document is left empty.
   virtual HRESULT load(VARIANT source, VARIANT_BOOL* isLoaded) = 0;
   /// Loads a document from its text, whatever encoding it declares; leading white space is skipped.
   virtual HRESULT loadXML(BSTR text, VARIANT_BOOL* isLoaded) = 0;
