@@ -18,7 +18,7 @@ package_of_kind() {
 }
 
 package() {
-  need dpkg-dev file unzip binutils gdb-mingw-w64 gdb-mingw-w64-target
+  need dpkg-dev file unzip binutils python3 gdb-mingw-w64 gdb-mingw-w64-target
   need_windows_tools
   build linux-release
   build windows-i686

@@ -1,19 +1,9 @@
 # Makes the .zip files for Windows: the package and the self-test. Sourced by run.
 
-# zip_folder FOLDER: makes FOLDER.zip and its checksum. The same files give the same bytes: names are sorted, and the
-# date is that of the commit.
+# zip_folder FOLDER: makes FOLDER.zip and its checksum, with the date of the commit.
 zip_folder() {
-  local date
-  date=$(git log -1 --format=%cd --date='format-local:%Y-%m-%d %H:%M:%S' 2>/dev/null) || date="2000-01-01 00:00:00"
-  (
-    export TZ=UTC
-    cd "$(dirname "$1")"
-    chmod -R u=rwX,go=rX "$(basename "$1")"
-    find "$(basename "$1")" -type f | LC_ALL=C sort >"$1.list"
-    cmake -E tar cf "$1.zip" --format=zip --mtime="$date UTC" --files-from="$1.list"
-    sha256sum "$(basename "$1").zip" >"$1.zip.sha256"
-    rm "$1.list"
-  )
+  tools/zip_folder.py "$1" "$(git log -1 --format=%ct 2>/dev/null || echo 946684800)"
+  (cd "$(dirname "$1")" && sha256sum "$(basename "$1").zip" >"$1.zip.sha256")
 }
 
 # windows_package_name: the name of the folder in the .zip.
