@@ -10,9 +10,24 @@
 namespace zvuti::xml {
 namespace {
 
-__extension__ using Wide = unsigned __int128;
-
 constexpr std::uint64_t kPrime = (std::uint64_t{1} << 61) - 1;
+
+// A number that is a * b modulo kPrime, below 2^63. REQUIRES: a * b < 2^124.
+std::uint64_t Product(std::uint64_t a, std::uint64_t b) {
+#if defined(__SIZEOF_INT128__)
+  __extension__ using Wide = unsigned __int128;
+  const Wide product = Wide{a} * b;
+  return static_cast<std::uint64_t>(product & kPrime) + static_cast<std::uint64_t>(product >> 61);
+#else
+  // 32-bit targets have no 128-bit numbers: long multiplication by halves.
+  constexpr std::uint64_t kLow = 0xFFFFFFFF;
+  const std::uint64_t low = (a & kLow) * (b & kLow), left = (a >> 32) * (b & kLow);
+  const std::uint64_t right = (a & kLow) * (b >> 32), middle = (low >> 32) + (left & kLow) + (right & kLow);
+  const std::uint64_t low64 = middle << 32 | (low & kLow);
+  const std::uint64_t high64 = (a >> 32) * (b >> 32) + (left >> 32) + (right >> 32) + (middle >> 32);
+  return (low64 & kPrime) + (high64 << 3 | low64 >> 61);
+#endif
+}
 
 // Drawn once: 1 to kPrime - 1.
 std::uint64_t ProcessKey() {
@@ -32,8 +47,7 @@ std::uint64_t HashOf(std::string_view name, std::uint64_t key) {
   for (std::size_t at = 0; at < name.size(); at += kPiece) {
     std::uint64_t piece = 0;
     std::memcpy(&piece, name.data() + at, std::min(kPiece, name.size() - at));
-    const Wide product = Wide{hash + piece} * key;
-    hash = static_cast<std::uint64_t>(product & kPrime) + static_cast<std::uint64_t>(product >> 61);
+    hash = Product(hash + piece, key);
     if (hash >= kPrime) hash -= kPrime;
   }
   return hash;
@@ -59,7 +73,7 @@ NameId NameTable::Find(std::string_view name) const {
 
 // Where `name` stands, or the free slot where it belongs.
 std::size_t NameTable::SlotOf(std::string_view name) const {
-  std::size_t slot = HashOf(name, key_) & (slots_.size() - 1);
+  std::size_t slot = static_cast<std::size_t>(HashOf(name, key_)) & (slots_.size() - 1);
   while (slots_[slot] != kNoName && At(slots_[slot]) != name) slot = (slot + 1) & (slots_.size() - 1);
   return slot;
 }

@@ -1,8 +1,6 @@
 // Prints what only a real Windows can tell: what basic operations of the system cost there, and what the
 // library does when another process has the clipboard open. Costs are the fastest of several rounds, in
 // nanoseconds.
-//
-// facts hold SECONDS: keeps the clipboard open for so long.
 #include <ZvUtiLib/platform/Windows.h>
 
 #include <ZvUtiLib/CDebug.h>
@@ -65,26 +63,36 @@ void MeasureLibrary() {
   Measure("a line of the log", 200, [] { CDebug::LogOut("%d of %s", 1, "facts"); });
 }
 
-int Hold(const char* seconds) {
+// Another process keeps the clipboard open: this program, started again.
+int Hold() {
   if (!OpenClipboard(nullptr)) return 1;
-  Sleep(static_cast<DWORD>(std::atoi(seconds)) * 1000);
-  return CloseClipboard() ? 0 : 1;
+  Sleep(INFINITE);
+  return 0;
 }
 
-// run.bat starts `facts hold` before this.
+bool IsClipboardFree() { return OpenClipboard(nullptr) != 0 && CloseClipboard() != 0; }
+
 void TryClipboard() {
-  const bool isFree = OpenClipboard(nullptr) != 0;
-  if (isFree) CloseClipboard();
+  STARTUPINFOA startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION holder{};
+  char line[] = "facts.exe hold";
+  if (!CreateProcessA(nullptr, line, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &holder)) return;
+  for (int i = 0; i < 200 && IsClipboardFree(); ++i) Sleep(50);
+  const char* const state = IsClipboardFree() ? "free" : "held by another process";
   const DWORD before = GetTickCount(), sequence = GetClipboardSequenceNumber();
   CUtiBase::CopyToClipboard("facts");
-  std::printf("%-44s %s, %s after %lu ms\n", "clipboard", isFree ? "free" : "held by another process",
+  std::printf("%-44s %s, %s after %lu ms\n", "clipboard", state,
               GetClipboardSequenceNumber() == sequence ? "unchanged" : "changed", GetTickCount() - before);
+  TerminateProcess(holder.hProcess, 0);
+  CloseHandle(holder.hThread);
+  CloseHandle(holder.hProcess);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc == 3 && std::strcmp(argv[1], "hold") == 0) return Hold(argv[2]);
+  if (argc == 2 && std::strcmp(argv[1], "hold") == 0) return Hold();
   TryClipboard();
   MeasureSystem();
   MeasureLibrary();

@@ -18,7 +18,7 @@ package_of_kind() {
 }
 
 package() {
-  need dpkg-dev file unzip debhelper lintian binutils gdb-mingw-w64 gdb-mingw-w64-target
+  need dpkg-dev file unzip debhelper lintian binutils python3 gdb-mingw-w64 gdb-mingw-w64-target
   need_windows_tools
   build linux-release zvutilib_installed
   build windows-i686

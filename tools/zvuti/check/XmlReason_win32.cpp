@@ -24,6 +24,11 @@ void PrepareForXml() { static const Com com; }
 void ExplainRefusal(const std::string& file, const std::string&, Place& place, std::string& message) {
   message = "the library refuses the document";
   CComPtr<IXMLDOMDocument> document;
+  if (FAILED(CoCreateInstance(CLSID_DOMDocument, nullptr, CLSCTX_INPROC_SERVER, IID_IXMLDOMDocument,
+                              reinterpret_cast<void**>(&document)))) {
+    message = "this Windows has no XML object model (MSXML), through which the library reads documents";
+    return;
+  }
   CComPtr<IXMLDOMParseError> error;
   VARIANT_BOOL isLoaded = VARIANT_FALSE;
   VARIANT source;
@@ -31,11 +36,9 @@ void ExplainRefusal(const std::string& file, const std::string&, Place& place, s
   source.bstrVal = SysAllocString(PathOf(file).c_str());
   BSTR reason = nullptr;
   long line = 0, column = 0;
-  const bool isKnown =
-      SUCCEEDED(CoCreateInstance(CLSID_DOMDocument, nullptr, CLSCTX_INPROC_SERVER, IID_IXMLDOMDocument,
-                                 reinterpret_cast<void**>(&document))) &&
-      SUCCEEDED(document->put_async(VARIANT_FALSE)) && SUCCEEDED(document->load(source, &isLoaded)) &&
-      SUCCEEDED(document->get_parseError(&error)) && error->get_reason(&reason) == S_OK;
+  const bool isKnown = SUCCEEDED(document->put_async(VARIANT_FALSE)) &&
+                       SUCCEEDED(document->load(source, &isLoaded)) &&
+                       SUCCEEDED(document->get_parseError(&error)) && error->get_reason(&reason) == S_OK;
   SysFreeString(source.bstrVal);
   if (!isKnown) return;
   const std::string text = TextOf(std::wstring(reason, SysStringLen(reason)));

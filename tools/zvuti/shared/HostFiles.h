@@ -24,8 +24,8 @@ std::string MakeFile(const std::string& start);
 /// Returns false, with errno set, if that fails or `target` may not be written.
 bool PutInPlace(const std::string& file, const std::string& target);
 
-/// The path under which the library finds a file. Nothing if it cannot: on Windows it opens only paths in
-/// code page 936.
+/// A path under which the library finds a file, or nothing. On Windows the library opens only paths in code
+/// page 936, so the others need a short name of the file system.
 std::optional<std::string> PathForLibrary(const std::string& path);
 
 }  // namespace tool

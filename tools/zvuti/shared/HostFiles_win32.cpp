@@ -62,11 +62,18 @@ bool PutInPlace(const std::string& file, const std::string& target) {
 }
 
 std::optional<std::string> PathForLibrary(const std::string& path) {
-  const auto isAscii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
-  if (std::all_of(path.begin(), path.end(), isAscii)) return path;
+  const auto isAscii = [](const std::string& text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+  };
+  if (isAscii(path)) return path;
   const zvuti::Converted<std::string> gbk = zvuti::Utf8ToGbk(path);
-  if (GetACP() != 936 || !gbk.IsWhole()) return std::nullopt;
-  return gbk.text;
+  if (GetACP() == 936 && gbk.IsWhole()) return gbk.text;
+  wchar_t buffer[MAX_PATH];
+  const DWORD length = GetShortPathNameW(PathOf(path).c_str(), buffer, MAX_PATH);
+  const std::string shortPath = length < MAX_PATH ? TextOf(std::wstring(buffer, length)) : std::string();
+  if (shortPath.empty() || !isAscii(shortPath)) return std::nullopt;
+  return shortPath;
 }
 
 }  // namespace tool
