@@ -198,7 +198,15 @@ class Values(list):
                     self.append((name + ".key", key))
                     self.append((name + ".value", element))
         else:
-            self.append((name, field))
+            self.append((name, packed(field) if row.get("packed time") and isinstance(field, str) else field))
+
+
+def packed(date):
+    """The word of "2013-08-29 12:34:56"."""
+    word = 0
+    for number, bits, first in zip(re.split("[- :]", date), (6, 4, 5, 5, 6, 6), (2000, 0, 0, 0, 0, 0), strict=True):
+        word = word << bits | int(number) - first
+    return word
 
 
 class Text(str):
