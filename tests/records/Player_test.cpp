@@ -44,7 +44,7 @@ TEST(PlayerRecord, TheAccountKindIsInTheLowFourBits) {
 
 TEST(PlayerRecord, SlotAIsThereUnlessItIsMinusOne) {
   PlayerRecord record;
-  for (const int slot : {-1, 0, 1, -2}) {
+  for (const std::int16_t slot : std::initializer_list<std::int16_t>{-1, 0, 1, -2}) {
     record.SlotA = slot;
     EXPECT_EQ(record.HasSlotA(), slot != -1) << slot;
   }

@@ -72,7 +72,7 @@ class Reader {
     const unsigned unused = 64 - 8 * part.bytes;
     zvuti::DumpRow row;
     row.size = part.bytes;
-    row.type.bits = 8 * part.bytes;
+    row.type.bits = static_cast<std::uint16_t>(8 * part.bytes);
     row.type.isSigned = part.isSigned;
     row.value = part.isSigned ? std::to_string(static_cast<std::int64_t>(value << unused) >> unused)
                               : std::to_string(value);

@@ -53,7 +53,7 @@ bool HasPlainElements(const zvuti::RowType& type) {
   if (type.element != RowForm::kRecord) return type.form == RowForm::kMap;
   std::size_t size = 0;
   std::vector<Check> checks;
-  return Collect(type.name, size, checks) && checks.empty();
+  return Collect(std::string(type.name), size, checks) && checks.empty();
 }
 
 // Collects the checks of a record from `at` on. Returns false after the first row whose size is not fixed.
@@ -66,12 +66,12 @@ bool Collect(const std::string& record, std::size_t& at, std::vector<Check>& che
     }
     if (row.condition || row.role != zvuti::RowRole::kField) return false;
     const zvuti::RowType& type = row.type;
-    Check check{at, type.form, type.bits / 8, {}, false};
+    Check check{at, type.form, type.bits / 8u, {}, false};
     switch (type.form) {
       case RowForm::kRecord:
       case RowForm::kBase:
       case RowForm::kBlock:
-        if (!Collect(type.name, at, checks)) return false;
+        if (!Collect(std::string(type.name), at, checks)) return false;
         continue;
       case RowForm::kSequence:
       case RowForm::kMap:
@@ -165,7 +165,7 @@ bool CanBeFound(const std::string& record) {
       case RowForm::kRecord:
       case RowForm::kBase:
       case RowForm::kBlock:
-        return CanBeFound(row.type.name);
+        return CanBeFound(std::string(row.type.name));
       default:
         return row.role != zvuti::RowRole::kField;
     }
