@@ -8,7 +8,7 @@
 namespace zvuti {
 
 std::string FormText(const RowType& type) {
-  const std::string name(type.name);
+  std::string name(type.name);
   switch (type.form) {
     case RowForm::kInteger:
       return std::to_string(type.bits);
