@@ -39,7 +39,7 @@ enum class RowForm : std::uint8_t {
 
 /// The type of a row.
 struct RowType {
-  RowForm form = RowForm::kInteger;
+  RowForm form = RowForm::kInteger;  ///< what the bytes are
   /// Width of a row that always has the same: an integer, a byte code (8), a tag (32), a map entry (64), a
   /// block or reserved bytes (8 for each byte). Otherwise 0.
   std::uint16_t bits = 0;
@@ -66,10 +66,10 @@ enum class RowRole : std::uint8_t {
 
 /// When a row is present: if `field` compares like that with `constant`.
 struct RowCondition {
-  std::string field;  ///< an integer, earlier in the same record
-  RowComparison comparison = RowComparison::kLess;
-  std::int64_t constant = 0;
-  std::string text;  ///< the same in words, "ItemKey < 1000000000"
+  std::string field;                                ///< an integer, earlier in the same record
+  RowComparison comparison = RowComparison::kLess;  ///< the field on its left side
+  std::int64_t constant = 0;                        ///< on its right side
+  std::string text;                                 ///< the same in words, "ItemKey < 1000000000"
 };
 
 /// A member of a tagged enumeration.
@@ -94,13 +94,13 @@ struct RecordRow {
 
 /// One value in the bytes of a record.
 struct DumpRow {
-  std::size_t offset = 0;  ///< from the first byte of the record
-  std::size_t size = 0;    ///< for a sequence or map: of its count only
-  std::string path;        ///< of the field
-  RowType type;
-  RowRole role = RowRole::kField;
-  bool isUnknownTag = false;  ///< a tag that no member of its enumeration has
-  std::string value;          ///< for a sequence or map: the count
+  std::size_t offset = 0;          ///< from the first byte of the record
+  std::size_t size = 0;            ///< for a sequence or map: of its count only
+  std::string path;                ///< of the field
+  RowType type;                    ///< as in RecordRow, or a map entry
+  RowRole role = RowRole::kField;  ///< as in RecordRow
+  bool isUnknownTag = false;       ///< a tag that no member of its enumeration has
+  std::string value;               ///< for a sequence or map: the count
 };
 
 /// The bytes of a record, value by value.
