@@ -67,7 +67,7 @@ std::vector<Difference> DifferencesOf(const Side& a, const Side& b) {
 
 std::string ValueShown(const zvuti::DumpRow* row) {
   if (!row) return "-";
-  const std::string date = DateOf(*row);
+  std::string date = DateOf(*row);
   if (!date.empty()) return date;
   return row->type.form == zvuti::RowForm::kText ? std::string("\"").append(Shown(row->value)).append("\"")
                                                  : row->value;

@@ -69,7 +69,7 @@ class Reader {
     Message& message = Add(part);
     const ByteReader reader(bytes_, part.isBigEndian);
     const std::uint64_t value = reader.Read(messages_.size, part.bytes);
-    const unsigned unused = 64 - 8 * part.bytes;
+    const unsigned unused = (64 - 8 * part.bytes) % 64;
     zvuti::DumpRow row;
     row.size = part.bytes;
     row.type.bits = static_cast<std::uint16_t>(8 * part.bytes);

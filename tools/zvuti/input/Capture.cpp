@@ -92,9 +92,10 @@ class Walk {
         const std::size_t most = interfaces[0].second == 0 ? packet.size : interfaces[0].second;
         captured = packet.size < most ? packet.size : most;
       }
-      if (captured > size - header)
+      if (captured > size - header) {
         throw Failure(what_ + ": the " + block + " is too short for its packet of " +
                       Count(captured, "byte"));
+      }
       if (TakePacket(body + header, captured, packet)) return true;
     }
     return false;

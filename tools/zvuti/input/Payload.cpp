@@ -92,7 +92,7 @@ class Headers {
 
   unsigned TakeIpv4() {
     Need(20, "IP header");
-    const std::size_t header = (rest_.U8(0) & 15u) * 4;
+    const std::size_t header = std::size_t{4} * (rest_.U8(0) & 15u);
     const std::size_t total = rest_.U16(2);
     if (rest_.U8(0) >> 4 != 4 || header < 20) Refuse("has no valid IPv4 header");
     if ((rest_.U16(6) & 0x3FFF) != 0) RefuseFragment();
@@ -133,7 +133,7 @@ class Headers {
 
   std::string_view Tcp() {
     Need(kTcpHeader, "TCP header");
-    const std::size_t header = (rest_.U8(12) >> 4) * 4u;
+    const std::size_t header = std::size_t{4} * (rest_.U8(12) >> 4);
     if (header < kTcpHeader) Refuse("has no valid TCP header");
     Need(header, "TCP header");
     Drop(header);
