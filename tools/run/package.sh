@@ -46,7 +46,7 @@ package() {
   say "CMake and pkg-config, as strangers use them"
   tests/package/cmake.sh build/linux-release build/package-cmake
   say "How hard the library and zvuti are to exploit"
-  check_hardened_elf "$(find "$unpacked/tar" -name 'libZvUtiLib.so.*.*')"
+  check_hardened_elf "$(find "$unpacked/tar/lib" -name 'libZvUtiLib.so.*.*')"
   check_hardened_elf "$unpacked/tar/bin/zvuti"
   say "The package for Windows"
   check_windows_package "$(echo "$unpacked"/zip/*)"
