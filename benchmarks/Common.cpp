@@ -1,7 +1,5 @@
 #include "benchmarks/Common.h"
 
-#include <malloc.h>
-
 namespace bench {
 
 // Picks from rows 0xB0 to 0xD6 of GB 2312 level 1. The last row, 0xD7, is incomplete and left out.
@@ -12,11 +10,6 @@ std::string Hanzi(std::mt19937& random, unsigned characters) {
     text += static_cast<char>(0xA1 + Below(random, 94));
   }
   return text;
-}
-
-std::int64_t HeldBytes() {
-  const struct mallinfo2 heap = mallinfo2();
-  return static_cast<std::int64_t>(heap.uordblks + heap.hblkhd);
 }
 
 }  // namespace bench

@@ -2,6 +2,7 @@
 #include <ZvUtiLib/CKxTime.h>
 #include <ZvUtiLib/data/CTextString.h>
 
+#include <cinttypes>
 #include <cstdio>
 #include <string_view>
 
@@ -17,6 +18,9 @@ namespace {
 
 constexpr unsigned long kWord = 26ul << 26 | 11ul << 22 | 23ul << 17 | 8ul << 12 | 5ul << 6 | 9ul;
 volatile unsigned long word = kWord;
+
+constexpr std::string_view kValueText = "4938271605493827160";
+volatile std::int64_t value = 4938271605493827160;
 
 template <class Print>
 void Add(const char* subject, const char* who, std::string_view expected, Print print) {
@@ -48,6 +52,16 @@ const bool kRegistered = [] {
     static char text[64];
     const Time t = Now();
     std::snprintf(text, sizeof text, MINUTES_OF(t));
+    return text;
+  });
+  Add("FormatValue", "library", kValueText, []() -> const CTextString& {
+    static CTextString text;
+    text.Format("%I64d", value);
+    return text;
+  });
+  Add("FormatValue", "snprintf", kValueText, [] {
+    static char text[64];
+    std::snprintf(text, sizeof text, "%" PRId64, value);
     return text;
   });
   Add("PackedTime", "library", kSecondsText,

@@ -16,15 +16,27 @@ CString GroupByLibrary() {
   return text;
 }
 
-CString GroupByDigits() {
+// A value of 19 digits: 64 bits, which a 32-bit processor divides in steps.
+volatile std::int64_t value = 4938271605493827160;
+
+CString GroupValueByLibrary() {
   CString text;
-  const std::string_view digits = kNumber;
+  CUtiNumber::InsertSeparator(value, text);
+  return text;
+}
+
+CString GroupDigits(std::string_view digits) {
+  CString text;
   for (std::size_t i = 0; i < digits.size(); ++i) {
     if (i > 0 && (digits.size() - i) % 4 == 0) text += ',';
     text += digits[i];
   }
   return text;
 }
+
+CString GroupByDigits() { return GroupDigits(kNumber); }
+
+CString GroupValueByDigits() { return GroupDigits(std::to_string(value)); }
 
 constexpr const char* kSpelled = "123456789";
 
@@ -63,6 +75,7 @@ void Add(const char* subject, CString (*library)(), CString (*plain)()) {
 
 const bool kRegistered = [] {
   Add("Separators", GroupByLibrary, GroupByDigits);
+  Add("SeparatorsOfValue", GroupValueByLibrary, GroupValueByDigits);
   Add("Numerals", SpellByLibrary, SpellByDigits);
   return true;
 }();

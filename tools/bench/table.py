@@ -2,9 +2,11 @@
 """Compares the library's benchmark rows with those of its peers and reports which goals are met.
 
 table.py [--markdown FILE] RESULTS.json...
+table.py [--markdown FILE] --windows RESULTS.json... --linux RESULTS.json...
 
-Prints the table; with --markdown, also writes it between the marker lines of FILE. Exits with 1 if a row
-failed or there are no rows. A missed goal is not a failure.
+Prints the table; with --markdown, also writes it between the marker lines of FILE. The second form compares the
+library on 32-bit Windows with itself on 64-bit Linux and with its peers on Windows. Results of one program may come
+in several files. Exits with 1 if a row failed or there are no rows. A missed goal is not a failure.
 """
 import argparse
 import datetime
@@ -12,10 +14,10 @@ import json
 import math
 import pathlib
 import platform
+import statistics
 import subprocess
 import sys
 
-BEGIN, END = "<!-- table: begin -->", "<!-- table: end -->"
 LISTS = (100, 1000, 10000, 100000)
 
 
@@ -45,9 +47,11 @@ def comparisons():
     for row in ("FormatSeconds", "FormatMinutes"):
         yield "Text", row, f"{row}/library", f"{row}/snprintf", 1.2, "cpu"
         yield "Text", row, f"{row}/library", f"{row}/fmt", None, "cpu"
+    yield "Text", "FormatValue", "FormatValue/library", "FormatValue/snprintf", None, "cpu"
     yield "Text", "PackedTime", "PackedTime/library", "PackedTime/snprintf", None, "cpu"
     yield "Text", "Numerals", "Numerals/library", "Numerals/digits", 0.5, "cpu"
     yield "Text", "Separators", "Separators/library", "Separators/digits", 0.5, "cpu"
+    yield "Text", "SeparatorsOfValue", "SeparatorsOfValue/library", "SeparatorsOfValue/digits", None, "cpu"
     for pairs in (10, 100, 1000, 10000):
         yield ("Text", f"Dictionary, {pairs} pairs", f"Dictionary/library/{pairs}", f"Dictionary/splitter/{pairs}",
                1.5 if pairs == 1000 else None, "cpu")
@@ -64,6 +68,31 @@ def comparisons():
         yield "XML", f"Load and walk {name}", f"Xml/library/{size}", f"Xml/libxml2_gbk/{size}", goal, "cpu"
 
 
+WINDOWS_GOALS = {"cereal": {"Decode Items1000": 0.05, "Encode Items1000": 0.05, "Decode Snapshot40": 0.25,
+                            "Encode Snapshot40": 0.07, "Decode Account": 0.6, "Encode Account": 0.3},
+                 "x86-64": {"CleanLine": 2, "FormatValue": 1.5, "Separators": 1.5, "Numerals": 1.5}}
+# Most of the time of these rows is Wine's, so they say little about Windows.
+WINES = {"Decode Items65535": "heap", "Encode Items65535": "heap", "Decode Account": "heap", "Decode Bundles": "heap",
+         "Decode Snapshot": "heap", "Load and walk": "XML objects", "Load ": "files and heap"}
+
+
+def of_label(label, values):
+    """The value whose key the label starts with, or None."""
+    return next((value for start, value in values.items() if label.startswith(start)), None)
+
+
+def windows_comparisons():
+    """As comparisons(), for rows of Windows and the library's rows of Linux, whose peer is called x86-64."""
+    shown = set()
+    for section, label, ours, peer, _, what in comparisons():
+        others = [] if ours in shown else [ours.replace("/library", "/x86-64")]
+        shown.add(ours)
+        for other in others + [peer] if what == "cpu" else []:
+            wine = of_label(label, WINES)
+            goal = of_label(label, WINDOWS_GOALS.get(other.split("/")[1], {}))
+            yield section, f"{label}, Wine's {wine}" if wine else label, ours, other, goal, what
+
+
 GROWTHS = [(f"{verb} items", [(n, f"{verb}Items{n}/library") for n in (1000, 4000, 16000, 65535)])
            for verb in ("Encode", "Decode")]
 GROWTHS += [(f"{verb} {subject}, by {what}", [(n, f"{verb}{row}{n}/library") for n in sizes])
@@ -76,34 +105,31 @@ GROWTHS += [("Masking, by length of text", [(n, f"MaskText/library/{n}") for n i
             ("Clean line of 60 bytes, by size of list", [(n, f"CleanLine60/library/{n}") for n in LISTS])]
 
 
-def read(paths):
-    """{row: its median entry}, plus the keys "cpu" (the median) and "fastest" (the fastest repetition), in ns.
+def read(paths, time="cpu_time"):
+    """{row: one of its entries}, plus the keys "cpu" (the median of the repetitions) and "fastest", in ns.
 
     Exits if a row failed or there are no rows.
     """
     unit = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
-    rows, fastest, failed = {}, {}, []
+    rows, times, failed = {}, {}, []
     for path in paths:
         try:
             entries = json.loads(pathlib.Path(path).read_text())["benchmarks"]
         except (OSError, ValueError, KeyError) as error:
             sys.exit(f"table.py: {path} contains no benchmark results ({error})")
         for row in entries:
+            name = row["run_name"].split("/repeats:")[0]
             if row.get("error_occurred"):
-                failed.append(f"{row['run_name']}: {row['error_message']}")
-                continue
-            name, time = row["run_name"].split("/repeats:")[0], row["cpu_time"] * unit.get(row.get("time_unit"), 1)
-            if row["run_type"] == "iteration":
-                fastest[name] = min(time, fastest.get(name, time))
-            elif row["aggregate_name"] == "median":
-                rows[name] = row | {"cpu": time}
+                failed.append(f"{name}: {row['error_message']}")
+            elif row["run_type"] == "iteration":
+                rows[name] = row
+                times.setdefault(name, []).append(row[time] * unit.get(row.get("time_unit"), 1))
     if failed:
         sys.exit("table.py: these rows failed:\n  " + "\n  ".join(sorted(set(failed))))
     if not rows:
         sys.exit("table.py: there are no rows")
-    for name, row in rows.items():
-        row["fastest"] = fastest[name]
-    return rows
+    return {name: row | {"cpu": statistics.median(times[name]), "fastest": min(times[name])}
+            for name, row in rows.items()}
 
 
 def quantity(value, what):
@@ -121,44 +147,46 @@ def exponent(points):
     return sum((a - x) * (b - y) for a, b in zip(xs, ys)) / sum((a - x) ** 2 for a in xs)
 
 
-def table(rows):
-    """{section: lines}, where a line has the cells named in HEAD."""
-    sections = {}
+def line(label, library, peer, ratio, goal, form=".3g", measures=("cpu", "fastest")):
+    """The cells named in HEAD. ratio(measure) is the figure that the goal bounds: `cpu` is the median of the
+    repetitions, `fastest` the fastest one."""
+    figures = [ratio(measure) for measure in measures]
+    cells = [format(figure, form) for figure in figures] + [""] * (2 - len(figures))
+    verdict = "" if goal is None else "met" if figures[0] <= goal else "missed"
+    return label, library, peer, *cells, "" if goal is None else f"{goal:g}", verdict
 
-    def add(section, label, library, peer, ratio, goal, form=".3g", measures=("cpu", "fastest")):
-        """Adds a line. ratio(measure) is the figure that the goal bounds: `cpu` is the median of the repetitions,
-        `fastest` the fastest one."""
-        figures = [ratio(measure) for measure in measures]
-        cells = [format(figure, form) for figure in figures] + [""] * (2 - len(figures))
-        verdict = "" if goal is None else "met" if figures[0] <= goal else "missed"
-        sections.setdefault(section, []).append(
-            (label, library, peer, *cells, "" if goal is None else f"{goal:g}", verdict))
 
-    for section, label, ours, peer, goal, what in comparisons():
+def compare(rows, compared):
+    """Yields (section, line) for each of the comparisons `compared` whose rows are there."""
+    for section, label, ours, peer, goal, what in compared:
         if ours not in rows or peer not in rows or rows[peer][what] <= 0:
             continue
         mine, theirs = rows[ours], rows[peer]
-        add(section, label, quantity(mine[what], what), f"{peer.split('/')[1]} {quantity(theirs[what], what)}",
-            lambda measure: mine[measure] / theirs[measure], goal,
-            measures=("cpu", "fastest") if what == "cpu" else (what,))
+        yield section, line(label, quantity(mine[what], what), f"{peer.split('/')[1]} {quantity(theirs[what], what)}",
+                            lambda measure: mine[measure] / theirs[measure], goal,
+                            measures=("cpu", "fastest") if what == "cpu" else (what,))
+
+
+def limits(rows):
+    """Yields (section, line) for what is bounded without a peer."""
     for what, goal in (("", 1.5), ("Fresh", 1.4)):
         small, large = rows.get("DecodeItems1000/library"), rows.get(f"Decode{what}Items65535/library")
         if small and large:
-            add("Records", f"Decode, per item of 65535{', fresh memory' if what else ''}", f"{large['cpu'] / 65535:.3g} ns",
-                f"of 1000 {small['cpu'] / 1000:.3g} ns",
-                lambda measure: large[measure] / 65535 / (small[measure] / 1000), goal)
+            yield "Records", line(f"Decode, per item of 65535{', fresh memory' if what else ''}",
+                                  f"{large['cpu'] / 65535:.3g} ns", f"of 1000 {small['cpu'] / 1000:.3g} ns",
+                                  lambda measure: large[measure] / 65535 / (small[measure] / 1000), goal)
     for words in LISTS:
         row = rows.get(f"NearMisses/library/{words}")
         if row:
-            add("Words", f"NearMisses per byte, {words} words", f"{row['cpu'] / row['bytes']:.3g} ns", "limit 10 ns",
-                lambda measure: row[measure] / row["bytes"] / 10, 1)
+            yield "Words", line(f"NearMisses per byte, {words} words", f"{row['cpu'] / row['bytes']:.3g} ns",
+                                "limit 10 ns", lambda measure: row[measure] / row["bytes"] / 10, 1)
     for label, sizes in GROWTHS:
         points = [(rows[name].get("bytes", size) if "Text/" in name else size, rows[name])
                   for size, name in sizes if name in rows]
         if len(points) == len(sizes):
-            add("Growth", label, quantity(points[0][1]["cpu"], "cpu"), f"to {quantity(points[-1][1]['cpu'], 'cpu')}",
-                lambda measure: exponent([(size, row[measure]) for size, row in points]), 1.1, ".2f")
-    return sections
+            yield "Growth", line(label, quantity(points[0][1]["cpu"], "cpu"),
+                                 f"to {quantity(points[-1][1]['cpu'], 'cpu')}",
+                                 lambda measure: exponent([(size, row[measure]) for size, row in points]), 1.1, ".2f")
 
 
 HEAD = ("what", "library", "peer", "ratio", "fastest", "goal", "")
@@ -167,10 +195,10 @@ HEAD = ("what", "library", "peer", "ratio", "fastest", "goal", "")
 def plain(sections):
     lines = []
     for section, cells in sections.items():
-        widths = [max(len(line[i]) for line in [HEAD, *cells]) for i in range(len(HEAD))]
+        widths = [max(len(row[i]) for row in [HEAD, *cells]) for i in range(len(HEAD))]
         lines += ["", section]
-        lines += ["  " + "  ".join(cell.ljust(width) for cell, width in zip(line, widths)).rstrip()
-                  for line in [HEAD, *cells]]
+        lines += ["  " + "  ".join(cell.ljust(width) for cell, width in zip(row, widths)).rstrip()
+                  for row in [HEAD, *cells]]
     return "\n".join(lines)
 
 
@@ -185,34 +213,49 @@ def cpu_model():
     return platform.machine()
 
 
-def markdown(sections):
+def markdown(sections, heading):
     lines = [f"Measured {datetime.date.today()}, {output_of('c++', '--version').splitlines()[0]}, {cpu_model()}."]
     for section, cells in sections.items():
-        lines += ["", f"## {section}", "", "| " + " | ".join(HEAD) + " |", "|" + "---|" * len(HEAD)]
-        lines += ["| " + " | ".join(line) + " |" for line in cells]
+        lines += ["", f"{heading} {section}", "", "| " + " | ".join(HEAD) + " |", "|" + "---|" * len(HEAD)]
+        lines += ["| " + " | ".join(cell) + " |" for cell in cells]
     return "\n".join(lines)
 
 
-def put(path, text):
+def put(path, name, text):
+    """Writes `text` between the marker lines `name` of the file."""
+    begin, end = f"<!-- {name}: begin -->", f"<!-- {name}: end -->"
     page = pathlib.Path(path).read_text()
-    if page.count(BEGIN) != 1 or page.count(END) != 1:
-        sys.exit(f"table.py: {path} should contain each of its two marker lines once")
-    head, rest = page.split(BEGIN)
-    pathlib.Path(path).write_text(f"{head}{BEGIN}\n{text}\n{END}{rest.split(END)[1]}")
+    if page.count(begin) != 1 or page.count(end) != 1:
+        sys.exit(f"table.py: {path} should contain each of '{begin}' and '{end}' once")
+    head, rest = page.split(begin)
+    pathlib.Path(path).write_text(f"{head}{begin}\n{text}\n{end}{rest.split(end)[1]}")
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--markdown", metavar="FILE", help="also write the table between the marker lines of FILE")
-    parser.add_argument("results", nargs="+")
+    parser.add_argument("--windows", nargs="+", metavar="RESULTS", help="results of 32-bit Windows")
+    parser.add_argument("--linux", nargs="+", metavar="RESULTS", help="results of 64-bit Linux to compare them with")
+    parser.add_argument("results", nargs="*", metavar="RESULTS")
     arguments = parser.parse_args()
-    sections = table(read(arguments.results))
+    if bool(arguments.windows) != bool(arguments.linux) or bool(arguments.windows) == bool(arguments.results):
+        parser.error("expected RESULTS, or --windows RESULTS --linux RESULTS")
+    if arguments.windows:
+        # Wine counts CPU time in steps of 10 ms, so these are times by the clock.
+        rows = read(arguments.windows, "real_time")
+        rows |= {name.replace("/library", "/x86-64"): row for name, row in read(arguments.linux, "real_time").items()}
+        lines, name, heading = list(compare(rows, windows_comparisons())), "windows", "###"
+    else:
+        rows = read(arguments.results)
+        lines, name, heading = [*compare(rows, comparisons()), *limits(rows)], "table", "##"
+    sections = {}
+    for section, cells in lines:
+        sections.setdefault(section, []).append(cells)
     print(plain(sections))
-    missed = sum(line[-1] == "missed" for cells in sections.values() for line in cells)
-    met = sum(line[-1] == "met" for cells in sections.values() for line in cells)
-    print(f"\n{met} goals met, {missed} missed")
+    verdicts = [cells[-1] for _, cells in lines]
+    print(f"\n{verdicts.count('met')} goals met, {verdicts.count('missed')} missed")
     if arguments.markdown:
-        put(arguments.markdown, markdown(sections))
+        put(arguments.markdown, name, markdown(sections, heading))
 
 
 if __name__ == "__main__":
