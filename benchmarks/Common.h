@@ -1,4 +1,4 @@
-// Helpers shared by all benchmarks: reproducible random numbers, heap usage, row names.
+// Helpers shared by all benchmarks: heap usage, row names.
 //
 // A row is named Subject/who or Subject/who/size, where `who` is "library" for our own code.
 // tools/bench/table.py puts the rows of one subject side by side.
@@ -7,19 +7,9 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
-#include <random>
 #include <string>
 
 namespace bench {
-
-/// A number from 0 to `bound` - 1. The standard distributions give different numbers in different standard
-/// libraries; this function does not.
-inline unsigned Below(std::mt19937& random, unsigned bound) {
-  return static_cast<unsigned>(random()) % bound;
-}
-
-/// A text of `characters` common GBK characters, two bytes each.
-std::string Hanzi(std::mt19937& random, unsigned characters);
 
 /// Bytes that the process has allocated on the heap, by whichever function.
 std::int64_t HeldBytes();

@@ -6,17 +6,18 @@
 #include <charconv>
 #include <cstdio>
 #include <cstring>
-#include <functional>
+#include <iterator>
 #include <string_view>
+#include <vector>
 
-#include <ZvUtiLib/CUtiXmlParser.h>
 #include <ZvUtiLib/data/CStringDict.h>
 
+#include "benchmarks/counts/Counts.h"
 #include "benchmarks/records/Data.h"
 #include "benchmarks/words/Data.h"
 #include "tests/support/CollidingKeys.h"
 
-extern "C" [[gnu::noipa]] void Counted(const std::function<void()>& operation) { operation(); }
+extern "C" void Counted(const std::function<void()>& operation) { operation(); }
 
 namespace {
 
@@ -109,37 +110,7 @@ bool ParseFallingKeys(std::size_t count) {
   return Parse(text, count);
 }
 
-bool LoadXml(const std::string& text) {
-  bool isLoaded = false;
-  Counted([&] { isLoaded = CUtiXmlParser(text.c_str(), 0).GetRootElement() != nullptr; });
-  return isLoaded;
-}
-
-// A namespace of `bytes` bytes, and an element of it for each 64 of them.
-bool LoadLongNamespace(std::size_t bytes) {
-  std::string text = "<a xmlns='" + std::string(bytes, 'u') + "'>";
-  for (std::size_t i = 0; i < bytes / 64; ++i) text += "<b c='1'/>";
-  return LoadXml(text + "</a>");
-}
-
-// Elements within each other, and a selection whose filter looks 32 steps deep from each of them.
-bool SelectDeepFilter(std::size_t depth) {
-  std::string text;
-  for (std::size_t i = 0; i < depth; ++i) text += "<a>";
-  for (std::size_t i = 0; i < depth; ++i) text += "</a>";
-  std::string filter = "a";
-  for (int step = 1; step < 32; ++step) filter += "/a";
-  CUtiXmlParser document(text.c_str(), 0);
-  CUtiXmlElement* root = document.GetRootElement();
-  int found = 1;
-  if (root) Counted([&] { found = root->IsHasChild(("//a[" + filter + "/b]").c_str()); });
-  return found == 0;
-}
-
-constexpr struct {
-  const char* name;
-  bool (*run)(std::size_t size);
-} kOperations[] = {
+constexpr counts::Operation kOperations[] = {
     {"decode-items", DecodeItems},
     {"encode-accounts", EncodeAccounts},
     {"decode-accounts", DecodeAccounts},
@@ -148,8 +119,6 @@ constexpr struct {
     {"parse-dictionary", ParseDictionary},
     {"parse-colliding-keys", ParseCollidingKeys},
     {"parse-falling-keys", ParseFallingKeys},
-    {"load-long-namespace", LoadLongNamespace},
-    {"select-deep-filter", SelectDeepFilter},
 };
 
 }  // namespace
@@ -159,13 +128,15 @@ int main(int argc, char** argv) {
   const std::size_t slash = std::min(wanted.find('/'), wanted.size());
   std::size_t size = 0;
   std::from_chars(wanted.data() + std::min(slash + 1, wanted.size()), wanted.data() + wanted.size(), size);
-  for (const auto& operation : kOperations) {
+  std::vector<counts::Operation> operations(std::begin(kOperations), std::end(kOperations));
+  operations.insert(operations.end(), counts::kXmlOperations.begin(), counts::kXmlOperations.end());
+  for (const counts::Operation& operation : operations) {
     if (size == 0 || wanted.substr(0, slash) != operation.name) continue;
     if (operation.run(size)) return 0;
     std::fprintf(stderr, "counts: %s returned a wrong result\n", argv[1]);
     return 1;
   }
   std::fputs("usage: counts OPERATION/SIZE, where the operation is one of:\n", stderr);
-  for (const auto& operation : kOperations) std::fprintf(stderr, "  %s\n", operation.name);
+  for (const counts::Operation& operation : operations) std::fprintf(stderr, "  %s\n", operation.name);
   return 2;
 }

@@ -7,7 +7,7 @@
 #include <streambuf>
 #include <string_view>
 
-#include "benchmarks/records/Data.h"
+#include "benchmarks/records/Codec.h"
 
 namespace cereal {
 

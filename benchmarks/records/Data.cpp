@@ -1,5 +1,7 @@
 #include "benchmarks/records/Data.h"
 
+#include "benchmarks/Random.h"
+
 namespace bench {
 namespace {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string_view>
 
-#include "benchmarks/records/Data.h"
+#include "benchmarks/records/Codec.h"
 
 namespace bench {
 namespace {

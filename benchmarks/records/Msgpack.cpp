@@ -2,7 +2,7 @@
 #include <msgpack.hpp>
 #include <string_view>
 
-#include "benchmarks/records/Data.h"
+#include "benchmarks/records/Codec.h"
 
 MSGPACK_ADD_ENUM(StatusKind)
 

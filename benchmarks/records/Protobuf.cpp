@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "benchmarks/records/Data.h"
+#include "benchmarks/records/Codec.h"
 
 namespace bench {
 namespace {

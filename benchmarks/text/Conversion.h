@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "benchmarks/Common.h"
+#include "benchmarks/Random.h"
 
 namespace bench {
 

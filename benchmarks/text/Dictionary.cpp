@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "benchmarks/Common.h"
+#include "benchmarks/Random.h"
 
 namespace bench {
 namespace {

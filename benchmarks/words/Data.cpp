@@ -9,6 +9,8 @@
 
 #include <unistd.h>
 
+#include "benchmarks/Random.h"
+
 namespace bench {
 namespace {
 

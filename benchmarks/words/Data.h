@@ -7,8 +7,6 @@
 
 #include <ZvUtiLib/CUtiBlackList.h>
 
-#include "benchmarks/Common.h"
-
 namespace bench {
 
 inline constexpr std::size_t kListSizes[] = {100, 1000, 10000, 100000};
@@ -41,15 +39,5 @@ const std::string& NearMisses(std::size_t count, unsigned bytes);
 void LoadWords(CUtiBlackList& list, std::size_t count);
 /// Path of a file with Words(count); it is removed when the program ends.
 const std::string& WordFile(std::size_t count);
-
-/// Measures `call`, applied to one line after another; the time of the row is that of one line.
-template <class Call>
-void MeasureLines(benchmark::State& state, const std::vector<std::string>& lines, Call call) {
-  std::size_t next = 0;
-  for (auto _ : state) {
-    benchmark::DoNotOptimize(call(lines[next]));
-    next = next + 1 < lines.size() ? next + 1 : 0;
-  }
-}
 
 }  // namespace bench

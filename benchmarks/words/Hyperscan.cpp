@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "benchmarks/words/Data.h"
+#include "benchmarks/words/Measure.h"
 
 namespace bench {
 namespace {

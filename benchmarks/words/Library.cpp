@@ -2,6 +2,7 @@
 #include <map>
 
 #include "benchmarks/words/Data.h"
+#include "benchmarks/words/Measure.h"
 
 namespace bench {
 namespace {

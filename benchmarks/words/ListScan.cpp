@@ -1,5 +1,6 @@
 // The plain way: fold a copy of the line to upper case, then search it for each word of the list.
 #include "benchmarks/words/Data.h"
+#include "benchmarks/words/Measure.h"
 
 namespace bench {
 namespace {

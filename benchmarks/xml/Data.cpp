@@ -1,5 +1,7 @@
 #include "benchmarks/xml/Data.h"
 
+#include "benchmarks/Random.h"
+
 namespace bench {
 
 Document MakeDocument(std::size_t bytes) {

@@ -2,17 +2,21 @@
 #
 # A name is OPERATION/SIZE. An operation counted at several sizes may take at most 1.3 times as many instructions
 # per unit of its largest size as of its smallest: at these sizes n log n stays below that, and n * n does not.
+#
+# OPERATION-m32 is the operation in a 32-bit build, whose registers and code are like those on the players' Windows.
+# Valgrind runs it because it is linked statically: Debian has no symbols of the 32-bit dynamic linker.
 
 counts_file=benchmarks/counts.txt
 
 # Prints the number of instructions of the operation $1. GLIBC_TUNABLES keeps the C library from selecting
 # different memory and string functions on different processors.
 count_instructions() {
-  local out=build/linux-bench/counts.out
+  local out=build/linux-bench/counts.out program=build/linux-bench/benchmarks/bench_counts
+  [[ $1 != *-m32/* ]] || program=build/linux-m32/benchmarks/bench_counts
   rm -f "$out"
   GLIBC_TUNABLES=glibc.cpu.hwcaps=-AVX2,-AVX,-SSE4_2,-SSE4_1,-SSSE3,-BMI2,-ERMS,-FSRM,-MOVBE \
     valgrind --tool=callgrind --toggle-collect=Counted --callgrind-out-file="$out" \
-    build/linux-bench/benchmarks/bench_counts "$1" 2>build/linux-bench/counts.log ||
+    "$program" "${1/-m32\//\/}" 2>build/linux-bench/counts.log ||
     { cat build/linux-bench/counts.log >&2; fail "counting the instructions of '$1' failed"; }
   awk '$1 == "summary:" || $1 == "totals:" { print $2; exit }' "$out"
 }
@@ -20,8 +24,9 @@ count_instructions() {
 counts() {
   [ $# -eq 0 ] || { [ $# -eq 1 ] && [ "$1" = --store ]; } || fail "'counts' takes no argument but --store; see ./run help"
   need_build_tools
-  need valgrind libbenchmark-dev
+  need valgrind libbenchmark-dev g++-multilib
   build linux-bench bench_counts
+  build linux-m32
   say "Counting instructions"
   local name stored now grown=0 counted="" steep
   rm -f "$counts_file.new"

@@ -1,4 +1,4 @@
-#include "benchmarks/Common.h"
+#include "benchmarks/Random.h"
 
 namespace bench {
 

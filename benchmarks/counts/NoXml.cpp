@@ -1,0 +1,3 @@
+#include "benchmarks/counts/Counts.h"
+
+const std::span<const counts::Operation> counts::kXmlOperations;
