@@ -13,7 +13,7 @@
 //   v.list                         std::vector of texts, records or blocks, after a 16-bit count
 //   v.map                          map of 32-bit numbers, after a 32-bit count
 //   v.blockMap(name, map, &Block::Key)   map of blocks that hold their own key
-//   v.block16 block24 block64      a block
+//   v.block64                      a block of 64 bytes
 //   v.record                       a nested record
 //   v.base(BaseOf<B>(r))           the record that this one extends
 //   v.virtualPart                  a part with virtual Read and Write

@@ -47,8 +47,6 @@ class Comparer {
     }
   }
 
-  void block16(const char*, const auto& block) { CompareRecords(block); }
-  void block24(const char*, const auto& block) { CompareRecords(block); }
   void block64(const char*, const auto& block) { CompareRecords(block); }
   void record(const char*, const auto& nested) { CompareRecords(nested); }
   void base(const auto& part) { CompareRecords(part); }

@@ -153,14 +153,6 @@ class Reader {
   }
 
   template <class T>
-  ZV_INLINE void block16(const char*, T& field) {
-    Block<16>(field);
-  }
-  template <class T>
-  ZV_INLINE void block24(const char*, T& field) {
-    Block<24>(field);
-  }
-  template <class T>
   ZV_INLINE void block64(const char*, T& field) {
     Block<64>(field);
   }

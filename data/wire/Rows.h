@@ -161,8 +161,6 @@ class Meter {
   constexpr void packedTime(const char*, const auto&) { Fixed(4); }
   constexpr void code(const char*, const auto&) { Fixed(1); }
   constexpr void tag(const char*, const auto&) { Fixed(4); }
-  constexpr void block16(const char*, const auto&) { Fixed(16); }
-  constexpr void block24(const char*, const auto&) { Fixed(24); }
   constexpr void block64(const char*, const auto&) { Fixed(64); }
   constexpr void text(const char*, const auto&) {
     Fixed(2);

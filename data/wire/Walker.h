@@ -81,14 +81,6 @@ class Walker {
   }
 
   template <class T>
-  void block16(const char* name, T& block) {
-    rows_.Record(name, Codec<T>::kType, &block, Embedding::kBlock);
-  }
-  template <class T>
-  void block24(const char* name, T& block) {
-    rows_.Record(name, Codec<T>::kType, &block, Embedding::kBlock);
-  }
-  template <class T>
   void block64(const char* name, T& block) {
     rows_.Record(name, Codec<T>::kType, &block, Embedding::kBlock);
   }

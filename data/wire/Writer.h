@@ -107,14 +107,6 @@ class Writer {
   }
 
   template <class T>
-  void block16(const char*, const T& block) {
-    Block<16>(block);
-  }
-  template <class T>
-  void block24(const char*, const T& block) {
-    Block<24>(block);
-  }
-  template <class T>
   void block64(const char*, const T& block) {
     Block<64>(block);
   }

@@ -104,12 +104,14 @@ constexpr auto kReported = &CUtiMacInfo::GetAllMacAddress2;
 
 TEST_F(CUtiMacInfoTest, WritesAsManyEntriesAsFit) {
   const std::vector<Adapter> three{{"aaaaaa"}, {"bbbbbb"}, {"cccccc"}};
+  const std::vector<Adapter> one{{"aaaaaa"}};
   const std::vector<Adapter> odd{{"ab"}, {"cdefghij"}, {"klmnop"}}, bare{{""}, {"aaaaaa"}, {"bbbbbb"}};
   const struct {
     const std::vector<Adapter>& adapters;
     int length;
     const char *permanent, *reported;
   } cases[] = {
+      {one, 12, "aaaaaa", "aaaaaa"},
       {three, INT_MIN, "", ""},
       {three, 5, "", ""},
       {three, 6, "aaaaaa", "aaaaaa"},

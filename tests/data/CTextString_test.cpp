@@ -28,6 +28,7 @@ TEST(CTextString, NullIsEmptyAndOrderIsThatOfUnsignedBytes) {
   text = null;
   EXPECT_STREQ(text.c_str(), "");
   EXPECT_LT(CTextString("a"), CTextString("\x80"));
+  EXPECT_LE(CTextString("a"), CTextString("a"));
 }
 
 TEST(CTextString, PositionsAndLengthsOutOfRangeThrowAndChangeNothing) {
@@ -77,6 +78,9 @@ TEST(CTextString, FormatTakesTextsAndTheStringItself) {
   EXPECT_EQ(Text(text), "a " + std::string(300 - before.size(), ' ') + Text(before));
   text.Format("%.1s%d", text, 7);
   EXPECT_EQ(text, "a7");
+  CTextString inside("inside");  // where the address of its block comes to lie
+  inside.Format("%s %300s", "a", inside);
+  EXPECT_EQ(Text(inside), "a " + std::string(294, ' ') + "inside");
 }
 
 void ExpectFormat(const std::string& expected, const char* format, ...) {

@@ -94,6 +94,8 @@ TEST(Conversion, TellsTheFirstPlaceThatIsLostAndWhatStandsThere) {
         {"\xE0\x80\x80", 0, "?"},  // overlong
         {"\xED\xA0\x80", 0, "?"},
         {"\xF4\x90\x80\x80", 0, "?"},  // a surrogate; beyond U+10FFFF
+        {"\x81\x90\x80\x80", 0, "?"},
+        {"\xF9\x90\x80\x80", 0, "?"},  // neither byte starts a character
         {"a\xE4\xB8", 1, "?"},
         {"ab\xBF", 2, "?"},
         {"\xEF\xBB\xBF", 0, "?"},  // a byte order mark

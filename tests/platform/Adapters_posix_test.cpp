@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -110,6 +111,23 @@ TEST(Adapters, QueriesOnlyDevicesThatExist) {
     EXPECT_EQ(DeviceIoControl(device, 0x170002, &permanentAddress, 4, reply, 6, &returned, nullptr), 0);
   }
   CloseHandle(loopback);
+  const std::unique_ptr<struct if_nameindex, void (*)(struct if_nameindex*)> all(if_nameindex(),
+                                                                                 if_freenameindex);
+  for (const auto* one = all.get(); one && one->if_index != 0; ++one) {
+    HANDLE device = open(("//./" + std::string(one->if_name)).c_str());
+    const struct {
+      DWORD code;
+      std::uint32_t what;
+      DWORD size;
+    } queries[] = {{0x170003, 0x01010101, 4}, {0x170002, 0x01010102, 4}, {0x170002, 0x01010101, 3}};
+    for (auto query : queries) {
+      unsigned char reply[6];
+      DWORD returned = 0;
+      EXPECT_EQ(DeviceIoControl(device, query.code, &query.what, query.size, reply, 6, &returned, nullptr),
+                0);
+    }
+    CloseHandle(device);
+  }
   ULONG size = 0;
   EXPECT_EQ(GetAdaptersAddresses(10, 0, nullptr, nullptr, &size), ERROR_INVALID_PARAMETER);
   EXPECT_EQ(GetAdaptersAddresses(2, 1, nullptr, nullptr, &size), ERROR_INVALID_PARAMETER);

@@ -4,6 +4,7 @@
 
 #include <climits>
 #include <cstring>
+#include <string>
 
 namespace {
 
@@ -49,6 +50,10 @@ TEST(CString, AssignsAppendsAndFormatsFromItself) {
   EXPECT_EQ(text, "defdef");
   text.Format("%s-%d", static_cast<const char*>(text), 7);
   EXPECT_EQ(text, "defdef-7");
+  text.Format("%s, %s", text, std::string("x"));
+  EXPECT_EQ(text, "defdef-7, x");
+  text.SetAt(6, '+');
+  EXPECT_EQ(text, "defdef+7, x");
 }
 
 TEST(CString, ComparesBytesAsUnsigned) {
@@ -56,6 +61,7 @@ TEST(CString, ComparesBytesAsUnsigned) {
   EXPECT_GT(CString("b"), CString("abc"));
   EXPECT_LE("a", CString("a"));
   EXPECT_NE(CString("a"), "A");
+  EXPECT_FALSE("a" != CString("a"));
   EXPECT_EQ(CString("aZ\x81z").CompareNoCase("Az\x81z"), 0);
   EXPECT_NE(CString("\x81z").CompareNoCase("\x81Z"), 0);
 }

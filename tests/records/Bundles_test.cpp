@@ -81,6 +81,15 @@ TEST(BundleTable, IsReadBackAndOnlyMarkedIdsStay) {
   EXPECT_FALSE(table.IsMarked(4));
 }
 
+TEST(BundleTable, AGroupThatComesTwiceHasTheMembersOfBoth) {
+  std::string bytes;
+  for (const std::uint32_t number : {2, 0, 5, 2, 7, 8, 5, 1, 9}) bytes += test::Written(number);
+  CUtiBundleTable table;
+  CStreamReader stream(bytes);
+  table.Read(stream);
+  EXPECT_EQ(table.Groups[5], (Keys{7, 8, 9}));
+}
+
 TEST(BundleTable, CutShortItKeepsWhatIsCompleteAndLeavesTheRest) {
   const std::string bytes = SampleBytes();
   for (std::size_t cut = 0; cut < bytes.size(); ++cut) {

@@ -133,6 +133,16 @@ TEST(CUtiTurnTable, TakesTheMiddleOfARangeThroughZero) {
   }
 }
 
+TEST(CUtiTurnTable, AFullTurnIsAWayOfAFullTurn) {
+  Wheel wheel;
+  wheel.TurnTable_Initial();
+  const double half = kTurn / kSlots / 2;
+  wheel.slotRanges[0] = {kTurn + half - 1, kTurn + half + 1};
+  wheel.curSpeed = 1.0;
+  ASSERT_EQ(wheel.TurnTable_End(0), 1);
+  EXPECT_NEAR(0.5 / wheel.deceleration, 21 * kTurn, 1e-9);
+}
+
 TEST(CUtiTurnTable, RefusesSlotsThatItDoesNotHave) {
   Wheel wheel;
   EXPECT_EQ(wheel.TurnTable_End(0), 0);
