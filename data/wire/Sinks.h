@@ -63,7 +63,7 @@ struct AppendSink {
 class Room {
  public:
   Room(CStreamWriter& out, std::uint64_t size) : out_(out) {
-    if (size == 0 || size > static_cast<std::uint64_t>(std::numeric_limits<std::int32_t>::max())) return;
+    if (size > static_cast<std::uint64_t>(std::numeric_limits<std::int32_t>::max())) return;
     const auto bytes = static_cast<std::int32_t>(size);
     void* retired = nullptr;
     at_ = out.Grow(bytes, GrowRounded, bytes, retired);
@@ -74,7 +74,7 @@ class Room {
   Room(const Room&) = delete;
   Room& operator=(const Room&) = delete;
 
-  /// Returns null if there is nothing to write or no memory for it.
+  /// Returns null if there is no memory.
   unsigned char* At() const { return at_; }
 
  private:

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "records/Units.h"
+#include "tests/support/HeapFaults.h"
 #include "tests/support/LiteralRecords.h"
 #include "tests/support/WireBytes.h"
 
@@ -71,7 +72,11 @@ TEST(AccountRecord, ADerivedStateTakesPart) {
   record.State.SetFlag(3, FlagScopeDaily);
   const std::string state = "\1\0\0\0\1\0\0\0\2\0\0\0\1\0\0\0\3\0\0\0\1\0\0\0\0\0\0\0"s;
   CStreamReader whole;
-  whole << record;
+  {
+    const test::HeapFaults heap(0);
+    whole << record;
+    EXPECT_EQ(heap.Tried(), 1);
+  }
   EXPECT_EQ(whole.Capacity(), 3 * 1024);  // no more than what is written needs
   const std::string bytes = Bytes(whole);
   EXPECT_EQ(bytes.substr(bytes.size() - 40), state + "\xEE\xEE" + kAfterState);

@@ -8,6 +8,7 @@
 
 #include <ZvUtiLib/records/Small.h>
 
+#include "data/wire/Sinks.h"
 #include "tests/support/HeapFaults.h"
 #include "tests/support/LiteralRecords.h"
 #include "tests/support/WireBytes.h"
@@ -46,6 +47,9 @@ TEST(Codec, AnUnknownMemberEndsASequence) {
   EXPECT_THROW(longer >> entries, std::exception);
   EXPECT_EQ(entries.size(), 602u);
   EXPECT_EQ(Bytes(longer), "rest");
+  CStreamReader further("\1\0\1\0\xEA\x4D\x2C\x72\7"s);
+  further >> entries;
+  EXPECT_EQ(entries.size(), 603u);
 
   entries[1].Kind = static_cast<BinaryKind>(2);
   entries.resize(2);
@@ -77,6 +81,9 @@ TEST(Codec, OnlyFieldsThatFindNoMemoryAreLost) {
     full << texts;
   }
   EXPECT_EQ(Bytes(full), before + "\x09\0\x01\0"s);
+  for (const std::uint64_t size :
+       {std::uint64_t{0x8000'0000}, std::uint64_t{0x1'0000'0008}})  // more than a stream can hold
+    EXPECT_EQ(zvuti::wire::Room(full, size).At(), nullptr);
 }
 
 TEST(Codec, HostileCountsCostNothing) {
