@@ -4,15 +4,19 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <ifaddrs.h>
+#include <linux/ethtool.h>
+#include <linux/sockios.h>
 #include <net/if.h>
 #include <netpacket/packet.h>
+#include <sys/ioctl.h>
 
 #include <ZvUtiLib/CUtiMacInfo.h>
 
+#include <cstdarg>
 #include <cstdint>
 #include <cstring>
-#include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/support/NothingLeft.h"
@@ -21,10 +25,12 @@ namespace {
 
 // The interfaces of a machine that a test makes up, null for the host system's own.
 ifaddrs* madeUp = nullptr;
+// The permanent address of each of its devices, empty to ask the host system.
+std::string_view permanent;
 
 }  // namespace
 
-// In this program these two replace the C library's functions.
+// In this program these replace the C library's functions.
 extern "C" int getifaddrs(ifaddrs** first) noexcept {
   static const auto real = reinterpret_cast<decltype(&getifaddrs)>(dlsym(RTLD_NEXT, "getifaddrs"));
   if (!madeUp) return real(first);
@@ -34,6 +40,20 @@ extern "C" int getifaddrs(ifaddrs** first) noexcept {
 extern "C" void freeifaddrs(ifaddrs* first) noexcept {
   static const auto real = reinterpret_cast<decltype(&freeifaddrs)>(dlsym(RTLD_NEXT, "freeifaddrs"));
   if (!madeUp) real(first);
+}
+extern "C" int ioctl(int descriptor, unsigned long request, ...) noexcept {
+  static const auto real = reinterpret_cast<int (*)(int, unsigned long, ...)>(dlsym(RTLD_NEXT, "ioctl"));
+  va_list arguments;
+  va_start(arguments, request);
+  void* const argument = va_arg(arguments, void*);
+  va_end(arguments);
+  if (request != SIOCETHTOOL || permanent.empty()) return real(descriptor, request, argument);
+  auto* const query = reinterpret_cast<ethtool_perm_addr*>(static_cast<const ifreq*>(argument)->ifr_data);
+  EXPECT_EQ(query->cmd, std::uint32_t{ETHTOOL_GPERMADDR});
+  EXPECT_GE(query->size, permanent.size());
+  query->size = static_cast<std::uint32_t>(permanent.size());
+  permanent.copy(reinterpret_cast<char*>(query + 1), permanent.size());
+  return 0;
 }
 
 namespace {
@@ -103,31 +123,39 @@ TEST(Adapters, QueriesOnlyDevicesThatExist) {
   };
   EXPECT_EQ(open("//./no-such-adapter"), INVALID_HANDLE_VALUE);
   EXPECT_EQ(open("lo"), INVALID_HANDLE_VALUE);
-  HANDLE loopback = open("//./lo");  // an adapter without a permanent address
-  for (HANDLE device : {loopback, HANDLE{}}) {
-    std::uint32_t permanentAddress = 0x01010101;
-    unsigned char reply[6];
+  HANDLE loopback = open("//./lo");  // has no permanent address
+  const std::string_view longest = "an address of thirty-two bytes..";
+  const struct {
+    HANDLE device;
+    std::string_view address;
+    DWORD code;
+    std::uint32_t query;
+    DWORD querySize, room;
+    std::string_view reply;
+  } cases[] = {
+      {loopback, "", 0x170002, 0x01010101, 4, 32, ""},
+      {nullptr, "abcdef", 0x170002, 0x01010101, 4, 32, ""},
+      {loopback, "abcdef", 0x170002, 0x01010101, 4, 32, "abcdef"},
+      {loopback, "abcdef", 0x170002, 0x01010101, 4, 5, "abcde"},
+      {loopback, longest, 0x170002, 0x01010101, 4, 32, longest},
+      {loopback, {"\0\0\0\0\0\0", 6}, 0x170002, 0x01010101, 4, 32, ""},
+      {loopback, {"\0\0\0\0\0f", 6}, 0x170002, 0x01010101, 4, 32, {"\0\0\0\0\0f", 6}},
+      {loopback, "abcdef", 0x170003, 0x01010101, 4, 32, ""},
+      {loopback, "abcdef", 0x170002, 0x01010101, 3, 32, ""},
+      {loopback, "abcdef", 0x170002, 0x01010102, 4, 32, ""},
+  };
+  for (const auto& c : cases) {
+    permanent = c.address;
+    std::uint32_t query = c.query;
+    char reply[32];
     DWORD returned = 0;
-    EXPECT_EQ(DeviceIoControl(device, 0x170002, &permanentAddress, 4, reply, 6, &returned, nullptr), 0);
+    const int answered =
+        DeviceIoControl(c.device, c.code, &query, c.querySize, reply, c.room, &returned, nullptr);
+    EXPECT_EQ(std::string_view(reply, returned), c.reply);
+    EXPECT_EQ(answered, c.reply.empty() ? 0 : 1) << c.reply;
   }
+  permanent = {};
   CloseHandle(loopback);
-  const std::unique_ptr<struct if_nameindex, void (*)(struct if_nameindex*)> all(if_nameindex(),
-                                                                                 if_freenameindex);
-  for (const auto* one = all.get(); one && one->if_index != 0; ++one) {
-    HANDLE device = open(("//./" + std::string(one->if_name)).c_str());
-    const struct {
-      DWORD code;
-      std::uint32_t what;
-      DWORD size;
-    } queries[] = {{0x170003, 0x01010101, 4}, {0x170002, 0x01010102, 4}, {0x170002, 0x01010101, 3}};
-    for (auto query : queries) {
-      unsigned char reply[6];
-      DWORD returned = 0;
-      EXPECT_EQ(DeviceIoControl(device, query.code, &query.what, query.size, reply, 6, &returned, nullptr),
-                0);
-    }
-    CloseHandle(device);
-  }
   ULONG size = 0;
   EXPECT_EQ(GetAdaptersAddresses(10, 0, nullptr, nullptr, &size), ERROR_INVALID_PARAMETER);
   EXPECT_EQ(GetAdaptersAddresses(2, 1, nullptr, nullptr, &size), ERROR_INVALID_PARAMETER);
