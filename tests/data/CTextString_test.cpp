@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "gbk/CodePage936.h"
+#include "tests/support/Order.h"
 #include "tests/support/RefuseEach.h"
 
 namespace {
@@ -27,8 +28,9 @@ TEST(CTextString, NullIsEmptyAndOrderIsThatOfUnsignedBytes) {
   EXPECT_EQ(text == null, false);
   text = null;
   EXPECT_STREQ(text.c_str(), "");
-  EXPECT_LT(CTextString("a"), CTextString("\x80"));
-  EXPECT_LE(CTextString("a"), CTextString("a"));
+  EXPECT_EQ(test::OrderOf(CTextString("a"), CTextString("\x80")), -1);
+  EXPECT_EQ(test::OrderOf(CTextString("ab"), CTextString("a")), 1);
+  EXPECT_EQ(test::OrderOf(CTextString("a"), CTextString("a")), 0);
 }
 
 TEST(CTextString, PositionsAndLengthsOutOfRangeThrowAndChangeNothing) {

@@ -6,6 +6,8 @@
 #include <cstring>
 #include <string>
 
+#include "tests/support/Order.h"
+
 namespace {
 
 TEST(CString, TakesPartsWithinItsBounds) {
@@ -39,7 +41,7 @@ TEST(CString, NullTextsAreEmptyAndNegativeCountsZero) {
   text = null;
   EXPECT_EQ(text.GetLength(), 0);
   EXPECT_EQ(CString("abc", 2) + CString("abc", -1) + CString('x', 3) + CString('x', -1), "abxxx");
-  EXPECT_EQ("a" + CString("b"), "ab");
+  EXPECT_EQ("a" + CString("b") + 'c', "abc");
 }
 
 TEST(CString, AssignsAppendsAndFormatsFromItself) {
@@ -57,11 +59,15 @@ TEST(CString, AssignsAppendsAndFormatsFromItself) {
 }
 
 TEST(CString, ComparesBytesAsUnsigned) {
-  EXPECT_LT(CString("a"), "\xB0\xA1");
-  EXPECT_GT(CString("b"), CString("abc"));
-  EXPECT_LE("a", CString("a"));
-  EXPECT_NE(CString("a"), "A");
-  EXPECT_FALSE("a" != CString("a"));
+  const struct {
+    const char *a, *b;
+    int order;
+  } cases[] = {{"a", "\xB0\xA1", -1}, {"b", "abc", 1}, {"a", "a", 0}, {"a", "A", 1}, {"a", "ab", -1}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(test::OrderOf(CString(c.a), CString(c.b)), c.order) << c.a << " " << c.b;
+    EXPECT_EQ(test::OrderOf(CString(c.a), c.b), c.order) << c.a << " " << c.b;
+    EXPECT_EQ(test::OrderOf(c.a, CString(c.b)), c.order) << c.a << " " << c.b;
+  }
   EXPECT_EQ(CString("aZ\x81z").CompareNoCase("Az\x81z"), 0);
   EXPECT_NE(CString("\x81z").CompareNoCase("\x81Z"), 0);
 }

@@ -96,7 +96,8 @@ TEST(Formatter, WritesNoMoreThanFitsAndCountsAll) {
     ASSERT_EQ(out[capacity], '#');
   }
   EXPECT_EQ(Bounded(nullptr, 0, "%2147483647s%2147483646s", "", ""), std::size_t{4294967293});
-  EXPECT_EQ(Formatted("%300d%s", 1, "x").size(), 301u);
+  for (const std::size_t width : {255u, 256u, 300u})
+    EXPECT_EQ(Formatted("%*d%s", static_cast<int>(width - 1), 1, "x"), std::string(width - 2, ' ') + "1x");
 }
 
 // Compares with the host system; `systemPrefix` is its name of the length modifier `prefix`.

@@ -2,6 +2,7 @@
 // the same texts as the short way in GBK.
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 
 #include "gbk/CodePage936.h"
@@ -59,7 +60,17 @@ TEST(XmlDom, MakesDocumentsAndNothingElse) {
 }
 
 TEST(XmlDom, StringsHaveALength) {
-  EXPECT_EQ(SysAllocStringLen(nullptr, 0x7FFFFFFF), nullptr);
+  for (const unsigned length : {0x3FFFFFFFu, 0x40000000u, 0x7FFFFFFFu, 0xFFFFFFFFu}) {
+    Bstr refused;
+    std::int64_t tried = 0;  // the heap is asked for up to 2 GiB less a unit, and for no more
+    {
+      const test::HeapFaults heap(1, true);
+      *refused.Receive() = SysAllocStringLen(nullptr, length);
+      tried = heap.Tried();
+    }
+    EXPECT_EQ(refused.Get(), nullptr) << length;
+    EXPECT_EQ(tried, length == 0x3FFFFFFF ? 1 : 0) << length;
+  }
   EXPECT_EQ(SysStringLen(nullptr), 0u);
   Bstr copy;
   *copy.Receive() = SysAllocStringLen(Bstr("ab").Get(), 1);
@@ -113,20 +124,29 @@ TEST(XmlDom, NodesOfAllKinds) {
     long length = -1;
     list->get_length(&length);
     EXPECT_EQ(length, c.children);
-    CComPtr<IXMLDOMNode> none;
-    for (const long index : {-1L, length}) EXPECT_EQ(list->get_item(index, &none), S_FALSE);
+    for (const long index : {-1L, length}) {
+      IXMLDOMNode* none = node;
+      EXPECT_EQ(list->get_item(index, &none), S_FALSE);
+      EXPECT_EQ(none, nullptr);
+    }
   }
 }
 
 TEST(XmlDom, WhatIsNotThereGivesNothing) {
-  CComPtr<IXMLDOMElement> root;
-  EXPECT_EQ(NewDocument()->get_documentElement(&root), S_FALSE);
-  root = RootOf("<a x='1'/>");
+  const CComPtr<IXMLDOMElement> root = RootOf("<a x='1'/>");
+  IXMLDOMElement* element = root;
+  EXPECT_EQ(NewDocument()->get_documentElement(&element), S_FALSE);
+  EXPECT_EQ(element, nullptr);
   for (const char* selection : {"nothing", "["}) {
-    CComPtr<IXMLDOMNode> node;
+    IXMLDOMNode* node = root;
     EXPECT_EQ(root->selectSingleNode(Bstr(selection).Get(), &node), S_FALSE) << selection;
     EXPECT_FALSE(node || zvuti::SelectFrom(*root, selection)) << selection;
   }
+  Bstr zero;  // a zero among the first two characters
+  *zero.Receive() = SysAllocStringLen(u"<\0a/>", 5);
+  VARIANT_BOOL isLoaded = VARIANT_TRUE;
+  EXPECT_EQ(NewDocument()->loadXML(zero.Get(), &isLoaded), S_FALSE);
+  EXPECT_EQ(isLoaded, VARIANT_FALSE);
   zvuti::Variant found, none;
   EXPECT_EQ(root->getAttribute(Bstr("x").Get(), found.Receive()), S_OK);
   ASSERT_EQ(found.Get().vt, VT_BSTR);

@@ -81,13 +81,21 @@ TEST(BundleTable, IsReadBackAndOnlyMarkedIdsStay) {
   EXPECT_FALSE(table.IsMarked(4));
 }
 
-TEST(BundleTable, AGroupThatComesTwiceHasTheMembersOfBoth) {
-  std::string bytes;
-  for (const std::uint32_t number : {2, 0, 5, 2, 7, 8, 5, 1, 9}) bytes += test::Written(number);
-  CUtiBundleTable table;
-  CStreamReader stream(bytes);
+TEST(BundleTable, KeysComeInAnyOrderAndMoreThanOnce) {
+  const auto word = test::Written<std::uint32_t>;
+  const auto bundle = [&](std::uint32_t key, std::uint32_t value) {
+    return word(key) + test::Written(Bundle({Entry(1)}, value));
+  };
+  CStreamReader stream(word(3) + word(3) + word(9) + word(2) + word(5) + word(6) + word(1) + word(1) +
+                       word(7) + word(9) + word(2) + word(8) + word(5) + bundle(4, 1) + bundle(3, 2) +
+                       bundle(4, 3));
+  CUtiBundleTable table, expected;
   table.Read(stream);
-  EXPECT_EQ(table.Groups[5], (Keys{7, 8, 9}));
+  for (const unsigned member : {5u, 6u, 8u, 5u}) expected.AddToGroup(member, 9);
+  expected.AddToGroup(7, 1);
+  expected.SetBundle(3, Bundle({Entry(1)}, 2));
+  expected.SetBundle(4, Bundle({Entry(1)}, 3));
+  EXPECT_TRUE(table == expected);
 }
 
 TEST(BundleTable, CutShortItKeepsWhatIsCompleteAndLeavesTheRest) {

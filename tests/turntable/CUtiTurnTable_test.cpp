@@ -197,7 +197,22 @@ TEST(CUtiTurnTable, AVetoShowsAndLeavesTheWrapToTheNextTick) {
   EXPECT_EQ(wheel.state, TurnStateIdle);
 }
 
+TEST(CUtiTurnTable, ItsOwnNotificationsLetASpinGoOn) {
+  struct Plain : CUtiTurnTable {
+    using CUtiTurnTable::OnSpeedReachEven, CUtiTurnTable::OnTurnTableEnd, CUtiTurnTable::OnTurnTableStart;
+  } plain;
+  EXPECT_EQ(plain.OnTurnTableStart(), 1);
+  EXPECT_EQ(plain.OnSpeedReachEven(), 1);
+  EXPECT_EQ(plain.OnTurnTableEnd(), 1);
+}
+
 TEST(CUtiTurnTable, SpeedsBeyondReasonDoNotHang) {
+  Wheel far;
+  far.TurnTable_Initial();
+  double angle = far.curAngle = 1e6;  // the last angle from which full turns are subtracted one by one
+  while (angle > kTurn) angle -= kTurn;
+  EXPECT_EQ(far.Tick(), 1);
+  EXPECT_EQ(far.curAngle, angle);
   for (const double speed : {3e6, 1e300, std::numeric_limits<double>::infinity()}) {
     Wheel wheel;
     wheel.state = TurnStateEven;
