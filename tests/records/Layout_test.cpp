@@ -14,7 +14,7 @@ template <class Record, class... Bases, class... Fields>
 void ExpectOrder(Fields Bases::*... fields) {
   const Record record{};
   const std::vector<const void*> places{static_cast<const void*>(&(record.*fields))...};
-  EXPECT_TRUE(std::is_sorted(places.begin(), places.end(), std::less_equal<>()));
+  EXPECT_EQ(std::adjacent_find(places.begin(), places.end(), std::greater_equal<>()), places.end());
 }
 
 TEST(Layout, MembersStandAsDeclared) {

@@ -1,6 +1,7 @@
 // Golden bytes of records, made without the library by tests/records/make_golden.py.
 #pragma once
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,11 @@ struct Golden {
     std::string all;
     for (const GoldenRow& row : rows) all += row.bytes;
     return all;
+  }
+
+  /// For the names of tests; otherwise all bytes are printed, unused ones too.
+  friend std::ostream& operator<<(std::ostream& out, const Golden& golden) {
+    return out << golden.record << ' ' << golden.kind;
   }
 };
 
