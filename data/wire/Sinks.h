@@ -74,7 +74,8 @@ class Room {
   Room(const Room&) = delete;
   Room& operator=(const Room&) = delete;
 
-  /// Returns null if there is no memory.
+  /// Returns null if there is no memory, if no stream holds so many bytes, and for no bytes on a stream
+  /// without a block.
   unsigned char* At() const { return at_; }
 
  private:

@@ -43,6 +43,7 @@ std::uint64_t ProcessKey() {
 // have the same value for n keys at most, and there are 2^61 keys.
 std::uint64_t HashOf(std::string_view name, std::uint64_t key) {
   constexpr std::size_t kPiece = 7;
+  static_assert(std::uint64_t{1} << 8 * kPiece < kPrime, "two pieces would have one value");
   std::uint64_t hash = 0;
   for (std::size_t at = 0; at < name.size(); at += kPiece) {
     std::uint64_t piece = 0;

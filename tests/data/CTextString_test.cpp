@@ -80,7 +80,7 @@ TEST(CTextString, FormatTakesTextsAndTheStringItself) {
   EXPECT_EQ(Text(text), "a " + std::string(300 - before.size(), ' ') + Text(before));
   text.Format("%.1s%d", text, 7);
   EXPECT_EQ(text, "a7");
-  CTextString inside("inside");  // where the address of its block comes to lie
+  CTextString inside("inside");  // where a longer text keeps the address of its block
   inside.Format("%s %300s", "a", inside);
   EXPECT_EQ(Text(inside), "a " + std::string(294, ' ') + "inside");
 }

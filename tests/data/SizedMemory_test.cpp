@@ -46,7 +46,7 @@ TEST(SizedMemory, RefusedBlocksAreNull) {
   EXPECT_EQ(new Probe, nullptr);
   EXPECT_EQ(new (std::nothrow) Probe, nullptr);
   EXPECT_THROW((std::vector<int, SizedAllocator<int>>(3)), std::bad_alloc);
-  // Of these the heap is asked for the first, where an address has more than 32 bits.
+  // With 64-bit addresses the heap is asked for the first of these; else both are refused before.
   const std::int64_t tried = faults.Tried();
   for (const std::size_t count : {0x3FFF'FFFFu, 0x4000'0000u})
     EXPECT_THROW(SizedAllocator<std::uint32_t>().allocate(count), std::bad_alloc);

@@ -124,6 +124,8 @@ TEST(Adapters, QueriesOnlyDevicesThatExist) {
   EXPECT_EQ(open("//./no-such-adapter"), INVALID_HANDLE_VALUE);
   EXPECT_EQ(open("lo"), INVALID_HANDLE_VALUE);
   HANDLE loopback = open("//./lo");  // has no permanent address
+  constexpr DWORD kQuery = 0x170002;
+  constexpr std::uint32_t kPermanent = 0x01010101;
   const std::string_view longest = "an address of thirty-two bytes..";
   const struct {
     HANDLE device;
@@ -133,18 +135,19 @@ TEST(Adapters, QueriesOnlyDevicesThatExist) {
     DWORD querySize, room;
     std::string_view reply;
   } cases[] = {
-      {loopback, "", 0x170002, 0x01010101, 4, 32, ""},
-      {nullptr, "abcdef", 0x170002, 0x01010101, 4, 32, ""},
-      {loopback, "abcdef", 0x170002, 0x01010101, 4, 32, "abcdef"},
-      {loopback, "abcdef", 0x170002, 0x01010101, 4, 5, "abcde"},
-      {loopback, longest, 0x170002, 0x01010101, 4, 32, longest},
-      {loopback, {"\0\0\0\0\0\0", 6}, 0x170002, 0x01010101, 4, 32, ""},
-      {loopback, {"\0\0\0\0\0f", 6}, 0x170002, 0x01010101, 4, 32, {"\0\0\0\0\0f", 6}},
-      {loopback, "abcdef", 0x170003, 0x01010101, 4, 32, ""},
-      {loopback, "abcdef", 0x170002, 0x01010101, 3, 32, ""},
-      {loopback, "abcdef", 0x170002, 0x01010102, 4, 32, ""},
+      {loopback, "", kQuery, kPermanent, 4, 32, ""},
+      {nullptr, "abcdef", kQuery, kPermanent, 4, 32, ""},
+      {loopback, "abcdef", kQuery, kPermanent, 4, 32, "abcdef"},
+      {loopback, "abcdef", kQuery, kPermanent, 4, 5, "abcde"},
+      {loopback, longest, kQuery, kPermanent, 4, 32, longest},
+      {loopback, {"\0\0\0\0\0\0", 6}, kQuery, kPermanent, 4, 32, ""},
+      {loopback, {"\0\0\0\0\0f", 6}, kQuery, kPermanent, 4, 32, {"\0\0\0\0\0f", 6}},
+      {loopback, "abcdef", kQuery + 1, kPermanent, 4, 32, ""},
+      {loopback, "abcdef", kQuery, kPermanent, 3, 32, ""},
+      {loopback, "abcdef", kQuery, kPermanent + 1, 4, 32, ""},
   };
   for (const auto& c : cases) {
+    SCOPED_TRACE(testing::Message() << "case " << &c - cases);
     permanent = c.address;
     std::uint32_t query = c.query;
     char reply[32];

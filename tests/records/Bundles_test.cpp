@@ -86,9 +86,13 @@ TEST(BundleTable, KeysComeInAnyOrderAndMoreThanOnce) {
   const auto bundle = [&](std::uint32_t key, std::uint32_t value) {
     return word(key) + test::Written(Bundle({Entry(1)}, value));
   };
-  CStreamReader stream(word(3) + word(3) + word(9) + word(2) + word(5) + word(6) + word(1) + word(1) +
-                       word(7) + word(9) + word(2) + word(8) + word(5) + bundle(4, 1) + bundle(3, 2) +
-                       bundle(4, 3));
+  const auto group = [&](std::uint32_t key, const Keys& members) {
+    std::string bytes = word(key) + word(static_cast<std::uint32_t>(members.size()));
+    for (const std::uint32_t member : members) bytes += word(member);
+    return bytes;
+  };
+  CStreamReader stream(word(3) + word(3) + group(9, {5, 6}) + group(1, {7}) + group(9, {8, 5}) +
+                       bundle(4, 1) + bundle(3, 2) + bundle(4, 3));
   CUtiBundleTable table, expected;
   table.Read(stream);
   for (const unsigned member : {5u, 6u, 8u, 5u}) expected.AddToGroup(member, 9);

@@ -133,14 +133,14 @@ TEST(CUtiTurnTable, TakesTheMiddleOfARangeThroughZero) {
   }
 }
 
-TEST(CUtiTurnTable, AFullTurnIsAWayOfAFullTurn) {
+TEST(CUtiTurnTable, AStopOneTurnAheadAddsATurn) {
   Wheel wheel;
   wheel.TurnTable_Initial();
   const double half = kTurn / kSlots / 2;
   wheel.slotRanges[0] = {kTurn + half - 1, kTurn + half + 1};
   wheel.curSpeed = 1.0;
   ASSERT_EQ(wheel.TurnTable_End(0), 1);
-  EXPECT_NEAR(0.5 / wheel.deceleration, 21 * kTurn, 1e-9);
+  EXPECT_NEAR(0.5 / wheel.deceleration, (20 + 1) * kTurn, 1e-9);
 }
 
 TEST(CUtiTurnTable, RefusesSlotsThatItDoesNotHave) {

@@ -55,7 +55,9 @@ TEST(CUtiXmlParser, FailedParseKeepsTheOldRoot) {
   Reparser parser("<old/>", 0);
   EXPECT_EQ(parser.Parse("<broken", 0), 0);
   EXPECT_EQ(parser.Parse(folder.Path("none.xml").c_str()), 0);
-  EXPECT_EQ(parser.Parse(folder.Write("zero.xml", std::string(2, '\0')).c_str()), 0);
+  for (const std::string& text :
+       {std::string(2, '\0'), std::string("<a"), std::string("<x><a/>"), std::string("xyz<a/>")})
+    EXPECT_EQ(parser.Parse(folder.Write("refused.xml", text).c_str()), 0) << text;
   ASSERT_NE(parser.GetRootElement(), nullptr);
   EXPECT_EQ(parser.GetRootElement()->GetNodeName(), "old");
   EXPECT_EQ(parser.Parse(path.c_str()), 1);

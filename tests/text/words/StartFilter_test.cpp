@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/HeapFaults.h"
 #include "tests/support/RandomBytes.h"
 
 namespace {
@@ -51,6 +52,12 @@ TEST(StartFilter, NamesFewPositionsWhereNoWordStarts) {
   const std::size_t wanted = words.size() / 2;
   EXPECT_LT(Named(filter, latin).size(), 2 * wanted);
   EXPECT_LT(Named(filter, chinese).size(), 2 * wanted);
+}
+
+TEST(StartFilter, TheRowsOfAShortListTakeLittleMemory) {
+  test::HeapFaults heap(0);
+  const zvuti::DoubleByteFilter filter(1);
+  EXPECT_LE(heap.LargestAsked(), 4096u);
 }
 
 }  // namespace
