@@ -1,6 +1,8 @@
 // Separators and capital numerals, compared with appending the pieces to a CString one by one.
 #include <ZvUtiLib/CUtiNumber.h>
 
+#include <charconv>
+#include <iterator>
 #include <string_view>
 
 #include "benchmarks/Common.h"
@@ -42,7 +44,9 @@ CString GroupByDigits() {
 const CString& GroupValueByDigits() {
   static CString text;
   text.Empty();
-  GroupDigits(std::to_string(value), text);
+  char digits[20];
+  const char* end = std::to_chars(std::begin(digits), std::end(digits), std::int64_t{value}).ptr;
+  GroupDigits({digits, static_cast<std::size_t>(end - digits)}, text);
   return text;
 }
 

@@ -70,7 +70,7 @@ def comparisons():
 
 WINDOWS_GOALS = {"cereal": {"Decode Items1000": 0.05, "Encode Items1000": 0.05, "Decode Snapshot40": 0.25,
                             "Encode Snapshot40": 0.07, "Decode Account": 0.6, "Encode Account": 0.3},
-                 "x86-64": {"CleanLine": 2, "FormatValue": 1.5, "Separators": 1.5, "Numerals": 1.5}}
+                 "x86-64": {"CleanLine": 2, "FormatValue": 1.5, "SeparatorsOfValue": 1.5}}
 # Most of the time of these rows is Wine's, so they say little about Windows.
 WINES = {"Decode Items65535": "heap", "Encode Items65535": "heap", "Decode Account": "heap", "Decode Bundles": "heap",
          "Decode Snapshot": "heap", "Load and walk": "XML objects", "Load ": "files and heap",
@@ -79,16 +79,16 @@ WINES = {"Decode Items65535": "heap", "Encode Items65535": "heap", "Decode Accou
 
 def of_label(label, values):
     """The value whose key the label starts with, or None."""
-    return next((value for start, value in values.items() if label.startswith(start)), None)
+    return next((value for start, value in values.items() if f"{label},".startswith(start)), None)
 
 
 def windows_comparisons():
     """As comparisons(), for rows of Windows and the library's rows of Linux, whose peer is called x86-64."""
     shown = set()
     for section, label, ours, peer, _, what in comparisons():
-        others = [] if ours in shown else [ours.replace("/library", "/x86-64")]
-        shown.add(ours)
-        for other in others + [peer] if what == "cpu" else []:
+        others = [] if (ours, what) in shown else [ours.replace("/library", "/x86-64")]
+        shown.add((ours, what))
+        for other in others + [peer]:
             wine = of_label(label, WINES)
             goal = of_label(label, WINDOWS_GOALS.get(other.split("/")[1], {}))
             yield section, f"{label}, Wine's {wine}" if wine else label, ours, other, goal, what
@@ -107,7 +107,7 @@ GROWTHS += [("Masking, by length of text", [(n, f"MaskText/library/{n}") for n i
 
 
 def read(paths, time="cpu_time"):
-    """{row: one of its entries}, plus the keys "cpu" (the median of the repetitions) and "fastest", in ns.
+    """{row: the entry of its last repetition}, plus the keys "cpu" (the median of the repetitions) and "fastest", in ns.
 
     Exits if a row failed or there are no rows.
     """

@@ -6,7 +6,7 @@ need_bench_tools() {
     libhyperscan-dev libfmt-dev libicu-dev libxml2-dev libpugixml-dev
 }
 
-# measure WHAT RESULTS COMMAND...: runs a benchmark, which writes its results into the file RESULTS, as the program names it.
+# measure WHAT RESULTS COMMAND...: runs a benchmark. RESULTS is the path of its results as COMMAND sees it.
 measure() {
   say "Measuring: $1"
   local log=build/bench.log
@@ -28,7 +28,10 @@ bench() {
   [ ${#option[@]} -eq 0 ] || [ ${#subjects[@]} -eq 0 ] || fail "'bench --markdown' writes the whole table, so it takes no subject"
   [ ${#subjects[@]} -gt 0 ] || subjects=(records words text xml)
   need_bench_tools
-  [ -z "$is_windows" ] || { need_windows_tools && need_windows_peers; }
+  if [ -n "$is_windows" ]; then
+    need_windows_tools
+    need_windows_peers
+  fi
   build linux-bench
   rm -rf "$results"
   mkdir -p "$results"
@@ -42,7 +45,7 @@ bench() {
   tools/bench/table.py "${option[@]}" "$results"/*.json
 }
 
-# Part of bench, whose variables it uses. The systems take turns, too.
+# Part of bench, whose variables it uses. The systems take turns, so that a machine that slows down slows both.
 bench_windows() {
   build windows-bench
   local windows=build/windows-bench/benchmarks round
@@ -67,15 +70,16 @@ need_windows_peers() {
   local new=$peers.new source
   rm -rf "$new"
   mkdir -p "$new/lists/partial"
-  source=$(debian_source) || fail "apt has no package source for this Debian release"
+  source=$(debian_source) || fail "apt has no package source for this Debian release, from which the source would be loaded"
   echo "deb-src ${source#deb }" >"$new/sources.list"
   local options=(-qq -o "Dir::Etc::SourceList=$new/sources.list" -o Dir::Etc::SourceParts=/dev/null -o "Dir::State::Lists=$new/lists")
   { apt-get "${options[@]}" update && (cd "$new" && apt-get "${options[@]}" source --download-only benchmark) &&
     mkdir "$new/source" && tar -xf "$new"/benchmark_*.orig.tar.* --strip-components=1 -C "$new/source"; } >/dev/null ||
     fail "the source of Debian's package benchmark could not be loaded"
-  build_against "$new" "$new/source" "$new/build" --toolchain "$windows_toolchain" -DCMAKE_INSTALL_PREFIX="$new/installed" \
-    -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_ENABLE_WERROR=OFF -DBENCHMARK_INSTALL_DOCS=OFF >/dev/null
-  cmake --install "$new/build" >/dev/null
+  { build_against "$new" "$new/source" "$new/build" --toolchain "$windows_toolchain" -DCMAKE_INSTALL_PREFIX="$new/installed" \
+      -DBENCHMARK_ENABLE_TESTING=OFF -DBENCHMARK_ENABLE_WERROR=OFF -DBENCHMARK_INSTALL_DOCS=OFF &&
+      cmake --install "$new/build"; } >"$new/log" 2>&1 ||
+    { cat "$new/log" >&2; fail "Google Benchmark could not be built for Windows"; }
   cp -r /usr/include/{cereal,msgpack,msgpack.hpp} "$new/installed/include"
   mv "$new/installed" "$peers"
   rm -rf "$new"

@@ -4,7 +4,7 @@
 # per unit of its largest size as of its smallest: at these sizes n log n stays below that, and n * n does not.
 #
 # OPERATION-m32 is the operation in a 32-bit build, whose registers and code are like those on the players' Windows.
-# Valgrind runs it because it is linked statically: Debian has no symbols of the 32-bit dynamic linker.
+# It is linked statically, because valgrind needs symbols of the dynamic linker that Debian's libc6-i386 does not have.
 
 counts_file=benchmarks/counts.txt
 

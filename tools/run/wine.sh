@@ -22,12 +22,16 @@ in_wine_root() { beside_wine_root "$1" tools/run/wine_chroot.sh "$wine_root" "${
 # in_wine FOLDER PROGRAM ARGUMENTS...: runs a Windows program from FOLDER, which is also its current folder.
 in_wine() { in_wine_root "$1" /usr/lib/wine/wine "${@:2}"; }
 
-# Prints the source of Debian packages that this machine uses, as a line for sources.list.
+# Prints the source of Debian packages that this machine uses, as a line for sources.list. Without package lists, as on a
+# fresh machine, it loads them first.
 debian_source() {
   local codename uri keyring
   codename=$(. /etc/os-release && echo "${VERSION_CODENAME:-}")
-  read -r uri keyring < <(apt-get indextargets --format '$(REPO_URI) $(SIGNED_BY)' \
-    'Created-By: Packages' 'Label: Debian' 'Component: main' "Codename: $codename") || return 1
+  main_source() {
+    apt-get indextargets --format '$(REPO_URI) $(SIGNED_BY)' \
+      'Created-By: Packages' 'Label: Debian' 'Component: main' "Codename: $codename"
+  }
+  read -r uri keyring < <(main_source) || { apt-get -qq update >&2 && read -r uri keyring < <(main_source); } || return 1
   case "$keyring" in
     /*) echo "deb [signed-by=$keyring] $uri $codename main" ;;
     *) echo "deb $uri $codename main" ;;
@@ -39,7 +43,7 @@ remove_wine_root() { rm -rf --one-file-system "$wine_root" "$wine_root.new"; }
 make_wine_root() {
   say "Making a 32-bit root file system with Wine in build/ (only once; takes about a minute)"
   local source
-  source=$(debian_source) || { apt-get -qq update && source=$(debian_source); } ||
+  source=$(debian_source) ||
     fail "apt has no package source for this Debian release, from which Wine would be installed"
   remove_wine_root
   mkdir -p "$wine_root.new"

@@ -4,6 +4,6 @@
 set -euo pipefail
 trap 'exit 130' INT TERM HUP
 mount --bind "$2" "$1/app"
-mount --bind /sys "$1/sys"  # from which Wine knows the processors
+mount -o bind,ro /sys "$1/sys"  # where Wine reads the number and speed of the processors
 "${@:3}" &
 wait $!
