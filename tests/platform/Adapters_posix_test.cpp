@@ -147,15 +147,14 @@ TEST(Adapters, QueriesOnlyDevicesThatExist) {
       {loopback, "abcdef", kQuery, kPermanent + 1, 4, 32, ""},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(testing::Message() << "case " << &c - cases);
     permanent = c.address;
     std::uint32_t query = c.query;
     char reply[32];
     DWORD returned = 0;
     const int answered =
         DeviceIoControl(c.device, c.code, &query, c.querySize, reply, c.room, &returned, nullptr);
-    EXPECT_EQ(std::string_view(reply, returned), c.reply);
-    EXPECT_EQ(answered, c.reply.empty() ? 0 : 1) << c.reply;
+    EXPECT_EQ(std::string_view(reply, returned), c.reply) << "case " << &c - cases;
+    EXPECT_EQ(answered, c.reply.empty() ? 0 : 1) << "case " << &c - cases;
   }
   permanent = {};
   CloseHandle(loopback);
