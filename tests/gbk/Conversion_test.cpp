@@ -111,6 +111,16 @@ TEST(Conversion, TellsTheFirstPlaceThatIsLostAndWhatStandsThere) {
   }
 }
 
+TEST(Conversion, WhatFollowsTheTextIsNotRead) {
+  const std::string_view utf8("\xE4\xB8\xAD", 2), gbk("\xD6\xD0", 1);  // cut within a character
+  EXPECT_EQ(zvuti::Utf8ToGbk(utf8).lostAt, 0u);
+  EXPECT_EQ(zvuti::Utf8ToUtf16(utf8).lostAt, 0u);
+  EXPECT_FALSE(zvuti::IsValidUtf8(utf8));
+  EXPECT_EQ(zvuti::GbkToUtf8(gbk).lostAt, 0u);
+  EXPECT_EQ(zvuti::GbkToUtf16(gbk).lostAt, 0u);
+  EXPECT_FALSE(zvuti::IsValidGbk(gbk));
+}
+
 TEST(Conversion, HalvesOfSurrogatePairsAreLost) {
   const Case<std::u16string> cases[] = {{u"\xD83D\xDE00", 0, u"??"},
                                         {u"a\xD83D", 1, u"?"},
