@@ -49,6 +49,7 @@ extern "C" int ioctl(int descriptor, unsigned long request, ...) noexcept {
   va_end(arguments);
   if (request != SIOCETHTOOL || permanent.empty()) return real(descriptor, request, argument);
   auto* const query = reinterpret_cast<ethtool_perm_addr*>(static_cast<const ifreq*>(argument)->ifr_data);
+  EXPECT_STREQ(static_cast<const ifreq*>(argument)->ifr_name, "lo");
   EXPECT_EQ(query->cmd, std::uint32_t{ETHTOOL_GPERMADDR});
   EXPECT_GE(query->size, permanent.size());
   query->size = static_cast<std::uint32_t>(permanent.size());
