@@ -206,13 +206,16 @@ TEST(CUtiTurnTable, ItsOwnNotificationsLetASpinGoOn) {
   EXPECT_EQ(plain.OnTurnTableEnd(), 1);
 }
 
-TEST(CUtiTurnTable, SpeedsBeyondReasonDoNotHang) {
-  Wheel far;
-  far.TurnTable_Initial();
-  double angle = far.curAngle = 1e6;  // the last angle from which full turns are subtracted one by one
+TEST(CUtiTurnTable, UpToAMillionFullTurnsAreSubtractedOneByOne) {
+  Wheel wheel;
+  wheel.TurnTable_Initial();
+  double angle = wheel.curAngle = 1e6;
   while (angle > kTurn) angle -= kTurn;
-  EXPECT_EQ(far.Tick(), 1);
-  EXPECT_EQ(far.curAngle, angle);
+  EXPECT_EQ(wheel.Tick(), 1);
+  EXPECT_EQ(wheel.curAngle, angle);  // with the same rounding
+}
+
+TEST(CUtiTurnTable, SpeedsBeyondReasonDoNotHang) {
   for (const double speed : {3e6, 1e300, std::numeric_limits<double>::infinity()}) {
     Wheel wheel;
     wheel.state = TurnStateEven;
